@@ -1,0 +1,70 @@
+# The few ways in which this project makes targets.
+
+# kodms_add_optional_subdirectory(DIR): adds DIR when it has a CMakeLists.txt.
+function(kodms_add_optional_subdirectory dir)
+  if(EXISTS "${CMAKE_CURRENT_SOURCE_DIR}/${dir}/CMakeLists.txt")
+    add_subdirectory(${dir})
+  endif()
+endfunction()
+
+# kodms_stage_includes(TARGET NAME FOLDER...): an INTERFACE target whose only include folder
+# holds links to the named top folders, so that anything else cannot be included.
+function(kodms_stage_includes target name)
+  set(stage "${CMAKE_BINARY_DIR}/stage/${name}")
+  file(MAKE_DIRECTORY "${stage}")
+  foreach(folder IN LISTS ARGN)
+    file(CREATE_LINK "${PROJECT_SOURCE_DIR}/${folder}" "${stage}/${folder}"
+         COPY_ON_ERROR SYMBOLIC)
+  endforeach()
+  add_library(${target} INTERFACE)
+  target_include_directories(${target} INTERFACE "$<BUILD_INTERFACE:${stage}>")
+endfunction()
+
+# kodms_add_service_module(NAME SOURCES... LINK ...): one folder of services/ as an object library.
+function(kodms_add_service_module name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  set(target kodms_service_${name})
+  add_library(${target} OBJECT ${ARG_SOURCES})
+  target_compile_definitions(${target} PRIVATE KODMS_SERVICES_BUILD)
+  target_include_directories(${target} PRIVATE "${PROJECT_SOURCE_DIR}")
+  target_link_libraries(${target} PRIVATE kodms_build_flags PUBLIC Qt5::Core Qt5::Sql ${ARG_LINK})
+  set_property(GLOBAL APPEND PROPERTY KODMS_SERVICE_MODULES ${target})
+endfunction()
+
+# kodms_add_test(NAME [LONG] [TIMEOUT seconds] SOURCES... LINK...): one QtTest executable,
+# registered with CTest under the label fast (or long). NAME is what it tests, MODULE.Class.
+function(kodms_add_test name)
+  cmake_parse_arguments(ARG "LONG" "TIMEOUT" "SOURCES;LINK" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}")
+  target_link_libraries(${name} PRIVATE kodms_build_flags kodms_test_support Qt5::Test ${ARG_LINK})
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/tests")
+  add_test(NAME ${name} COMMAND ${name})
+  if(NOT ARG_TIMEOUT)
+    set(ARG_TIMEOUT 120)
+  endif()
+  set(label fast)
+  if(ARG_LONG)
+    set(label long)
+  endif()
+  set_tests_properties(${name} PROPERTIES
+    LABELS ${label} TIMEOUT ${ARG_TIMEOUT}
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=Asia/Shanghai;QT_LOGGING_RULES=kodms.*.info=false")
+endfunction()
+
+# A test of the desks: the desk objects on the recording fakes.
+function(kodms_add_desk_test name)
+  kodms_add_test(${name} ${ARGN} LINK kodms_desk_objects kodms_fakes Qt5::Widgets Qt5::Network)
+endfunction()
+
+# A test of the services: every service module, private classes in reach.
+function(kodms_add_service_test name)
+  get_property(modules GLOBAL PROPERTY KODMS_SERVICE_MODULES)
+  kodms_add_test(${name} ${ARGN} LINK ${modules} Qt5::Widgets)
+  target_compile_definitions(${name} PRIVATE KODMS_SERVICES_BUILD)
+endfunction()
+
+# A test of the product as it ships: both shared libraries.
+function(kodms_add_e2e_test name)
+  kodms_add_test(${name} ${ARGN} LINK kodms_desks kodms_services Qt5::Widgets)
+endfunction()

@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/support/TestMain.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QXmlStreamReader>
+
+#include <cstdio>
+
+namespace KODMS::Tests {
+
+namespace {
+
+/// The test library logs an announced message nowhere, so whatever warning stands
+/// in the log was not announced.
+QStringList unexpectedWarnings(const QString &xmlLog)
+{
+    QFile file(xmlLog);
+    if (!file.open(QIODevice::ReadOnly))
+        return {QStringLiteral("the test log cannot be read")};
+    QStringList found;
+    QXmlStreamReader xml(&file);
+    bool inWarning = false;
+    while (!xml.atEnd()) {
+        xml.readNext();
+        if (xml.isStartElement() && xml.name() == QLatin1String("Message")) {
+            const auto type = xml.attributes().value(QLatin1String("type"));
+            inWarning = type == QLatin1String("qwarn") || type == QLatin1String("system");
+        } else if (xml.isStartElement() && xml.name() == QLatin1String("Description") &&
+                   inWarning) {
+            found << xml.readElementText();
+            inWarning = false;
+        }
+    }
+    return found;
+}
+
+bool hasOutputOption(const QStringList &arguments)
+{
+    return arguments.contains(QStringLiteral("-o")) ||
+           arguments.contains(QStringLiteral("-functions"));
+}
+
+} // namespace
+
+void prepareEnvironment()
+{
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+}
+
+int runTests(QObject *testObject, const QStringList &arguments)
+{
+    if (hasOutputOption(arguments))
+        return QTest::qExec(testObject, arguments);
+    const QTemporaryDir dir;
+    const QString log = dir.filePath(QStringLiteral("log.xml"));
+    QStringList all = arguments;
+    all << QStringLiteral("-o") << log + QStringLiteral(",xml") << QStringLiteral("-o")
+        << QStringLiteral("-,txt");
+    const int failed = QTest::qExec(testObject, all);
+    const QStringList warnings = unexpectedWarnings(log);
+    for (const QString &warning : warnings)
+        std::fprintf(stderr, "FAIL!  : a warning that no test announced: %s\n",
+                     qPrintable(warning));
+    return failed + static_cast<int>(warnings.size());
+}
+
+} // namespace KODMS::Tests
