@@ -52,6 +52,11 @@ Q_SIGNALS:
     /// 1 = warning, 2 = error.
     void serviceNotice(int level, const QString &text);
 
+    // What a desk hands to the CAM side; the host connects its CAM system here.
+    void camImportRequested(const QString &path, const QString &jobName);
+    void camInputRequested(const QString &jobName, const QString &path);
+    void camExportRequested(const QString &jobName, int jobId);
+
 private:
     DMS_UICommon();
     ~DMS_UICommon() override;
