@@ -35,14 +35,16 @@ void NoticeHub::raise(NoticeLevel level, const QString &text)
 void reportFailure(const QLoggingCategory &category, const char *operation, const QString &record,
                    const QString &cause, const QString &userText)
 {
-    qCWarning(category).noquote() << operation << '[' + record + ']' << cause;
+    qCWarning(category).noquote() << operation
+                                  << QString(QLatin1Char('[') + record + QLatin1Char(']')) << cause;
     NoticeHub::instance().raise(NoticeLevel::Error, userText);
 }
 
 void reportRefusal(const char *operation, const QString &record, const QString &cause,
                    const QString &userText)
 {
-    qCInfo(lcAccess).noquote() << operation << '[' + record + ']' << cause;
+    qCInfo(lcAccess).noquote() << operation << QString(QLatin1Char('[') + record + QLatin1Char(']'))
+                               << cause;
     NoticeHub::instance().raise(NoticeLevel::Warning, userText);
 }
 
