@@ -68,6 +68,7 @@ void TestIncludes::findsWhatCrossesABoundary_data()
     row("an application knows a part of a desk", "apps/desk/A.cpp", "desks/export/JobColumns.h");
     row("an application knows the other", "apps/admin/A.cpp", "apps/desk/B.h");
     row("an application knows a test", "apps/admin/A.cpp", "tests/support/TestMain.h");
+    row("a desk takes a way around", "desks/export/A.cpp", "desks/../services/api/SignIn.h");
     row("a desk knows a test", "desks/export/A.cpp", "tests/fakes/Recorder.h");
     row("a source file is included", "services/config/A.cpp", "services/config/B.cpp");
     row("a path from its own folder", "services/config/A.cpp", "B.h");
