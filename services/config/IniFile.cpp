@@ -22,6 +22,8 @@ Result<QByteArray> readAll(const QString &path)
 {
     if (QFileInfo(path).isDir())
         return Outcome::failure(tr("配置文件 %1 是一个文件夹，需要一个文本文件").arg(path));
+    if (QFileInfo::exists(path) && !QFileInfo(path).isFile())
+        return Outcome::failure(tr("配置文件 %1 不是普通文件").arg(path));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return Outcome::failure(tr("无法读取配置文件 %1：%2").arg(path, file.errorString()));
