@@ -1,2 +1,15 @@
 target_sources(kodms_desk_objects PRIVATE
-  "${PROJECT_SOURCE_DIR}/desks/common/StyleSheets.h")
+  "${PROJECT_SOURCE_DIR}/foundation/search/ConditionBuilder.cpp"
+  "${PROJECT_SOURCE_DIR}/foundation/search/ConditionBuilder.h"
+  "${PROJECT_SOURCE_DIR}/foundation/search/SearchFields.h"
+  "${PROJECT_SOURCE_DIR}/foundation/status/FlowStatus.cpp"
+  "${PROJECT_SOURCE_DIR}/foundation/status/FlowStatus.h"
+  "${PROJECT_SOURCE_DIR}/desks/common/AssigneeCombo.cpp"
+  "${PROJECT_SOURCE_DIR}/desks/common/AssigneeCombo.h"
+  "${PROJECT_SOURCE_DIR}/desks/common/DMS_TurnPage_Plugin.h"
+  "${PROJECT_SOURCE_DIR}/desks/common/FlowRow.cpp"
+  "${PROJECT_SOURCE_DIR}/desks/common/FlowRow.h"
+  "${PROJECT_SOURCE_DIR}/desks/common/JobColumns.h"
+  "${PROJECT_SOURCE_DIR}/desks/common/StyleSheets.h"
+  "${PROJECT_SOURCE_DIR}/desks/common/TableHelpers.cpp"
+  "${PROJECT_SOURCE_DIR}/desks/common/TableHelpers.h")

@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+#include <Qt>
+
+#include <optional>
+
+class QTableWidgetItem;
+
+namespace KODMS::UI {
+
+/// The check flag of a question as the desks show it.
+struct QuestionCheck {
+    QString text;
+    std::optional<Qt::GlobalColor> colour; ///< none: the table's own text colour
+};
+
+/// The cell string of a flow's status pair: the status word, followed by "|" and
+/// a colour code. A pair that no flow should have gives "未知" without a code.
+QString flowStatusText(int flowStatus, int checkFlag);
+
+/// Word and colour of a question's check flag; "未知" without a colour for a flag
+/// that no question should have.
+QuestionCheck questionCheckText(int checkFlag);
+
+/// Gives `item` the text colour of `code` ("r", "dg", ...; upper and lower case
+/// differ). An unknown code leaves the item as it is.
+void applyColourCode(const QString &code, QTableWidgetItem *item);
+
+} // namespace KODMS::UI

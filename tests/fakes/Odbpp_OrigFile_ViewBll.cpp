@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "foundation/bll/Odbpp_OrigFile_ViewBll.h"
+
+#include "tests/fakes/FakeServices.h"
+
+using KODMS::Fakes::FakeServices;
+
+namespace KODMS::DataLib::BLL {
+
+bool Odbpp_OrigFile_ViewBll::selectAndCountBySearchModel(
+    std::vector<Model::DB_Search> &conditions, std::vector<Model::DB_Search> &countConditions,
+    std::vector<Model::Odbpp_OrigFile_View> &rows, int &totalCount)
+{
+    auto &services = FakeServices::instance();
+    auto page = services.origFilePages.take(services.record(
+        "Odbpp_OrigFile_ViewBll::selectAndCountBySearchModel", conditions, countConditions));
+    rows.insert(rows.end(), page.rows.begin(), page.rows.end());
+    totalCount = page.total;
+    return page.ok;
+}
+
+} // namespace KODMS::DataLib::BLL
