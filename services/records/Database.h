@@ -1,0 +1,74 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "services/config/Configuration.h"
+#include "services/records/SqlCatalog.h"
+#include "services/records/SqlError.h"
+#include "services/records/SqlQuery.h"
+
+#include <QHash>
+#include <QString>
+#include <QVector>
+
+#include <memory>
+
+namespace KODMS::Services {
+
+class Dialect;
+
+/// One open connection to the records. Belongs to the thread that made it; its
+/// connection is closed and forgotten in the destructor.
+class Database {
+public:
+    enum class Open {
+        Existing, ///< refuses a database that is not there
+        Create    ///< makes an empty one when there is none
+    };
+
+    /// Opens the connection. Throws SqlError: not there, not a database, damaged,
+    /// not writable, on a network folder, or without a statement of the catalogue.
+    explicit Database(const DatabaseSettings &settings, Open mode = Open::Existing);
+    ~Database();
+
+    Database(const Database &) = delete;
+    Database &operator=(const Database &) = delete;
+
+    /// The catalogue's statement of that name, prepared once and used again.
+    SqlQuery query(const char *name);
+
+    /// A statement that is not in the catalogue: built for one search, or a
+    /// schema's script.
+    SqlQuery prepare(const QString &sql);
+
+    /// Runs a statement without values or result.
+    void run(const QString &sql);
+
+    const SqlCatalog &catalog() const { return m_catalog; }
+
+    Dialect &dialect() { return *m_dialect; }
+
+    const DatabaseSettings &settings() const { return m_settings; }
+
+    /// What people call this database: the file, or server and name.
+    QString displayText() const;
+
+private:
+    friend class SqlQuery;
+    friend class Transaction;
+
+    QSqlQuery prepared(const QString &sql, const QString &name);
+    void keep(const QString &name, const QSqlQuery &query);
+    void open(Open mode);
+    void close();
+
+    DatabaseSettings m_settings;
+    std::unique_ptr<Dialect> m_dialect;
+    SqlCatalog m_catalog;
+    QString m_connectionName;
+    QHash<QString, QVector<QSqlQuery>> m_idle;
+    int m_transactionDepth = 0;
+    bool m_isWriting = false;
+};
+
+} // namespace KODMS::Services

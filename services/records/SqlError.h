@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+
+#include <exception>
+
+namespace KODMS::Services {
+
+/// A statement or a connection that failed. Thrown by Database, SqlQuery and
+/// Transaction; caught where a record service turns it into false and a notice.
+class SqlError : public std::exception {
+public:
+    enum class Kind {
+        Busy,       ///< another program held the database longer than the busy time-out
+        Constraint, ///< a rule of the schema said no
+        Full,       ///< no space left
+        ReadOnly,   ///< the database may not be written
+        Corrupt,    ///< damaged, or not a database at all
+        Lost,       ///< the connection to the database is gone, or was never there
+        Timeout,    ///< the statement took longer than the statement time-out
+        Other
+    };
+
+    SqlError(Kind kind, const QString &statement, const QString &driverText);
+
+    Kind kind() const { return m_kind; }
+
+    /// The statement's text or name; empty when none was running.
+    const QString &statement() const { return m_statement; }
+
+    const QString &driverText() const { return m_driverText; }
+
+    /// What to tell people, translated.
+    QString userText() const;
+
+    /// Statement and driver text, for the log.
+    QString logText() const;
+
+    const char *what() const noexcept override { return m_what.constData(); }
+
+private:
+    Kind m_kind;
+    QString m_statement;
+    QString m_driverText;
+    QByteArray m_what;
+};
+
+} // namespace KODMS::Services

@@ -1,0 +1,154 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "services/records/SqliteDialect.h"
+
+#include "services/config/Configuration.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSqlDatabase>
+#include <QSqlDriver>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QStorageInfo>
+#include <QVariant>
+
+#include <sqlite3.h>
+
+namespace KODMS::Services {
+
+namespace {
+
+[[noreturn]] void refusePlace(SqlError::Kind kind, const QString &path, const char *why)
+{
+    throw SqlError(kind, {}, QDir::toNativeSeparators(path) + QLatin1String(why));
+}
+
+} // namespace
+
+QString SqliteDialect::sqlFolder() const
+{
+    return QStringLiteral("sqlite");
+}
+
+QString SqliteDialect::qtDriver() const
+{
+    return QStringLiteral("QSQLITE");
+}
+
+bool SqliteDialect::isNetworkFileSystem(const QByteArray &type)
+{
+    const QByteArray name = type.toLower();
+    for (const char *known :
+         {"nfs", "cifs", "smb", "fuse.sshfs", "fuse.smb", "9p", "afs", "ceph", "glusterfs"}) {
+        if (name.startsWith(known))
+            return true;
+    }
+    return false;
+}
+
+void SqliteDialect::checkPlace(const DatabaseSettings &settings, bool create) const
+{
+    const QFileInfo file(settings.path);
+    const QFileInfo folder(file.absolutePath());
+    if (!file.exists() && !create)
+        refusePlace(SqlError::Kind::Lost, settings.path, ": no such database");
+    if (file.isDir())
+        refusePlace(SqlError::Kind::Lost, settings.path, ": is a folder");
+    if (!folder.isDir())
+        refusePlace(SqlError::Kind::Lost, folder.filePath(), ": no such folder");
+    if (!folder.isWritable() || (file.exists() && !file.isWritable()))
+        refusePlace(SqlError::Kind::ReadOnly, settings.path, ": may not be written");
+    const QByteArray type = QStorageInfo(folder.filePath()).fileSystemType();
+    if (isNetworkFileSystem(type))
+        refusePlace(SqlError::Kind::Lost, settings.path,
+                    ": the embedded database cannot work on a network folder; use the "
+                    "database server instead");
+}
+
+void SqliteDialect::configure(QSqlDatabase &connection, const DatabaseSettings &settings,
+                              bool create) const
+{
+    checkPlace(settings, create);
+    connection.setDatabaseName(settings.path);
+    connection.setConnectOptions(
+        QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(settings.busyTimeoutMs));
+}
+
+void SqliteDialect::runPragma(QSqlDatabase &connection, const QString &pragma) const
+{
+    QSqlQuery query(connection);
+    if (!query.exec(pragma))
+        throw SqlError(kindOf(query.lastError()), pragma, query.lastError().databaseText());
+}
+
+void SqliteDialect::opened(QSqlDatabase &connection, const DatabaseSettings &settings)
+{
+    runPragma(connection, QStringLiteral("PRAGMA foreign_keys = ON"));
+    runPragma(connection, QStringLiteral("SELECT count(*) FROM sqlite_master"));
+    runPragma(connection, QStringLiteral("PRAGMA journal_mode = WAL"));
+    runPragma(connection, QStringLiteral("PRAGMA synchronous = FULL"));
+    runPragma(connection, QStringLiteral("PRAGMA cache_size = -32768"));
+    runPragma(connection, QStringLiteral("PRAGMA temp_store = MEMORY"));
+    const QVariant handle = connection.driver()->handle();
+    m_limit.attach(*static_cast<sqlite3 *const *>(handle.constData()));
+    m_limit.setTimeout(settings.statementTimeoutMs);
+}
+
+void SqliteDialect::closing()
+{
+    m_limit.detach();
+}
+
+SqlError::Kind SqliteDialect::kindOf(const QSqlError &error) const
+{
+    constexpr int primaryCode = 0xff;
+    switch (error.nativeErrorCode().toInt() & primaryCode) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return SqlError::Kind::Busy;
+    case SQLITE_CONSTRAINT:
+        return SqlError::Kind::Constraint;
+    case SQLITE_FULL:
+        return SqlError::Kind::Full;
+    case SQLITE_READONLY:
+    case SQLITE_PERM:
+        return SqlError::Kind::ReadOnly;
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+        return SqlError::Kind::Corrupt;
+    case SQLITE_CANTOPEN:
+        return SqlError::Kind::Lost;
+    case SQLITE_INTERRUPT:
+        return SqlError::Kind::Timeout;
+    default:
+        return SqlError::Kind::Other;
+    }
+}
+
+QString SqliteDialect::beginWrite() const
+{
+    return QStringLiteral("BEGIN IMMEDIATE"); // a deferred one fails at once instead of waiting
+}
+
+QString SqliteDialect::beginRead() const
+{
+    return QStringLiteral("BEGIN");
+}
+
+QString SqliteDialect::identityColumn() const
+{
+    return QStringLiteral("INTEGER PRIMARY KEY AUTOINCREMENT");
+}
+
+void SqliteDialect::setStatementTimeout(int milliseconds)
+{
+    m_limit.setTimeout(milliseconds);
+}
+
+void SqliteDialect::statementStarts()
+{
+    m_limit.start();
+}
+
+} // namespace KODMS::Services

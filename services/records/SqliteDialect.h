@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "services/records/Dialect.h"
+#include "services/records/SqliteStatementLimit.h"
+
+namespace KODMS::Services {
+
+/// The embedded engine: one file in WAL mode, acknowledged means durable.
+class SqliteDialect final : public Dialect {
+public:
+    QString sqlFolder() const override;
+    QString qtDriver() const override;
+    void configure(QSqlDatabase &connection, const DatabaseSettings &settings,
+                   bool create) const override;
+    void opened(QSqlDatabase &connection, const DatabaseSettings &settings) override;
+    void closing() override;
+    SqlError::Kind kindOf(const QSqlError &error) const override;
+    QString beginWrite() const override;
+    QString beginRead() const override;
+    QString identityColumn() const override;
+    void setStatementTimeout(int milliseconds) override;
+    void statementStarts() override;
+
+    /// True for the types of file system that computers share over a network:
+    /// write-ahead logging does not work there.
+    static bool isNetworkFileSystem(const QByteArray &type);
+
+private:
+    void checkPlace(const DatabaseSettings &settings, bool create) const;
+    void runPragma(QSqlDatabase &connection, const QString &pragma) const;
+
+    SqliteStatementLimit m_limit;
+};
+
+} // namespace KODMS::Services

@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "services/notices/Outcome.h"
+
+#include <QString>
+
+namespace KODMS::Services {
+
+/// What the records need to know of the file store behind them.
+class StoredFiles {
+public:
+    virtual ~StoredFiles() = default;
+
+    /// True when a whole file is stored under this name.
+    virtual bool exists(const QString &storedName) = 0;
+
+    /// Takes the stored file away for good. Called after the deletion of its
+    /// record was committed. A missing file is a success.
+    virtual Outcome removeBody(const QString &storedName) = 0;
+};
+
+} // namespace KODMS::Services

@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+namespace KODMS::Services {
+
+class Database;
+
+/// Several statements as one change, or several reads of one state. Rolls back in
+/// its destructor unless commit() was called. Inside another transaction it is a
+/// part of that one which can be rolled back on its own. Throws SqlError.
+class Transaction {
+public:
+    enum class Purpose {
+        Write, ///< waits for other writers before it starts
+        Read
+    };
+
+    explicit Transaction(Database &database, Purpose purpose = Purpose::Write);
+    ~Transaction();
+
+    Transaction(const Transaction &) = delete;
+    Transaction &operator=(const Transaction &) = delete;
+
+    /// When it returns, the outermost transaction's change is on the disk.
+    void commit();
+
+private:
+    void rollBack();
+
+    Database &m_database;
+    int m_depth;
+    bool m_isOpen = false;
+};
+
+} // namespace KODMS::Services

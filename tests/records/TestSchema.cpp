@@ -1,0 +1,239 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "services/records/SchemaMigrator.h"
+#include "services/records/Transaction.h"
+#include "tests/records/support/TempDatabase.h"
+#include "tests/support/TestMain.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+#include <QTest>
+
+using namespace KODMS::Services;
+using KODMS::Tests::TempDatabase;
+
+/// The schema's life: fresh, upgraded, too new, not ours.
+class TestSchema : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyStatementOfTheCatalogueCanBePrepared();
+    void aFreshDatabaseHasTheKnownVersion();
+    void aSecondInstallationIsRefused();
+    void aFreshSchemaEqualsAnUpgradedOne();
+    void aFailedStepLeavesTheVersionBefore();
+    void aNewerDatabaseIsRefused();
+    void anEmptyDatabaseIsNotUpgraded();
+    void anotherProgramsDatabaseIsRefused();
+    void scriptsAreSplitAtEmptyLines();
+    void aScriptWithoutAnEndIsRefused();
+    void changesOfTheTablesReachTheChangeLog();
+
+private:
+    static QStringList schemaOf(Database &database);
+    static void writeFile(const QString &path, const char *text);
+};
+
+QStringList TestSchema::schemaOf(Database &database)
+{
+    QStringList all;
+    SqlQuery query = database.prepare(QStringLiteral(
+        "SELECT type || ' ' || name || ' ' || COALESCE(sql, '') AS line FROM sqlite_master "
+        "ORDER BY type, name"));
+    query.exec();
+    while (query.next())
+        all << query.text("line").simplified();
+    return all;
+}
+
+void TestSchema::writeFile(const QString &path, const char *text)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(text);
+}
+
+void TestSchema::everyStatementOfTheCatalogueCanBePrepared()
+{
+    TempDatabase database;
+    const QStringList names = database->catalog().names();
+    QVERIFY(names.size() > 3);
+    QCOMPARE(database->catalog().missingNames(), QStringList());
+    for (const QString &name : names) {
+        try {
+            database->query(name.toLatin1().constData());
+        } catch (const SqlError &error) {
+            QFAIL(qPrintable(error.logText()));
+        }
+    }
+}
+
+void TestSchema::aFreshDatabaseHasTheKnownVersion()
+{
+    TempDatabase database;
+    SchemaMigrator migrator(*database);
+    QCOMPARE(migrator.installedVersion(), migrator.knownVersion());
+    QVERIFY(migrator.upgrade().ok);
+}
+
+void TestSchema::aSecondInstallationIsRefused()
+{
+    TempDatabase database;
+    const Outcome outcome = SchemaMigrator(*database).install();
+    QVERIFY(!outcome.ok);
+    QVERIFY(outcome.text.contains(QStringLiteral("records.db")));
+}
+
+void TestSchema::aFreshSchemaEqualsAnUpgradedOne()
+{
+    const QTemporaryDir dir;
+    const QString root = dir.filePath(QStringLiteral("sql"));
+    const auto path = [&root](const char *name) -> QString { return root + QLatin1String(name); };
+    writeFile(path("/common/schema/10.sql"),
+              "CREATE TABLE schema_version (version INTEGER PRIMARY KEY, applied_time TEXT);\n\n"
+              "CREATE TABLE job_flows (id @identity@, name TEXT);\n");
+    Database old(TempDatabase::settingsFor(dir.filePath(QStringLiteral("old.db"))),
+                 Database::Open::Create);
+    QVERIFY(SchemaMigrator(old, SqlCatalog(QStringLiteral("sqlite"), root)).install().ok);
+    old.run(QStringLiteral("INSERT INTO job_flows (name) VALUES ('kept')"));
+
+    writeFile(path("/common/version/2/10.sql"),
+              "CREATE TABLE notes (id @identity@, flow_id INTEGER REFERENCES job_flows (id));\n");
+    writeFile(path("/sqlite/version/3/10.sql"), "CREATE INDEX notes_flow ON notes (flow_id);\n");
+    writeFile(path("/common/schema/20.sql"),
+              "CREATE TABLE notes (id @identity@, flow_id INTEGER REFERENCES job_flows (id));\n\n"
+              "CREATE INDEX notes_flow ON notes (flow_id);\n");
+    const SqlCatalog newer(QStringLiteral("sqlite"), root);
+    QCOMPARE(newer.latestVersion(), 3);
+    SchemaMigrator upgrade(old, newer);
+    QVERIFY(upgrade.upgrade().ok);
+    QCOMPARE(upgrade.installedVersion(), 3);
+
+    Database fresh(TempDatabase::settingsFor(dir.filePath(QStringLiteral("fresh.db"))),
+                   Database::Open::Create);
+    QVERIFY(SchemaMigrator(fresh, newer).install().ok);
+    QCOMPARE(schemaOf(old), schemaOf(fresh));
+    SqlQuery kept = old.prepare(QStringLiteral("SELECT name FROM job_flows"));
+    kept.exec();
+    QVERIFY(kept.next());
+    QCOMPARE(kept.text("name"), QStringLiteral("kept"));
+}
+
+void TestSchema::aFailedStepLeavesTheVersionBefore()
+{
+    const QTemporaryDir dir;
+    TempDatabase database;
+    const int before = SchemaMigrator(*database).installedVersion();
+    const QStringList schema = schemaOf(*database);
+    const QString step =
+        dir.filePath(QStringLiteral("sql/common/version/%1/10.sql").arg(before + 1));
+    writeFile(
+        step,
+        "CREATE TABLE half_done (id @identity@);\n\nCREATE TABLE job_flows (id @identity@);\n");
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression(QStringLiteral("upgrade schema.*job_flows")));
+    SchemaMigrator migrator(
+        *database, SqlCatalog(QStringLiteral("sqlite"), dir.filePath(QStringLiteral("sql"))));
+    QVERIFY(!migrator.upgrade().ok);
+    QCOMPARE(migrator.installedVersion(), before);
+    QCOMPARE(schemaOf(*database), schema);
+}
+
+void TestSchema::aNewerDatabaseIsRefused()
+{
+    TempDatabase database;
+    const int known = SchemaMigrator(*database).knownVersion();
+    database->query("insert_schema_version")
+        .bind(":version", known + 1)
+        .bind(":applied_time", QStringLiteral("2026-11-21T00:00:00.000Z"))
+        .exec();
+    const Outcome outcome = SchemaMigrator(*database).upgrade();
+    QVERIFY(!outcome.ok);
+    QVERIFY(outcome.text.contains(QString::number(known + 1)));
+    QVERIFY(outcome.text.contains(QStringLiteral("records.db")));
+}
+
+void TestSchema::anEmptyDatabaseIsNotUpgraded()
+{
+    const QTemporaryDir dir;
+    Database database(TempDatabase::settingsFor(dir.filePath(QStringLiteral("empty.db"))),
+                      Database::Open::Create);
+    SchemaMigrator migrator(database);
+    QCOMPARE(migrator.installedVersion(), 0);
+    QVERIFY(!migrator.upgrade().ok);
+}
+
+void TestSchema::anotherProgramsDatabaseIsRefused()
+{
+    const QTemporaryDir dir;
+    Database database(TempDatabase::settingsFor(dir.filePath(QStringLiteral("other.db"))),
+                      Database::Open::Create);
+    database.run(QStringLiteral("CREATE TABLE schema_version (number TEXT)"));
+    SchemaMigrator migrator(database);
+    QVERIFY(!migrator.upgrade().ok);
+    QVERIFY(!migrator.install().ok);
+}
+
+void TestSchema::scriptsAreSplitAtEmptyLines()
+{
+    const QStringList statements = SqlCatalog::split(
+        QStringLiteral("-- a comment; no statement\nCREATE TABLE a (x);\n\n"
+                       "CREATE TRIGGER t AFTER INSERT ON a\nBEGIN\n    DELETE FROM a;\nEND;\n"));
+    QCOMPARE(statements.size(), 2);
+    QCOMPARE(statements.at(0), QStringLiteral("CREATE TABLE a (x)"));
+    QVERIFY(statements.at(1).endsWith(QStringLiteral("END")));
+    QVERIFY(SqlCatalog::split(QString()).isEmpty());
+}
+
+void TestSchema::aScriptWithoutAnEndIsRefused()
+{
+    QVERIFY_EXCEPTION_THROWN(SqlCatalog::split(QStringLiteral("CREATE TABLE a (x)\n")), SqlError);
+}
+
+void TestSchema::changesOfTheTablesReachTheChangeLog()
+{
+    TempDatabase database;
+    const auto lastChange = [&database] {
+        SqlQuery query = database->prepare(QStringLiteral(
+            "SELECT kind || ' ' || row_id || ' ' || op AS line FROM change_log ORDER BY seq DESC"));
+        query.exec();
+        return query.next() ? query.text("line") : QString();
+    };
+    const QString now = QStringLiteral("'2026-11-21T00:00:00.000Z'");
+    database->run(QStringLiteral("INSERT INTO users (login_name, real_name, create_time) "
+                                 "VALUES ('li', '李', %1)")
+                      .arg(now));
+    QCOMPARE(lastChange(), QStringLiteral("4 1 1"));
+    database->run(
+        QStringLiteral("INSERT INTO customers (code, create_time) VALUES ('A1B', %1)").arg(now));
+    QCOMPARE(lastChange(), QStringLiteral("3 1 1"));
+    database->run(QStringLiteral("INSERT INTO jobs (name, customer_id, serial_number, create_time) "
+                                 "VALUES ('A1B000001', 1, 1, %1)")
+                      .arg(now));
+    database->run(QStringLiteral("INSERT INTO job_flows (guid, job_name, create_time) "
+                                 "VALUES ('g', 'A1B000001', %1)")
+                      .arg(now));
+    QCOMPARE(lastChange(), QStringLiteral("1 1 1"));
+    database->run(
+        QStringLiteral(
+            "INSERT INTO job_compress (flow_id, customer_id, serial_number, flow_create_time, "
+            "create_time, update_time) VALUES (1, 1, 1, %1, %1, %1)")
+            .arg(now));
+    QCOMPARE(lastChange(), QStringLiteral("2 1 1"));
+    database->run(QStringLiteral("UPDATE jobs SET layer_count = 4"));
+    QCOMPARE(lastChange(), QStringLiteral("1 1 2"));
+    database->run(QStringLiteral("INSERT INTO orig_file_assign (flow_id, executor_id, assign_time) "
+                                 "VALUES (1, 1, %1)")
+                      .arg(now));
+    QCOMPARE(lastChange(), QStringLiteral("2 1 2"));
+    database->run(QStringLiteral("UPDATE job_flows SET create_time = '2020-01-01T00:00:00.000Z'"));
+    SqlQuery copy = database->prepare(QStringLiteral("SELECT flow_create_time FROM job_compress"));
+    copy.exec();
+    QVERIFY(copy.next());
+    QCOMPARE(copy.text("flow_create_time"), QStringLiteral("2020-01-01T00:00:00.000Z"));
+}
+
+KODMS_TEST_MAIN(TestSchema, QCoreApplication)
+#include "TestSchema.moc"
