@@ -10,6 +10,15 @@ target_sources(kodms_desk_objects PRIVATE
   "${PROJECT_SOURCE_DIR}/desks/common/FlowRow.cpp"
   "${PROJECT_SOURCE_DIR}/desks/common/FlowRow.h"
   "${PROJECT_SOURCE_DIR}/desks/common/JobColumns.h"
+  "${PROJECT_SOURCE_DIR}/desks/common/NamedControl.h"
   "${PROJECT_SOURCE_DIR}/desks/common/StyleSheets.h"
   "${PROJECT_SOURCE_DIR}/desks/common/TableHelpers.cpp"
-  "${PROJECT_SOURCE_DIR}/desks/common/TableHelpers.h")
+  "${PROJECT_SOURCE_DIR}/desks/common/TableHelpers.h"
+  "${PROJECT_SOURCE_DIR}/desks/export/DMS_Export_Widget.cpp"
+  "${PROJECT_SOURCE_DIR}/desks/export/DMS_Export_Widget.h"
+  "${PROJECT_SOURCE_DIR}/desks/export/DMS_Export_Widget_details.cpp"
+  "${PROJECT_SOURCE_DIR}/desks/export/DMS_Export_Widget_later.cpp"
+  "${PROJECT_SOURCE_DIR}/desks/export/DMS_Export_Widget_layout.cpp"
+  "${PROJECT_SOURCE_DIR}/desks/export/DMS_Export_Widget_search.cpp"
+  "${PROJECT_SOURCE_DIR}/desks/export/JobConditions.cpp"
+  "${PROJECT_SOURCE_DIR}/desks/export/JobConditions.h")

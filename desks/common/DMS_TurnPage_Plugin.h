@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "desks/common/NamedControl.h"
 #include "foundation/model/DB_Search.h"
 #include "foundation/status/FlowStatus.h"
 #include "foundation/ui/Temp_Widget.h"
@@ -35,14 +36,14 @@ template <typename Data, typename Table> class DMS_TurnPage_Plugin : public Temp
 public:
     static constexpr int PageSize = 30; ///< rows a page
 
-    /// A bar on page 1 over `data` (copied) and `table`.
-    DMS_TurnPage_Plugin(Data data, Table table, QWidget *parent);
+    /// A bar on page 1 over `rows` (copied) and `table`.
+    DMS_TurnPage_Plugin(Data rows, Table table, QWidget *parent);
     ~DMS_TurnPage_Plugin() override = default;
 
-    /// Shows `data` as the present page of `totalCount` rows. Every row with a
+    /// Shows `rows` as the present page of `totalCount` rows. Every row with a
     /// cell text equal to a non-empty `selectKey` is selected. With no rows in
     /// all pages the table stays as it is: the desk empties it before.
-    void setData(Data data, int totalCount, QString selectKey);
+    void setData(Data rows, int totalCount, QString selectKey);
 
     /// Writes the page window into the last condition; `restart` goes back to
     /// page 1 first. An empty list throws std::out_of_range.
@@ -63,7 +64,6 @@ public:
 
 private:
     static int pagesOf(int totalCount);
-    template <typename Control> Control *named(const char *name, Control *control);
     void buildBar();
     void connectBar();
     void fill();
@@ -92,29 +92,21 @@ private:
 };
 
 template <typename Data, typename Table>
-DMS_TurnPage_Plugin<Data, Table>::DMS_TurnPage_Plugin(Data data, Table table, QWidget *parent)
-    : Temp_Widget(parent), m_data(std::move(data)), m_pTable(table)
+DMS_TurnPage_Plugin<Data, Table>::DMS_TurnPage_Plugin(Data rows, Table table, QWidget *parent)
+    : Temp_Widget(parent), m_data(std::move(rows)), m_pTable(table)
 {
     buildBar();
     connectBar();
 }
 
-template <typename Data, typename Table>
-template <typename Control>
-Control *DMS_TurnPage_Plugin<Data, Table>::named(const char *name, Control *control)
-{
-    control->setObjectName(QLatin1String(name));
-    return control;
-}
-
 template <typename Data, typename Table> void DMS_TurnPage_Plugin<Data, Table>::buildBar()
 {
-    m_pFirstPagePB = named("m_pFirstPagePB", new QPushButton(QStringLiteral("第一页"), this));
-    m_pPageUpPB = named("m_pPageUpPB", new QPushButton(QStringLiteral("上一页"), this));
-    m_pGotoPageLE = named("m_pGotoPageLE", new QLineEdit(this));
-    m_pTotalLabel = named("m_pTotalLabel", new QLabel(this));
-    m_pPageDownPB = named("m_pPageDownPB", new QPushButton(QStringLiteral("下一页"), this));
-    m_pLastPagePB = named("m_pLastPagePB", new QPushButton(QStringLiteral("最后一页"), this));
+    m_pFirstPagePB = makeNamed<QPushButton>("m_pFirstPagePB", QStringLiteral("第一页"), this);
+    m_pPageUpPB = makeNamed<QPushButton>("m_pPageUpPB", QStringLiteral("上一页"), this);
+    m_pGotoPageLE = makeNamed<QLineEdit>("m_pGotoPageLE", this);
+    m_pTotalLabel = makeNamed<QLabel>("m_pTotalLabel", this);
+    m_pPageDownPB = makeNamed<QPushButton>("m_pPageDownPB", QStringLiteral("下一页"), this);
+    m_pLastPagePB = makeNamed<QPushButton>("m_pLastPagePB", QStringLiteral("最后一页"), this);
     m_pLeftSpacer = new QSpacerItem(3, 1, QSizePolicy::Expanding, QSizePolicy::Minimum);
     m_pRightSpacer = new QSpacerItem(3, 1, QSizePolicy::Expanding, QSizePolicy::Minimum);
 
@@ -146,9 +138,9 @@ template <typename Data, typename Table> void DMS_TurnPage_Plugin<Data, Table>::
 }
 
 template <typename Data, typename Table>
-void DMS_TurnPage_Plugin<Data, Table>::setData(Data data, int totalCount, QString selectKey)
+void DMS_TurnPage_Plugin<Data, Table>::setData(Data rows, int totalCount, QString selectKey)
 {
-    m_data = std::move(data);
+    m_data = std::move(rows);
     m_selectKey = std::move(selectKey);
     m_totalCount = totalCount;
     fill();

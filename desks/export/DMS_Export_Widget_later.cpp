@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "desks/export/DMS_Export_Widget.h"
+
+namespace KODMS::UI {
+
+// Verdicts, questions, assignment, export, import, download and the robot are not
+// offered by this version of the desk: their buttons are in place and do nothing.
+// The slots stand in the meta-object's method table, whose order hosts rely on.
+
+void DMS_Export_Widget::on_m_pExportPB_Clicked() {}
+
+void DMS_Export_Widget::on_m_pCreateQuestionPB_clicked() {}
+
+void DMS_Export_Widget::on_m_pViewQuestionPB_clicked() {}
+
+void DMS_Export_Widget::on_m_pResolveQuestionPB_clicked() {}
+
+void DMS_Export_Widget::on_m_pCheckJobPB_clicked() {}
+
+void DMS_Export_Widget::on_m_pJobPassPB_clicked() {}
+
+void DMS_Export_Widget::on_m_pJobUnpassPB_clicked() {}
+
+void DMS_Export_Widget::on_m_pQuestionTableWidget_ItemDoubleClicked(QTableWidgetItem *) {}
+
+void DMS_Export_Widget::on_m_pAssignPB_clicked() {}
+
+void DMS_Export_Widget::on_m_pImputPB_clicked() {}
+
+void DMS_Export_Widget::on_m_pDMS_Import_Widget_webJobHaveSent() {}
+
+void DMS_Export_Widget::on_m_pDownloadPB_clicked() {}
+
+void DMS_Export_Widget::execCAMRobot() {}
+
+} // namespace KODMS::UI
