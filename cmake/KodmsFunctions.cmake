@@ -64,6 +64,21 @@ function(kodms_add_service_test name)
   target_compile_definitions(${name} PRIVATE KODMS_SERVICES_BUILD)
 endfunction()
 
+# A test of lower modules alone: kodms_add_module_test(NAME MODULES notices disk ... SOURCES ...).
+function(kodms_add_module_test name)
+  cmake_parse_arguments(ARG "LONG" "TIMEOUT" "MODULES;SOURCES;LINK" ${ARGN})
+  list(TRANSFORM ARG_MODULES PREPEND kodms_service_)
+  set(options)
+  if(ARG_LONG)
+    list(APPEND options LONG)
+  endif()
+  if(ARG_TIMEOUT)
+    list(APPEND options TIMEOUT ${ARG_TIMEOUT})
+  endif()
+  kodms_add_test(${name} ${options} SOURCES ${ARG_SOURCES} LINK ${ARG_MODULES} ${ARG_LINK})
+  target_compile_definitions(${name} PRIVATE KODMS_SERVICES_BUILD)
+endfunction()
+
 # A test of the product as it ships: both shared libraries.
 function(kodms_add_e2e_test name)
   kodms_add_test(${name} ${ARGN} LINK kodms_desks kodms_services Qt5::Widgets)

@@ -9,14 +9,19 @@
 namespace KODMS::Services {
 
 /// How an operation that can fail ended. `text` is for people, translated; it is
-/// empty on success.
+/// empty on success. `cause` is for the log, English; where the text says it all,
+/// it may be empty.
 struct [[nodiscard]] Outcome {
     bool ok = true;
     QString text;
+    QString cause = {};
 
     static Outcome success() { return {}; }
 
-    static Outcome failure(const QString &text) { return {false, text}; }
+    static Outcome failure(const QString &text, const QString &cause = {})
+    {
+        return {false, text, cause};
+    }
 
     explicit operator bool() const { return ok; }
 };

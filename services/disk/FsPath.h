@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+
+#include <filesystem>
+
+namespace KODMS::Services {
+
+/// The same path for the standard library. On Unix the bytes are those that Qt
+/// itself would use for the name.
+std::filesystem::path fsPath(const QString &path);
+QString fromFsPath(const std::filesystem::path &path);
+
+} // namespace KODMS::Services

@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "services/filestore/HashedStream.h"
+
+#include "services/disk/IoFailure.h"
+#include "services/disk/Sha256.h"
+
+#include <QCoreApplication>
+
+#include <vector>
+
+namespace KODMS::Services {
+
+namespace {
+
+constexpr std::size_t PieceSize = std::size_t{1} << 20;
+
+struct HashedStreamTexts {
+    Q_DECLARE_TR_FUNCTIONS(KODMS::Services::HashedStream)
+
+public:
+    static QString damaged(const QString &name)
+    {
+        return tr("文件库中的文件已损坏，与存入时不同：%1").arg(name);
+    }
+};
+
+} // namespace
+
+Result<StreamSums> streamHashed(FileHandle &source, const ByteSink &sink, Progress &progress)
+{
+    std::vector<char> piece(PieceSize);
+    Sha256 hash;
+    StreamSums sums;
+    for (;;) {
+        if (progress.isCancelled())
+            return cancelledFailure();
+        const Result<qint64> got = source.read(piece.data(), static_cast<qint64>(piece.size()));
+        if (!got)
+            return got.outcome;
+        if (got.value == 0)
+            break;
+        hash.add(piece.data(), got.value);
+        if (sink) {
+            if (Outcome taken = sink(piece.data(), got.value); !taken)
+                return taken;
+        }
+        sums.size += got.value;
+        progress.advance(got.value);
+    }
+    sums.sha256 = hash.finish();
+    return sums;
+}
+
+Outcome compareSums(const StoredFileInfo &recorded, const StreamSums &read)
+{
+    if (recorded.size == read.size && recorded.sha256 == read.sha256)
+        return Outcome::success();
+    return Outcome::failure(HashedStreamTexts::damaged(recorded.name),
+                            QStringLiteral("recorded %1 bytes %2, read %3 bytes %4")
+                                .arg(recorded.size)
+                                .arg(QString::fromLatin1(recorded.sha256))
+                                .arg(read.size)
+                                .arg(QString::fromLatin1(read.sha256)));
+}
+
+} // namespace KODMS::Services

@@ -1,0 +1,81 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "services/filestore/LocalTarget.h"
+
+#include "services/disk/FileLock.h"
+#include "services/disk/FsPath.h"
+#include "services/disk/IoFailure.h"
+#include "services/filestore/FolderLayout.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <cerrno>
+
+namespace KODMS::Services {
+
+namespace {
+
+const QString Prefix = QStringLiteral(".kodms-");
+const QString Suffix = QStringLiteral(".part");
+
+Outcome removeStanding(const QString &path)
+{
+    const std::filesystem::path target = fsPath(path);
+    std::error_code error;
+    const auto status = std::filesystem::symlink_status(target, error);
+    if (status.type() == std::filesystem::file_type::directory)
+        return ioFailure("replace", path, EISDIR);
+    error.clear();
+    std::filesystem::remove(target, error);
+    return error ? ioFailure("remove", path, error.value()) : Outcome::success();
+}
+
+void sweepRemains(const QDir &folder)
+{
+    const QStringList parts = folder.entryList({Prefix + QLatin1Char('*') + Suffix},
+                                               QDir::Files | QDir::Hidden | QDir::NoSymLinks);
+    for (const QString &part : parts)
+        FileLock::isAlive(folder.filePath(part));
+}
+
+} // namespace
+
+Result<LocalTarget> LocalTarget::create(const QString &path)
+{
+    if (Outcome removed = removeStanding(path); !removed)
+        return removed;
+    const QDir folder = QFileInfo(path).dir();
+    sweepRemains(folder);
+    for (;;) {
+        Result<FileHandle> file =
+            FileHandle::createNew(folder.filePath(Prefix + FolderLayout::newId() + Suffix));
+        if (!file)
+            return file.outcome;
+        file.value.lock(true);
+        const auto stamp = file.value.stamp();
+        if (!stamp)
+            return stamp.outcome;
+        if (stamp.value.linked)
+            return LocalTarget(path, std::move(file.value));
+    }
+}
+
+Outcome LocalTarget::publish()
+{
+    std::error_code error;
+    std::filesystem::rename(fsPath(m_file.path()), fsPath(m_path), error);
+    if (error)
+        return ioFailure("rename", m_path, error.value());
+    return m_file.close();
+}
+
+LocalTarget::~LocalTarget()
+{
+    if (!m_file.isOpen())
+        return;
+    std::error_code ignored;
+    std::filesystem::remove(fsPath(m_file.path()), ignored);
+}
+
+} // namespace KODMS::Services

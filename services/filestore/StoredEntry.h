@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "services/filestore/FileStore.h"
+
+namespace KODMS::Services {
+
+/// A stored file on disk is a folder that bears its name and holds one file, the
+/// body, whose own name tells SHA-256 and size. So one rename publishes or removes
+/// body and sums together, and nothing on disk is ever half a stored file.
+struct StoredEntry {
+    StoredFileInfo info;
+    QString bodyPath;
+
+    static QString bodyName(const QByteArray &sha256, qint64 size);
+    /// Reads the folder; failure when it is missing or holds something else.
+    static Result<StoredEntry> read(const QString &name, const QString &folder);
+};
+
+} // namespace KODMS::Services
