@@ -2,6 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/filestore/FileStore.h"
 
+#include "services/filestore/FolderStore.h"
+
+#include <QCoreApplication>
+
 #include <algorithm>
 
 namespace KODMS::Services {
@@ -18,6 +22,16 @@ bool isNameCharacter(QChar c)
 }
 
 } // namespace
+
+Result<std::unique_ptr<FileStore>> FileStore::create(const FileStoreSettings &settings)
+{
+    if (settings.kind == QLatin1String("folder"))
+        return FolderStore::open(settings.root, settings.database, settings.bucket);
+    return Outcome::failure(
+        QCoreApplication::translate("KODMS::Services::FileStore", "本程序没有此种文件库：%1")
+            .arg(settings.kind),
+        QStringLiteral("no file store of kind %1 in this build").arg(settings.kind));
+}
 
 bool FileStore::isValidStoredName(const QString &name)
 {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "services/config/Configuration.h"
 #include "services/notices/Outcome.h"
 #include "services/notices/Progress.h"
 
@@ -43,6 +44,10 @@ public:
 class FileStore {
 public:
     virtual ~FileStore() = default;
+
+    /// Opens the store that the settings name. Remains of killed writers are swept;
+    /// nothing else is written before the first put.
+    static Result<std::unique_ptr<FileStore>> create(const FileStoreSettings &settings);
 
     /// 1 to 200 of A-Z a-z 0-9 . _ - with no leading dot.
     static bool isValidStoredName(const QString &name);

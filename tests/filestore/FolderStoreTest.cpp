@@ -183,6 +183,22 @@ private Q_SLOTS:
         QVERIFY(!FolderStore::open(root, QStringLiteral("d"), QString()));
     }
 
+    void settingsNameTheStore()
+    {
+        put(QStringLiteral("a"));
+        FileStoreSettings settings;
+        settings.kind = QStringLiteral("folder");
+        settings.root = m_dir->filePath(QStringLiteral("root"));
+        settings.database = QStringLiteral("db");
+        settings.bucket = QStringLiteral("bucket");
+        const auto store = FileStore::create(settings);
+        QVERIFY(store);
+        QVERIFY(store.value->exists(QStringLiteral("a")));
+        QVERIFY(store.value->placeText().contains(settings.root));
+        settings.kind = QStringLiteral("floppy");
+        QVERIFY(FileStore::create(settings).text().contains(settings.kind));
+    }
+
     void databaseAndBucketAreApart()
     {
         put(QStringLiteral("a"));
