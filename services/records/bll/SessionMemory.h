@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "services/records/ShownRecords.h"
+
+#include <QHash>
+#include <QSet>
+
+#include <array>
+#include <optional>
+
+namespace KODMS::Services {
+
+/// The fields of a flow that are guarded together against lost updates.
+enum class FieldGroup { State, File, Assignment, Remark };
+
+/// What this session has seen of each flow. A write on a group that somebody else
+/// changed since it was last shown here would overwrite what its author never saw.
+class SessionMemory final : public ShownRecords {
+public:
+    /// A row of the original-file desk shows neither state nor remark of its flow.
+    void shown(const ShownRow &row) override;
+
+    /// Nothing when the group was never shown to this session.
+    std::optional<int> lastShown(int flowId, FieldGroup group) const;
+
+    /// This session's own write made the group's version `version`.
+    void wrote(int flowId, FieldGroup group, int version);
+
+    /// The steps of a replacement follow each other without looking at results.
+    /// Once one was refused, the later ones must not move the flow on.
+    void replacementFailed(const QString &flowGuid) { m_failedReplacements.insert(flowGuid); }
+
+    void replacementWorked(const QString &flowGuid) { m_failedReplacements.remove(flowGuid); }
+
+    bool hasFailedReplacement(const QString &flowGuid) const
+    {
+        return m_failedReplacements.contains(flowGuid);
+    }
+
+    /// Another user signs in.
+    void clear();
+
+private:
+    using Versions = std::array<std::optional<int>, 4>;
+
+    QHash<int, Versions> m_versions;
+    QSet<QString> m_failedReplacements;
+};
+
+} // namespace KODMS::Services
