@@ -25,8 +25,7 @@ CREATE TABLE questions (
 
 -- Who prepares the original file of a flow.
 CREATE TABLE orig_file_assign (
-    id @identity@,
-    flow_id INTEGER NOT NULL UNIQUE REFERENCES job_flows (id),
+    flow_id INTEGER PRIMARY KEY REFERENCES job_flows (id),
     executor_id INTEGER NOT NULL REFERENCES users (id),
     assign_user_id INTEGER REFERENCES users (id),
     assign_time TEXT NOT NULL
@@ -34,8 +33,7 @@ CREATE TABLE orig_file_assign (
 
 -- Who reviews a flow.
 CREATE TABLE pre_check_assign (
-    id @identity@,
-    flow_id INTEGER NOT NULL UNIQUE REFERENCES job_flows (id),
+    flow_id INTEGER PRIMARY KEY REFERENCES job_flows (id),
     executor_id INTEGER NOT NULL REFERENCES users (id),
     assign_user_id INTEGER REFERENCES users (id),
     assign_time TEXT NOT NULL
