@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "services/api/ComponentVersions.h"
+
+#include "services/notices/NoticeHub.h"
+#include "services/records/RecordContext.h"
+
+#include <archive.h>
+#include <sodium.h>
+
+namespace KODMS::Services {
+
+namespace {
+
+/// "libarchive 3.6.2" -> "3.6.2"
+QString lastWord(const char *text)
+{
+    return QString::fromLatin1(text).section(QLatin1Char(' '), -1);
+}
+
+void addEngine(QVector<ComponentVersion> &all)
+{
+    RecordContext *context = RecordContext::current();
+    if (!context)
+        return;
+    try {
+        SqlQuery query = context->database().query("select_engine");
+        query.exec();
+        if (query.next())
+            all.append({query.text("name"), query.text("version"), query.text("licence")});
+    } catch (const SqlError &error) {
+        qCWarning(lcRecords).noquote() << "componentVersions" << error.logText();
+    }
+}
+
+} // namespace
+
+QVector<ComponentVersion> componentVersions()
+{
+    QVector<ComponentVersion> all{
+        {QStringLiteral("Qt"), QString::fromLatin1(qVersion()), QStringLiteral("LGPL-3.0")}};
+    addEngine(all);
+    all.append({QStringLiteral("libarchive"), lastWord(archive_version_string()),
+                QStringLiteral("BSD-2-Clause")});
+    all.append({QStringLiteral("libsodium"), QString::fromLatin1(sodium_version_string()),
+                QStringLiteral("ISC")});
+    return all;
+}
+
+} // namespace KODMS::Services
