@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "foundation/common/ServicesExport.h"
 #include "foundation/model/DB_Search.h"
 #include "foundation/ui/Import_Info.h"
 
@@ -30,8 +31,8 @@ struct Call {
 
 /// One line for people: Class::operation(argument, "text", {key: value}).
 /// A condition list is printed record by record.
-QString printable(const Call &call);
-QString printable(const DataLib::Model::DB_Search &condition);
+KODMS_SERVICES_API QString printable(const Call &call);
+KODMS_SERVICES_API QString printable(const DataLib::Model::DB_Search &condition);
 
 inline QVariant argument(const std::string &text)
 {

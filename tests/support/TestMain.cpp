@@ -13,6 +13,9 @@ namespace KODMS::Tests {
 
 namespace {
 
+/// What the offscreen platform says of every window that has a fixed size.
+constexpr char OffscreenSizeHints[] = "This plugin does not support propagateSizeHints()";
+
 /// The test library logs an announced message nowhere, so whatever warning stands
 /// in the log was not announced.
 QStringList unexpectedWarnings(const QString &xmlLog)
@@ -30,7 +33,9 @@ QStringList unexpectedWarnings(const QString &xmlLog)
             inWarning = type == QLatin1String("qwarn") || type == QLatin1String("system");
         } else if (xml.isStartElement() && xml.name() == QLatin1String("Description") &&
                    inWarning) {
-            found << xml.readElementText();
+            const QString text = xml.readElementText();
+            if (text != QLatin1String(OffscreenSizeHints))
+                found << text;
             inWarning = false;
         }
     }
