@@ -1,20 +1,30 @@
 # What `cmake --install` lays down: both libraries, their public headers, the CMake package.
 include(CMakePackageConfigHelpers)
 
+set(include_dir ${CMAKE_INSTALL_INCLUDEDIR}/kodms)
 install(TARGETS kodms_services kodms_desks EXPORT KodmsDesksTargets
         RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
-        INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kodms)
+        INCLUDES DESTINATION ${include_dir})
 install(EXPORT KodmsDesksTargets NAMESPACE Kodms::
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/KodmsDesks)
-install(DIRECTORY foundation desks services/api
-        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kodms FILES_MATCHING PATTERN "*.h")
+
+# The public headers, at the paths under which they include each other.
+install(DIRECTORY foundation DESTINATION ${include_dir} FILES_MATCHING PATTERN "*.h")
+install(DIRECTORY services/api DESTINATION ${include_dir}/services FILES_MATCHING PATTERN "*.h")
+install(FILES services/notices/Outcome.h services/notices/Progress.h
+        DESTINATION ${include_dir}/services/notices)
+install(FILES desks/common/DesksExport.h desks/common/DMS_TurnPage_Plugin.h
+              desks/common/StyleSheets.h
+        DESTINATION ${include_dir}/desks/common)
+install(FILES desks/export/DMS_Export_Widget.h DESTINATION ${include_dir}/desks/export)
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/KodmsDesks)
 configure_package_config_file(cmake/KodmsDesksConfig.cmake.in
-  "${CMAKE_BINARY_DIR}/KodmsDesksConfig.cmake"
-  INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/KodmsDesks)
+  "${CMAKE_BINARY_DIR}/KodmsDesksConfig.cmake" INSTALL_DESTINATION ${package_dir})
 write_basic_package_version_file("${CMAKE_BINARY_DIR}/KodmsDesksConfigVersion.cmake"
   COMPATIBILITY SameMinorVersion)
 install(FILES "${CMAKE_BINARY_DIR}/KodmsDesksConfig.cmake"
               "${CMAKE_BINARY_DIR}/KodmsDesksConfigVersion.cmake"
-        DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/KodmsDesks)
+        DESTINATION ${package_dir})

@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "apps/admin/Invocation.h"
+#include "apps/admin/Report.h"
+
+#include <QCommandLineOption>
+#include <QList>
+
+namespace KODMS::Admin {
+
+/// One command of the tool. The tool has checked the number of arguments and that the
+/// options exist before run() is called.
+class Command {
+public:
+    struct Argument {
+        QString name;
+        QString description;
+    };
+
+    virtual ~Command() = default;
+
+    /// As it is typed, one word or two: "check", "user add".
+    virtual QString name() const = 0;
+    virtual QString summary() const = 0;
+
+    /// Further sentences for --help; may be empty.
+    virtual QString details() const { return {}; }
+
+    virtual QList<Argument> arguments() const { return {}; }
+
+    virtual QList<QCommandLineOption> options() const { return {}; }
+
+    virtual Report run(const Invocation &invocation) = 0;
+
+protected:
+    static QCommandLineOption passwordFileOption();
+};
+
+} // namespace KODMS::Admin

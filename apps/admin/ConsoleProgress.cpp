@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "apps/admin/ConsoleProgress.h"
+
+#include "apps/admin/Interrupt.h"
+
+#include <QLocale>
+
+#include <unistd.h>
+
+#include <cstdio>
+
+namespace KODMS::Admin {
+
+static constexpr qint64 ShowEveryMs = 200;
+
+ConsoleProgress::ConsoleProgress(const QString &what, Unit unit)
+    : m_what(what), m_unit(unit), m_visible(isatty(STDERR_FILENO) == 1)
+{
+}
+
+ConsoleProgress::~ConsoleProgress()
+{
+    if (m_visible && m_sinceShown.isValid())
+        std::fputs("\r\033[K", stderr);
+}
+
+void ConsoleProgress::setTotal(qint64 total)
+{
+    m_total = total;
+}
+
+void ConsoleProgress::advance(qint64 done)
+{
+    m_done += done;
+    if (!m_visible || (m_sinceShown.isValid() && m_sinceShown.elapsed() < ShowEveryMs))
+        return;
+    m_sinceShown.start();
+    show();
+}
+
+bool ConsoleProgress::isCancelled() const
+{
+    return Interrupt::wasAskedFor();
+}
+
+void ConsoleProgress::show() const
+{
+    QString line = QStringLiteral("\r\033[K%1: %2").arg(m_what, amount(m_done));
+    if (m_total > 0)
+        line += QStringLiteral(" of %1 (%2 %)").arg(amount(m_total)).arg(100 * m_done / m_total);
+    std::fputs(line.toLocal8Bit().constData(), stderr);
+    std::fflush(stderr);
+}
+
+QString ConsoleProgress::amount(qint64 value) const
+{
+    const QLocale plain = QLocale::c();
+    return m_unit == Unit::Bytes ? plain.formattedDataSize(value) : plain.toString(value);
+}
+
+} // namespace KODMS::Admin

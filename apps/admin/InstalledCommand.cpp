@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "apps/admin/InstalledCommand.h"
+
+#include "services/api/ServiceRuntime.h"
+
+namespace KODMS::Admin {
+
+namespace {
+
+/// The running services; they stop with it.
+class Installation {
+public:
+    explicit Installation(const QString &iniPath)
+        : m_opened(Services::ServiceRuntime::instance().start(iniPath))
+    {
+    }
+
+    ~Installation() { Services::ServiceRuntime::instance().stop(); }
+
+    const Services::Outcome &opened() const { return m_opened; }
+
+    Installation(const Installation &) = delete;
+    Installation &operator=(const Installation &) = delete;
+
+private:
+    Services::Outcome m_opened;
+};
+
+} // namespace
+
+Report InstalledCommand::run(const Invocation &invocation)
+{
+    const Installation installation(invocation.configPath());
+    return installation.opened() ? work(invocation) : Report::failure(installation.opened().text);
+}
+
+} // namespace KODMS::Admin

@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+
+namespace KODMS::Admin {
+
+/// The terminal on standard input, for questions; they are written to standard error,
+/// so that standard output carries results only.
+class Terminal {
+public:
+    /// False when standard input is a file or a pipe: then nobody can be asked.
+    static bool isInteractive();
+
+    /// Asks and reads one line; with `secret`, what is typed is not shown. False when
+    /// the input ended or Ctrl-C was pressed.
+    static bool ask(const QString &question, bool secret, QString *answer);
+
+    /// The first line of standard input, without its end.
+    static bool readLine(QString *line);
+
+    static void writeError(const QString &line);
+    static void writeOutput(const QByteArray &bytes);
+};
+
+} // namespace KODMS::Admin

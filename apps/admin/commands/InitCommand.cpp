@@ -1,0 +1,72 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "apps/admin/commands/InitCommand.h"
+
+#include "apps/admin/PasswordSource.h"
+#include "apps/admin/Terminal.h"
+#include "services/api/InstallationSetup.h"
+#include "services/api/ServiceRuntime.h"
+
+namespace KODMS::Admin {
+
+using Services::InstallationSetup;
+using Services::Outcome;
+using Services::Result;
+using Services::ServiceRuntime;
+
+QString InitCommand::summary() const
+{
+    return QStringLiteral("Make an installation and its first administrator.");
+}
+
+QString InitCommand::details() const
+{
+    return QStringLiteral("Asks for what is not given. There is no default password. An "
+                          "installation that exists is left alone.");
+}
+
+QList<QCommandLineOption> InitCommand::options() const
+{
+    return {{QStringLiteral("login"), QStringLiteral("Login name of the first administrator."),
+             QStringLiteral("LOGIN")},
+            {QStringLiteral("name"), QStringLiteral("Their name as the desks show it."),
+             QStringLiteral("NAME")},
+            passwordFileOption()};
+}
+
+Result<QString> InitCommand::valueOrAsk(const Invocation &invocation, const QString &option,
+                                        const QString &question)
+{
+    if (invocation.has(option))
+        return invocation.value(option);
+    QString answer;
+    if (!Terminal::isInteractive())
+        return Outcome::failure(QStringLiteral("--%1 is missing").arg(option));
+    if (!Terminal::ask(question, false, &answer))
+        return Outcome::failure(QStringLiteral("no answer was given"));
+    return answer;
+}
+
+Report InitCommand::run(const Invocation &invocation)
+{
+    const Result<QString> login =
+        valueOrAsk(invocation, QStringLiteral("login"),
+                   QStringLiteral("Login name of the first administrator:"));
+    if (!login)
+        return Report::usage(login.text());
+    const Result<QString> name = valueOrAsk(invocation, QStringLiteral("name"),
+                                            QStringLiteral("Their name as the desks show it:"));
+    if (!name)
+        return Report::usage(name.text());
+    const Result<QString> password =
+        PasswordSource(invocation.passwordFile()).chosen(QStringLiteral("Password:"));
+    if (!password)
+        return Report::failure(password.text());
+    const QString config = invocation.configPath().isEmpty() ? ServiceRuntime::defaultConfigPath()
+                                                             : invocation.configPath();
+    return Report::of(InstallationSetup::init(config, login.value, name.value, password.value),
+                      QStringLiteral("The installation is ready: %1").arg(config),
+                      {{QStringLiteral("config"), config}, {QStringLiteral("login"), login.value}});
+}
+
+} // namespace KODMS::Admin

@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "apps/admin/commands/StatusCommand.h"
+
+#include "services/api/ServiceRuntime.h"
+
+#include <QJsonArray>
+
+namespace KODMS::Admin {
+
+Report StatusCommand::work(const Invocation &)
+{
+    const auto &services = Services::ServiceRuntime::instance();
+    const QStringList notices = services.configurationNotices();
+    QStringList lines{
+        QStringLiteral("configuration  ") + services.configPath(),
+        QStringLiteral("database       ") + services.databaseText(),
+        QStringLiteral("schema         ") + QString::number(services.schemaVersion()),
+        QStringLiteral("file store     ") + services.fileStoreText(),
+        QStringLiteral("kind           ") +
+            (services.isSample() ? QStringLiteral("sample") : QStringLiteral("real use")),
+    };
+    for (const QString &notice : notices)
+        lines << QStringLiteral("notice         ") + notice;
+    return Report::success(lines,
+                           {{QStringLiteral("config"), services.configPath()},
+                            {QStringLiteral("database"), services.databaseText()},
+                            {QStringLiteral("schemaVersion"), services.schemaVersion()},
+                            {QStringLiteral("fileStore"), services.fileStoreText()},
+                            {QStringLiteral("sample"), services.isSample()},
+                            {QStringLiteral("notices"), QJsonArray::fromStringList(notices)}});
+}
+
+} // namespace KODMS::Admin

@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "apps/admin/commands/UserAddCommand.h"
+
+#include "apps/admin/PasswordSource.h"
+#include "services/api/UserAdmin.h"
+
+#include <limits>
+
+namespace KODMS::Admin {
+
+using Services::NewUser;
+using Services::Result;
+using Services::UserAdmin;
+
+QString UserAddCommand::details() const
+{
+    return QStringLiteral("The roles: ") + UserAdmin::roleNames().join(QStringLiteral(", ")) +
+           QStringLiteral(".\nThe desks offer as pre-checkers the users of department 3 with post "
+                          "10, as executors those of department 2 with post 6.");
+}
+
+QList<Command::Argument> UserAddCommand::arguments() const
+{
+    return {{QStringLiteral("LOGIN"), QStringLiteral("The new user's login name.")}};
+}
+
+QList<QCommandLineOption> UserAddCommand::options() const
+{
+    return {
+        {QStringLiteral("name"), QStringLiteral("Their name as the desks show it."),
+         QStringLiteral("NAME")},
+        {QStringLiteral("role"), QStringLiteral("A role of theirs; may be given several times."),
+         QStringLiteral("ROLE")},
+        {QStringLiteral("department"), QStringLiteral("Number of their department."),
+         QStringLiteral("NUMBER"), QStringLiteral("0")},
+        {QStringLiteral("post"), QStringLiteral("Number of their post."), QStringLiteral("NUMBER"),
+         QStringLiteral("0")},
+        passwordFileOption(),
+    };
+}
+
+Report UserAddCommand::work(const Invocation &invocation)
+{
+    constexpr qint64 Most = std::numeric_limits<int>::max();
+    const Result<qint64> department = invocation.number(QStringLiteral("department"), 0, Most);
+    if (!department)
+        return Report::usage(department.text());
+    const Result<qint64> post = invocation.number(QStringLiteral("post"), 0, Most);
+    if (!post)
+        return Report::usage(post.text());
+    if (!invocation.has(QStringLiteral("name")))
+        return Report::usage(QStringLiteral("--name is missing"));
+    const Result<QString> password = PasswordSource(invocation.passwordFile())
+                                         .chosen(QStringLiteral("Password of the new user:"));
+    if (!password)
+        return Report::failure(password.text());
+    const NewUser user{invocation.argument(0),
+                       invocation.value(QStringLiteral("name")),
+                       password.value,
+                       static_cast<int>(department.value),
+                       static_cast<int>(post.value),
+                       invocation.values(QStringLiteral("role"))};
+    const Result<int> id = UserAdmin::add(user);
+    return Report::of(
+        id.outcome, QStringLiteral("%1 was added").arg(user.loginName),
+        {{QStringLiteral("login"), user.loginName}, {QStringLiteral("id"), id.value}});
+}
+
+} // namespace KODMS::Admin

@@ -1,0 +1,112 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/package/InstalledPackage.h"
+#include "tests/support/TestMain.h"
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTest>
+
+#define VERIFY_RUN(call) QVERIFY2(call, (m_package.output + m_package.errors).constData())
+
+/// examples/minimal_host against the installed package: configured, built, and run on an
+/// installation that the installed kodms-admin has made. The tests follow each other.
+class TestMinimalHost : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void installsOnlyPublicHeaders();
+    void theHostConfiguresAndBuilds();
+    void theInstalledToolMakesASample();
+    void theHostShowsTheDesk();
+    void theHostSaysWhyItCannotStart();
+
+private:
+    QString hostProgram() const { return m_package.path(QStringLiteral("host/minimal_host")); }
+
+    KODMS::Tests::InstalledPackage m_package;
+    QString m_login;
+};
+
+void TestMinimalHost::initTestCase()
+{
+    VERIFY_RUN(m_package.run(QStringLiteral(KODMS_CMAKE),
+                             {QStringLiteral("--install"), QStringLiteral(KODMS_BINARY_DIR),
+                              QStringLiteral("--prefix"), m_package.prefix()}));
+}
+
+void TestMinimalHost::installsOnlyPublicHeaders()
+{
+    const QDir include(m_package.prefix() + QStringLiteral("/include/kodms"));
+    QCOMPARE(include.entryList(QDir::Dirs | QDir::NoDotAndDotDot),
+             QStringList({QStringLiteral("desks"), QStringLiteral("foundation"),
+                          QStringLiteral("services")}));
+    const QDir services(include.filePath(QStringLiteral("services")));
+    QCOMPARE(services.entryList(QDir::Dirs | QDir::NoDotAndDotDot),
+             QStringList({QStringLiteral("api"), QStringLiteral("notices")}));
+    QVERIFY(include.exists(QStringLiteral("desks/export/DMS_Export_Widget.h")));
+    QVERIFY(!include.exists(QStringLiteral("desks/common/JobColumns.h")));
+}
+
+void TestMinimalHost::theHostConfiguresAndBuilds()
+{
+    QStringList configure{QStringLiteral("-S"),
+                          QStringLiteral(KODMS_SOURCE_DIR "/examples/minimal_host"),
+                          QStringLiteral("-B"),
+                          m_package.path(QStringLiteral("host")),
+                          QStringLiteral("-G"),
+                          QStringLiteral("Ninja"),
+                          QStringLiteral("-DCMAKE_CXX_COMPILER=" KODMS_CXX),
+                          QStringLiteral("-DCMAKE_PREFIX_PATH=") + m_package.prefix()};
+    if (*KODMS_SANITIZE != '\0')
+        configure << QStringLiteral("-DCMAKE_CXX_FLAGS=-fsanitize=" KODMS_SANITIZE);
+    VERIFY_RUN(m_package.run(QStringLiteral(KODMS_CMAKE), configure));
+    VERIFY_RUN(m_package.run(QStringLiteral(KODMS_CMAKE),
+                             {QStringLiteral("--build"), m_package.path(QStringLiteral("host"))}));
+}
+
+void TestMinimalHost::theInstalledToolMakesASample()
+{
+    const QString sample = m_package.path(QStringLiteral("sample"));
+    VERIFY_RUN(m_package.run(m_package.prefix() + QStringLiteral("/bin/kodms-admin"),
+                             {QStringLiteral("demo"), sample, QStringLiteral("--flows"),
+                              QStringLiteral("40"), QStringLiteral("--json")}));
+    const QJsonObject made = QJsonDocument::fromJson(m_package.output).object();
+    const QJsonArray accounts = made[QStringLiteral("accounts")].toArray();
+    for (const auto &entry : accounts) {
+        const QJsonObject account = entry.toObject();
+        if (!account[QStringLiteral("roles")].toArray().contains(QStringLiteral("admin")))
+            continue;
+        m_login = account[QStringLiteral("login")].toString();
+        m_package.environment << QStringLiteral("HOST_PASSWORD=") +
+                                     account[QStringLiteral("password")].toString();
+    }
+    QVERIFY(!m_login.isEmpty());
+    m_package.environment << QStringLiteral("KODMS_CONFIG=") +
+                                 made[QStringLiteral("config")].toString();
+}
+
+void TestMinimalHost::theHostShowsTheDesk()
+{
+    const QString picture = m_package.path(QStringLiteral("desk.png"));
+    VERIFY_RUN(m_package.run(hostProgram(), {m_login, picture}, 60'000));
+    const QImage image(picture);
+    QVERIFY(!image.isNull());
+    QVERIFY(image.width() > 300);
+}
+
+void TestMinimalHost::theHostSaysWhyItCannotStart()
+{
+    m_package.environment << QStringLiteral("KODMS_CONFIG=") +
+                                 m_package.path(QStringLiteral("nowhere/kodms.ini"));
+    QVERIFY(!m_package.run(hostProgram(), {m_login, QStringLiteral("x.png")}, 60'000));
+    QVERIFY2(m_package.errors.contains("nowhere/kodms.ini"), m_package.errors.constData());
+}
+
+KODMS_TEST_MAIN(TestMinimalHost, QCoreApplication)
+#include "TestMinimalHost.moc"
