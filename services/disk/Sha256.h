@@ -4,37 +4,28 @@
 
 #include <QByteArray>
 
-#include <array>
-#include <cstdint>
+#include <memory>
 
 namespace KODMS::Services {
 
-/// SHA-256 of a stream of bytes, on the processor's own instructions where it has
-/// them (about four times the speed of portable code), else through libsodium.
+/// SHA-256 of a stream of bytes. libcrypto computes it, with the processor's own
+/// instructions where it has them. Any thread, one at a time.
 class Sha256 {
 public:
     Sha256();
+    Sha256(Sha256 &&) noexcept;
+    Sha256 &operator=(Sha256 &&) noexcept;
+    ~Sha256();
 
     void add(const char *data, qint64 size);
     /// 64 lower-case hexadecimal digits; nothing can be added afterwards.
     QByteArray finish();
 
     static QByteArray of(const QByteArray &data);
-    static bool isAccelerated();
-    /// The portable path, whatever the processor can do.
-    static Sha256 portable();
 
 private:
-    explicit Sha256(bool accelerated);
-    void addAccelerated(const unsigned char *data, std::size_t size);
-    void finishAccelerated(unsigned char *digest);
-
-    bool m_accelerated;
-    std::array<std::uint32_t, 8> m_state;
-    std::array<unsigned char, 64> m_block{};
-    std::size_t m_blockFill = 0;
-    std::uint64_t m_total = 0;
-    alignas(16) std::array<unsigned char, 128> m_sodium{};
+    struct Context;
+    std::unique_ptr<Context> m_context;
 };
 
 } // namespace KODMS::Services
