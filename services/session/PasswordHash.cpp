@@ -71,9 +71,9 @@ bool PasswordHash::matches(const QString &hash, const QString &password)
     if (!isReady())
         return false;
     const QByteArray text = hash.toLatin1();
+    const QByteArray &standIn = decoy(); // made on the first call, whichever that is
     if (isHash(text))
         return verify(text, bytesOf(password));
-    const QByteArray &standIn = decoy();
     (void)verify(standIn, bytesOf(password));
     return false;
 }

@@ -1,0 +1,138 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "services/api/InstallationSetup.h"
+
+#include "services/api/NewInstallation.h"
+#include "services/api/SampleAccountsFile.h"
+#include "services/api/ServiceRuntime.h"
+#include "services/api/UserRules.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace KODMS::Services {
+
+namespace {
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("InstallationSetup", text);
+}
+
+Outcome refuseWhileRunning()
+{
+    if (ServiceRuntime::instance().isRunning())
+        return Outcome::failure(tr("服务正在运行，不能在此时初始化"));
+    return Outcome::success();
+}
+
+/// The configuration that is there, else the defaults, not yet written.
+Result<Configuration> configurationFor(const QString &iniPath)
+{
+    const QString path = iniPath.isEmpty() ? Configuration::defaultPath() : iniPath;
+    if (QFileInfo::exists(path))
+        return Configuration::load(path);
+    return Configuration::defaultsFor(path);
+}
+
+/// Departments and posts as the assignee boxes of the desks ask for them.
+NewUser newUserFor(const SampleAccount &account)
+{
+    NewUser user;
+    user.loginName = account.loginName;
+    user.realName = account.realName;
+    user.password = account.password;
+    user.roles = account.roles;
+    const bool reviews = account.roles.contains(roleName(Role::CheckAuthority));
+    const bool prepares =
+        account.roles.isEmpty() || account.roles.contains(roleName(Role::PreProcess));
+    user.department = reviews ? 3 : prepares ? 2 : 1;
+    user.post = reviews ? 10 : prepares ? 6 : 1;
+    return user;
+}
+
+Result<std::vector<UserRow>> rowsFor(const QVector<SampleAccount> &accounts)
+{
+    std::vector<UserRow> rows;
+    for (const SampleAccount &account : accounts) {
+        auto row = UserRules::rowFor(newUserFor(account));
+        if (!row)
+            return row.outcome;
+        rows.push_back(row.value);
+    }
+    return rows;
+}
+
+Outcome makeSampleFolder(const QString &folder)
+{
+    if (QFileInfo::exists(folder) && !QDir(folder).isEmpty())
+        return Outcome::failure(tr("文件夹 %1 不是空的").arg(folder));
+    if (!QDir().mkpath(folder))
+        return Outcome::failure(tr("无法创建文件夹 %1").arg(folder));
+    return Outcome::success();
+}
+
+Outcome fillSampleFolder(const QString &folder)
+{
+    const QString data = QDir(folder).absolutePath();
+    const QVector<SampleAccount> accounts = SampleAccountsFile::makeAccounts();
+    const auto rows = rowsFor(accounts);
+    if (!rows)
+        return rows.outcome;
+    const Outcome written = SampleAccountsFile::write(SampleAccountsFile::pathIn(data), accounts);
+    if (!written)
+        return written;
+    Configuration configuration =
+        Configuration::defaults(InstallationSetup::sampleConfigPath(folder), data);
+    configuration.isSample = true;
+    return NewInstallation(configuration).make(rows.value);
+}
+
+} // namespace
+
+Outcome InstallationSetup::init(const QString &iniPath, const QString &adminLogin,
+                                const QString &adminRealName, const QString &password)
+{
+    const Outcome idle = refuseWhileRunning();
+    if (!idle)
+        return idle;
+    NewUser admin;
+    admin.loginName = adminLogin;
+    admin.realName = adminRealName;
+    admin.password = password;
+    admin.roles << roleName(Role::Admin);
+    const auto row = UserRules::rowFor(admin);
+    if (!row)
+        return row.outcome;
+    const auto configuration = configurationFor(iniPath);
+    if (!configuration)
+        return configuration.outcome;
+    return NewInstallation(configuration.value).make({row.value});
+}
+
+Outcome InstallationSetup::createSample(const QString &folder)
+{
+    Outcome outcome = refuseWhileRunning();
+    if (outcome)
+        outcome = makeSampleFolder(folder);
+    if (!outcome)
+        return outcome;
+    outcome = fillSampleFolder(folder);
+    if (!outcome)
+        QFile::remove(SampleAccountsFile::pathIn(folder)); // names accounts that are not there
+    return outcome;
+}
+
+Result<QVector<SampleAccount>> InstallationSetup::sampleAccounts(const QString &folder)
+{
+    return SampleAccountsFile::read(SampleAccountsFile::pathIn(folder));
+}
+
+QString InstallationSetup::sampleConfigPath(const QString &folder)
+{
+    return QDir(folder).absoluteFilePath(QStringLiteral("kodms.ini"));
+}
+
+} // namespace KODMS::Services

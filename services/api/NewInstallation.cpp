@@ -1,0 +1,131 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "services/api/NewInstallation.h"
+
+#include "services/filestore/FileStore.h"
+#include "services/notices/NoticeHub.h"
+#include "services/records/Database.h"
+#include "services/records/SchemaMigrator.h"
+#include "services/records/Transaction.h"
+#include "services/records/bll/Audit.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <utility>
+
+namespace KODMS::Services {
+
+namespace {
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("InstallationSetup", text);
+}
+
+void insertUsers(Database &database, const std::vector<UserRow> &users)
+{
+    UserRecords records(database);
+    for (const UserRow &user : users) {
+        const int id = records.insert(user);
+        writeAudit(database,
+                   {0, QStringLiteral("user.add"), QStringLiteral("user"), id, user.loginName,
+                    QString(), user.roles.names().join(QLatin1Char(' ')), false});
+    }
+}
+
+} // namespace
+
+NewInstallation::NewInstallation(Configuration configuration)
+    : m_configuration(std::move(configuration))
+{
+}
+
+NewInstallation::~NewInstallation()
+{
+    if (m_madeDatabase && !m_isWhole)
+        removeDatabase();
+}
+
+Outcome NewInstallation::make(const std::vector<UserRow> &users)
+{
+    Outcome outcome = refuseExisting();
+    if (outcome)
+        outcome = makeFolders();
+    if (outcome)
+        outcome = makeStore();
+    if (outcome)
+        outcome = makeRecords(users);
+    if (outcome && !QFileInfo::exists(m_configuration.filePath))
+        outcome = m_configuration.save();
+    m_isWhole = outcome.ok;
+    return outcome;
+}
+
+Outcome NewInstallation::refuseExisting() const
+{
+    const QString path = m_configuration.database.path;
+    if (!path.isEmpty() && QFileInfo::exists(path))
+        return Outcome::failure(tr("已有数据库 %1，不会覆盖").arg(path));
+    return Outcome::success();
+}
+
+Outcome NewInstallation::makeFolders() const
+{
+    const QString path = m_configuration.database.path;
+    QStringList folders{m_configuration.paths.staging, m_configuration.paths.download};
+    if (!path.isEmpty())
+        folders << QFileInfo(path).absolutePath();
+    if (!m_configuration.fileStore.root.isEmpty())
+        folders << m_configuration.fileStore.root;
+    for (const QString &folder : qAsConst(folders)) {
+        if (!QDir().mkpath(folder))
+            return Outcome::failure(tr("无法创建文件夹 %1").arg(folder));
+    }
+    return Outcome::success();
+}
+
+/// Files without records are what a lost database leaves: a restore is due then,
+/// not a new beginning.
+Outcome NewInstallation::makeStore() const
+{
+    const auto store = FileStore::create(m_configuration.fileStore);
+    if (!store)
+        return store.outcome;
+    const auto files = store.value->list();
+    if (!files)
+        return files.outcome;
+    if (!files.value.isEmpty())
+        return Outcome::failure(
+            tr("文件库 %1 不是空的，请先恢复数据库备份或换一个位置").arg(store.value->placeText()));
+    return Outcome::success();
+}
+
+Outcome NewInstallation::makeRecords(const std::vector<UserRow> &users)
+{
+    try {
+        m_madeDatabase = !m_configuration.database.path.isEmpty();
+        Database database(m_configuration.database, Database::Open::Create);
+        const Outcome installed = SchemaMigrator(database).install();
+        if (!installed)
+            return installed;
+        Transaction transaction(database);
+        insertUsers(database, users);
+        transaction.commit();
+    } catch (const SqlError &error) {
+        qCWarning(lcRecords).noquote() << "make database" << error.logText();
+        return Outcome::failure(
+            tr("无法创建数据库：%1（%2）").arg(error.userText(), error.driverText()));
+    }
+    return Outcome::success();
+}
+
+void NewInstallation::removeDatabase() const
+{
+    for (const char *suffix : {"", "-wal", "-shm"})
+        QFile::remove(m_configuration.database.path + QString::fromLatin1(suffix));
+}
+
+} // namespace KODMS::Services

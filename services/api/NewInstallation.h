@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "services/config/Configuration.h"
+#include "services/records/bll/UserRecords.h"
+
+#include <vector>
+
+namespace KODMS::Services {
+
+/// Makes one installation; takes back what it made when a step fails.
+class NewInstallation {
+public:
+    explicit NewInstallation(Configuration configuration);
+    ~NewInstallation();
+    NewInstallation(const NewInstallation &) = delete;
+    NewInstallation &operator=(const NewInstallation &) = delete;
+
+    /// The configuration file is written when there is none yet.
+    Outcome make(const std::vector<UserRow> &users);
+
+private:
+    Outcome refuseExisting() const;
+    Outcome makeFolders() const;
+    Outcome makeStore() const;
+    Outcome makeRecords(const std::vector<UserRow> &users);
+    void removeDatabase() const;
+
+    Configuration m_configuration;
+    bool m_madeDatabase = false;
+    bool m_isWhole = false;
+};
+
+} // namespace KODMS::Services

@@ -1,0 +1,139 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "services/session/Runtime.h"
+
+#include "services/notices/NoticeHub.h"
+#include "services/records/SchemaMigrator.h"
+#include "services/records/Transaction.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+#include <utility>
+
+namespace KODMS::Services {
+
+namespace {
+
+std::shared_ptr<Runtime> running;
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("Runtime", text);
+}
+
+Outcome notInitialised(const Configuration &configuration)
+{
+    return Outcome::failure(tr("尚未初始化（没有数据库 %1）：请先运行 kodms-admin init")
+                                .arg(configuration.database.path));
+}
+
+bool isMissing(const DatabaseSettings &settings)
+{
+    return !settings.path.isEmpty() && !QFileInfo::exists(settings.path);
+}
+
+Result<std::unique_ptr<Database>> openDatabase(const Configuration &configuration)
+{
+    if (isMissing(configuration.database))
+        return notInitialised(configuration);
+    try {
+        return std::make_unique<Database>(configuration.database);
+    } catch (const SqlError &error) {
+        qCWarning(lcRecords).noquote() << "open database" << error.logText();
+        return Outcome::failure(
+            tr("无法打开数据库：%1（%2）").arg(error.userText(), error.driverText()));
+    }
+}
+
+} // namespace
+
+Runtime::Runtime(Configuration configuration, std::unique_ptr<Database> database,
+                 std::unique_ptr<FileStore> fileStore, int schemaVersion)
+    : m_configuration(std::move(configuration)), m_fileStore(std::move(fileStore)),
+      m_storedFiles(*m_fileStore), m_records(std::move(database)), m_schemaVersion(schemaVersion)
+{
+    m_records.setStoredFiles(&m_storedFiles);
+    m_records.setShownRecords(&m_memory);
+}
+
+Runtime::~Runtime() = default;
+
+Result<std::shared_ptr<Runtime>> Runtime::open(const QString &iniPath)
+{
+    auto configuration = Configuration::load(iniPath);
+    if (!configuration)
+        return configuration.outcome;
+    auto database = openDatabase(configuration.value);
+    if (!database)
+        return database.outcome;
+    SchemaMigrator migrator(*database.value);
+    const Outcome upgraded = migrator.upgrade();
+    if (!upgraded)
+        return upgraded;
+    auto store = FileStore::create(configuration.value.fileStore);
+    if (!store)
+        return store.outcome;
+    const std::shared_ptr<Runtime> runtime(
+        new Runtime(std::move(configuration.value), std::move(database.value),
+                    std::move(store.value), migrator.knownVersion()));
+    runtime->makeFolders();
+    const Outcome settled = runtime->settleDeleteMarks();
+    if (!settled)
+        return settled;
+    return runtime;
+}
+
+Runtime *Runtime::current()
+{
+    return running.get();
+}
+
+void Runtime::setCurrent(const std::shared_ptr<Runtime> &runtime)
+{
+    RecordContext::setCurrent(runtime ? &runtime->records() : nullptr);
+    running = runtime;
+}
+
+void Runtime::setActor(const Actor &actor)
+{
+    m_memory.clear();
+    m_records.setActor(actor);
+}
+
+/// A mark that no deletion followed is forgotten; a deletion whose stored file
+/// stayed behind, because the program ended in between, is brought to its end.
+Outcome Runtime::settleDeleteMarks()
+{
+    try {
+        Transaction transaction(m_records.database());
+        QStringList names;
+        SqlQuery marks = m_records.database().query("select_final_delete_marks");
+        marks.exec();
+        while (marks.next())
+            names << marks.text("stored_name");
+        for (const QString &name : qAsConst(names)) {
+            if (m_storedFiles.removeBody(name))
+                m_records.database().query("delete_delete_mark").bind(":name", name).exec();
+        }
+        m_records.database().query("delete_stale_delete_marks").exec();
+        transaction.commit();
+    } catch (const SqlError &error) {
+        qCWarning(lcRecords).noquote() << "settle delete marks" << error.logText();
+        return Outcome::failure(error.userText());
+    }
+    return Outcome::success();
+}
+
+/// The desks copy into these folders and never make them.
+void Runtime::makeFolders() const
+{
+    for (const QString &folder : {m_configuration.paths.staging, m_configuration.paths.download}) {
+        if (!QDir().mkpath(folder))
+            reportFailure(lcConfig(), "make folder", folder, QStringLiteral("cannot be made"),
+                          tr("无法创建文件夹 %1").arg(folder));
+    }
+}
+
+} // namespace KODMS::Services

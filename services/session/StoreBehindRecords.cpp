@@ -1,0 +1,17 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "services/session/StoreBehindRecords.h"
+
+namespace KODMS::Services {
+
+bool StoreBehindRecords::exists(const QString &storedName)
+{
+    return FileStore::isValidStoredName(storedName) && m_store.exists(storedName);
+}
+
+Outcome StoreBehindRecords::removeBody(const QString &storedName)
+{
+    return exists(storedName) ? m_store.remove(storedName) : Outcome::success();
+}
+
+} // namespace KODMS::Services
