@@ -1,0 +1,132 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/admin/AdminSandbox.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QProcess>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <stdlib.h>
+#include <unistd.h>
+
+namespace KODMS::Tests {
+
+namespace {
+
+constexpr int TimeoutMs = 60'000;
+
+AdminRun finish(QProcess &process)
+{
+    AdminRun run;
+    const bool finished = process.waitForFinished(TimeoutMs);
+    run.output = process.readAllStandardOutput();
+    run.errors = process.readAllStandardError();
+    if (finished && process.exitStatus() == QProcess::NormalExit)
+        run.code = process.exitCode();
+    return run;
+}
+
+/// Everything that can be read from the terminal without waiting.
+QByteArray readShown(int terminal)
+{
+    QByteArray shown;
+    pollfd waiting{terminal, POLLIN, 0};
+    char buffer[512];
+    while (poll(&waiting, 1, 0) == 1 && (waiting.revents & POLLIN)) {
+        const ssize_t count = read(terminal, buffer, sizeof buffer);
+        if (count <= 0)
+            break;
+        shown.append(buffer, static_cast<int>(count));
+    }
+    return shown;
+}
+
+} // namespace
+
+QJsonObject AdminRun::json() const
+{
+    return QJsonDocument::fromJson(output).object();
+}
+
+QByteArray AdminRun::all() const
+{
+    return "exit code " + QByteArray::number(code) + "\nstdout: " + output + "\nstderr: " + errors;
+}
+
+QStringList AdminSandbox::environment() const
+{
+    QStringList all = QProcess::systemEnvironment();
+    all << QStringLiteral("HOME=") + path(QStringLiteral("home"))
+        << QStringLiteral("XDG_CONFIG_HOME=") + path(QStringLiteral("home/config"))
+        << QStringLiteral("XDG_DATA_HOME=") + path(QStringLiteral("home/data"))
+        << QStringLiteral("KODMS_CONFIG=") + configPath() << extraEnvironment;
+    return all;
+}
+
+AdminRun AdminSandbox::run(const QStringList &arguments, const QByteArray &input) const
+{
+    QProcess process;
+    process.setEnvironment(environment());
+    process.start(QStringLiteral(KODMS_ADMIN_PROGRAM), arguments);
+    if (!process.waitForStarted(TimeoutMs))
+        return {};
+    process.write(input);
+    process.closeWriteChannel();
+    return finish(process);
+}
+
+AdminRun AdminSandbox::runJson(const QStringList &arguments, const QByteArray &input) const
+{
+    return run(arguments + QStringList{QStringLiteral("--json")}, input);
+}
+
+AdminRun AdminSandbox::runOnTerminal(const QStringList &arguments, const QByteArray &typed,
+                                     QByteArray *shown) const
+{
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+    if (terminal < 0 || grantpt(terminal) != 0 || unlockpt(terminal) != 0)
+        return {};
+    QProcess process;
+    process.setEnvironment(environment());
+    process.setStandardInputFile(QString::fromLocal8Bit(ptsname(terminal)));
+    process.start(QStringLiteral(KODMS_ADMIN_PROGRAM), arguments);
+    QByteArray questions;
+    for (const QByteArray &line : typed.split('\n')) {
+        // A person answers when the question is there; what is typed earlier would be shown.
+        while (!questions.endsWith(": ") && process.waitForReadyRead(TimeoutMs))
+            questions += process.readAllStandardError();
+        if (!questions.endsWith(": ") ||
+            write(terminal, line.constData(), static_cast<size_t>(line.size())) < 0 ||
+            write(terminal, "\n", 1) < 0)
+            break;
+        questions += '\n';
+    }
+    AdminRun run = finish(process);
+    run.errors.prepend(questions);
+    *shown = readShown(terminal);
+    close(terminal);
+    return run;
+}
+
+AdminRun AdminSandbox::init() const
+{
+    return run({QStringLiteral("init"), QStringLiteral("--login"), QString::fromLatin1(AdminLogin),
+                QStringLiteral("--name"), QStringLiteral("主管"), QStringLiteral("--password-file"),
+                QStringLiteral("-")},
+               QByteArray(AdminPassword) + '\n');
+}
+
+QString AdminSandbox::write(const QString &below, const QByteArray &bytes) const
+{
+    QDir().mkpath(QFileInfo(path(below)).path());
+    QFile file(path(below));
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        return {};
+    return file.fileName();
+}
+
+} // namespace KODMS::Tests

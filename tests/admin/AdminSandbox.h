@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QByteArray>
+#include <QJsonObject>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+namespace KODMS::Tests {
+
+/// What one run of kodms-admin left behind.
+struct AdminRun {
+    int code = -1; ///< -1: it crashed, hung or could not be started
+    QByteArray output;
+    QByteArray errors;
+
+    /// Standard output as one JSON object; empty when it is not exactly that.
+    QJsonObject json() const;
+    /// Everything, for the message of a failed comparison.
+    QByteArray all() const;
+};
+
+/// A folder with its own home, configuration and installation for kodms-admin.
+class AdminSandbox {
+public:
+    static constexpr const char *AdminLogin = "chief";
+    static constexpr const char *AdminPassword = "correct horse battery";
+
+    QString path(const QString &below) const { return m_dir.filePath(below); }
+
+    QString configPath() const { return path(QStringLiteral("place/kodms.ini")); }
+
+    /// Runs kodms-admin on this sandbox's configuration, with `input` as standard input.
+    AdminRun run(const QStringList &arguments, const QByteArray &input = {}) const;
+    /// The same with --json.
+    AdminRun runJson(const QStringList &arguments, const QByteArray &input = {}) const;
+    /// The same with a terminal on standard input, on which `typed` is typed. What the terminal
+    /// showed (questions go elsewhere, so: the echo) is in `shown`.
+    AdminRun runOnTerminal(const QStringList &arguments, const QByteArray &typed,
+                           QByteArray *shown) const;
+
+    /// `init` with the administrator above.
+    AdminRun init() const;
+
+    /// Writes a file below the sandbox and returns its path.
+    QString write(const QString &below, const QByteArray &bytes) const;
+
+    QStringList extraEnvironment; ///< NAME=value
+
+private:
+    QStringList environment() const;
+
+    QTemporaryDir m_dir;
+};
+
+} // namespace KODMS::Tests

@@ -1,0 +1,202 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/admin/AdminSandbox.h"
+#include "tests/support/TestMain.h"
+
+#include <QFileInfo>
+#include <QTest>
+
+using KODMS::Tests::AdminRun;
+using KODMS::Tests::AdminSandbox;
+
+/// Making an installation: what is asked, what is refused, what is left behind.
+class TestAdminInit : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void takesThePasswordFromStandardInput();
+    void takesThePasswordFromAFile();
+    void asksOnTheTerminalWithoutShowingThePassword();
+    void refusesTwoDifferentPasswords();
+    void refusesAnUnusableAnswer_data();
+    void refusesAnUnusableAnswer();
+    void needsATerminalOrAPasswordFile();
+    void leavesAnExistingInstallationAlone();
+    void refusesAFolderItCannotWriteInto();
+    void printsNothingSecret();
+    void statusSaysWhatThereIs();
+    void statusRefusesADamagedDatabase();
+    void statusNamesABadSetting();
+};
+
+static QStringList initLine(const QString &passwordFile)
+{
+    return {QStringLiteral("init"),
+            QStringLiteral("--login"),
+            QStringLiteral("chief"),
+            QStringLiteral("--name"),
+            QStringLiteral("主管"),
+            QStringLiteral("--password-file"),
+            passwordFile};
+}
+
+void TestAdminInit::takesThePasswordFromStandardInput()
+{
+    const AdminSandbox sandbox;
+    const AdminRun run = sandbox.runJson(initLine(QStringLiteral("-")), "a fine password\nrest\n");
+    QVERIFY2(run.code == 0, run.all());
+    QCOMPARE(run.json()[QStringLiteral("ok")], QJsonValue(true));
+    QCOMPARE(run.json()[QStringLiteral("config")].toString(), sandbox.configPath());
+    QVERIFY(QFileInfo::exists(sandbox.configPath()));
+}
+
+void TestAdminInit::takesThePasswordFromAFile()
+{
+    const AdminSandbox sandbox;
+    const QString file = sandbox.write(QStringLiteral("secret"), "a fine password\r\n");
+    QCOMPARE(sandbox.run(initLine(file)).code, 0);
+    const AdminRun list = sandbox.run({QStringLiteral("user"), QStringLiteral("list")});
+    QVERIFY2(list.output.contains("主管") && list.output.contains("admin"), list.all());
+}
+
+void TestAdminInit::asksOnTheTerminalWithoutShowingThePassword()
+{
+    const AdminSandbox sandbox;
+    QByteArray shown;
+    const AdminRun run = sandbox.runOnTerminal(
+        {QStringLiteral("init")}, "chief\n主管\na fine password\na fine password", &shown);
+    QVERIFY2(run.code == 0, run.all());
+    QVERIFY2(shown.contains("chief"), shown);
+    QVERIFY2(!shown.contains("fine"), shown);
+}
+
+void TestAdminInit::refusesTwoDifferentPasswords()
+{
+    const AdminSandbox sandbox;
+    QByteArray shown;
+    const AdminRun run = sandbox.runOnTerminal(
+        {QStringLiteral("init")}, "chief\n主管\na fine password\nanother password", &shown);
+    QVERIFY2(run.code == 1, run.all());
+    QVERIFY2(run.errors.contains("differ"), run.all());
+    QVERIFY(!QFileInfo::exists(sandbox.configPath()));
+}
+
+void TestAdminInit::refusesAnUnusableAnswer_data()
+{
+    QTest::addColumn<QString>("login");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("password");
+    const QString login = QStringLiteral("chief");
+    const QString name = QStringLiteral("主管");
+    const QByteArray password = "a fine password";
+    QTest::newRow("a short password") << login << name << QByteArray("short");
+    QTest::newRow("no password") << login << name << QByteArray();
+    QTest::newRow("an empty login") << QString() << name << password;
+    QTest::newRow("a login with a blank") << QStringLiteral("the chief") << name << password;
+    QTest::newRow("a login that is SQL")
+        << QStringLiteral("x'; DROP TABLE users; --") << name << password;
+    QTest::newRow("an empty name") << login << QString() << password;
+    QTest::newRow("a name too long") << login << QString(65, QChar(0x4E3B)) << password;
+}
+
+void TestAdminInit::refusesAnUnusableAnswer()
+{
+    QFETCH(QString, login);
+    QFETCH(QString, name);
+    QFETCH(QByteArray, password);
+    const AdminSandbox sandbox;
+    const AdminRun run = sandbox.runJson({QStringLiteral("init"), QStringLiteral("--login"), login,
+                                          QStringLiteral("--name"), name,
+                                          QStringLiteral("--password-file"), QStringLiteral("-")},
+                                         password + '\n');
+    QVERIFY2(run.code == 1, run.all());
+    QVERIFY(!run.json()[QStringLiteral("error")].toString().isEmpty());
+    QVERIFY(!QFileInfo::exists(sandbox.configPath()));
+}
+
+void TestAdminInit::needsATerminalOrAPasswordFile()
+{
+    const AdminSandbox sandbox;
+    const AdminRun nothing = sandbox.run({QStringLiteral("init")});
+    QVERIFY2(nothing.code == 2 && nothing.errors.contains("--login"), nothing.all());
+    const AdminRun noPassword = sandbox.run(initLine(QString()).mid(0, 5), "typed blindly\n");
+    QVERIFY2(noPassword.code == 1 && noPassword.errors.contains("--password-file"),
+             noPassword.all());
+    const AdminRun noFile = sandbox.run(initLine(sandbox.path(QStringLiteral("none"))));
+    QVERIFY2(noFile.code == 1 && noFile.errors.contains("none"), noFile.all());
+    QVERIFY(!QFileInfo::exists(sandbox.configPath()));
+}
+
+void TestAdminInit::leavesAnExistingInstallationAlone()
+{
+    const AdminSandbox sandbox;
+    QVERIFY(sandbox.init().code == 0);
+    const AdminRun again =
+        sandbox.runJson({QStringLiteral("init"), QStringLiteral("--login"),
+                         QStringLiteral("intruder"), QStringLiteral("--name"), QStringLiteral("x"),
+                         QStringLiteral("--password-file"), QStringLiteral("-")},
+                        "another fine password\n");
+    QVERIFY2(again.code == 1, again.all());
+    const AdminRun list = sandbox.run({QStringLiteral("user"), QStringLiteral("list")});
+    QVERIFY2(list.output.contains("chief") && !list.output.contains("intruder"), list.all());
+}
+
+void TestAdminInit::refusesAFolderItCannotWriteInto()
+{
+    const AdminSandbox sandbox;
+    // A file where the folder should be: unwritable for root, too.
+    QVERIFY(!sandbox.write(QStringLiteral("place"), "in the way").isEmpty());
+    const AdminRun run = sandbox.init();
+    QVERIFY2(run.code == 1, run.all());
+    QVERIFY2(run.errors.contains("place"), run.all());
+}
+
+void TestAdminInit::printsNothingSecret()
+{
+    const AdminSandbox sandbox;
+    const AdminRun run =
+        sandbox.run(initLine(QStringLiteral("-")) + QStringList{QStringLiteral("--verbose")},
+                    "a fine password\n");
+    QVERIFY2(run.code == 0, run.all());
+    QVERIFY2(!run.all().contains("fine"), run.all());
+    QVERIFY2(!run.all().contains("argon2"), run.all());
+}
+
+void TestAdminInit::statusSaysWhatThereIs()
+{
+    const AdminSandbox sandbox;
+    QVERIFY(sandbox.init().code == 0);
+    const AdminRun run = sandbox.runJson({QStringLiteral("status")});
+    QVERIFY2(run.code == 0, run.all());
+    QCOMPARE(run.json()[QStringLiteral("config")].toString(), sandbox.configPath());
+    QCOMPARE(run.json()[QStringLiteral("sample")], QJsonValue(false));
+    QVERIFY(run.json()[QStringLiteral("schemaVersion")].toInt() >= 1);
+    QVERIFY(!run.json()[QStringLiteral("database")].toString().isEmpty());
+    QVERIFY(!run.json()[QStringLiteral("fileStore")].toString().isEmpty());
+}
+
+void TestAdminInit::statusRefusesADamagedDatabase()
+{
+    const AdminSandbox sandbox;
+    QVERIFY(sandbox.init().code == 0);
+    QVERIFY(!sandbox.write(QStringLiteral("place/kodms.db"), QByteArray(8192, 'x')).isEmpty());
+    const AdminRun run = sandbox.runJson({QStringLiteral("status")});
+    QVERIFY2(run.code == 1, run.all());
+    QVERIFY2(run.json()[QStringLiteral("error")].toString().contains(QStringLiteral("kodms.db")),
+             run.all());
+}
+
+void TestAdminInit::statusNamesABadSetting()
+{
+    const AdminSandbox sandbox;
+    QVERIFY(!sandbox.write(QStringLiteral("place/kodms.ini"), "[database]\ndriver = parrot\n")
+                 .isEmpty());
+    const AdminRun run = sandbox.runJson({QStringLiteral("status")});
+    QVERIFY2(run.code == 1, run.all());
+    const QString error = run.json()[QStringLiteral("error")].toString();
+    for (const char *part : {"kodms.ini", "database", "driver", "parrot", "sqlite"})
+        QVERIFY2(error.contains(QString::fromLatin1(part)), run.all());
+}
+
+KODMS_TEST_MAIN(TestAdminInit, QCoreApplication)
+#include "TestAdminInit.moc"
