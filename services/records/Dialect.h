@@ -53,6 +53,15 @@ public:
     /// Type of a key column that the engine counts up and never gives out twice.
     virtual QString identityColumn() const = 0;
 
+    /// True where `column` contains the text that is bound to the condition's one
+    /// "?", in either case for Latin letters, every other character as it stands.
+    /// `bound` receives what to bind for `text`.
+    virtual QString containsText(const QString &column, const QString &text,
+                                 QString *bound) const = 0;
+
+    /// The number that a text column holds in decimal digits, else null.
+    virtual QString numberInText(const QString &column) const = 0;
+
     /// The time-out of the statements that start from now on; 0 = none.
     virtual void setStatementTimeout(int milliseconds) = 0;
 

@@ -15,6 +15,11 @@ struct RowVersions {
     int remark = 0;
 };
 
+class SqlQuery;
+
+/// The versions in the query's present row, from the columns of those names.
+RowVersions versionsOf(const SqlQuery &query);
+
 /// A row that a view service has just shown to this session.
 struct ShownRow {
     enum class View { Flow, OrigFile };

@@ -32,15 +32,27 @@ SqlQuery::~SqlQuery()
         m_database->keep(m_name, m_query);
 }
 
+namespace {
+
+/// A QString without text means an empty text; null is said with an empty QVariant.
+QVariant boundValue(const QVariant &value)
+{
+    if (value.type() == QVariant::String && value.isNull())
+        return QString(QLatin1String(""));
+    return value;
+}
+
+} // namespace
+
 SqlQuery &SqlQuery::bind(const char *name, const QVariant &value)
 {
-    m_query.bindValue(QLatin1String(name), value);
+    m_query.bindValue(QLatin1String(name), boundValue(value));
     return *this;
 }
 
 SqlQuery &SqlQuery::bind(int position, const QVariant &value)
 {
-    m_query.bindValue(position, value);
+    m_query.bindValue(position, boundValue(value));
     return *this;
 }
 

@@ -23,7 +23,8 @@ public:
     SqlQuery(const SqlQuery &) = delete;
     SqlQuery &operator=(const SqlQuery &) = delete;
 
-    /// `name` is ":name" as in the statement.
+    /// `name` is ":name" as in the statement. A QString is a text, also when it is
+    /// null; QVariant() is null.
     SqlQuery &bind(const char *name, const QVariant &value);
     SqlQuery &bind(int position, const QVariant &value);
     /// Binds null when `id` is 0, which means "none" outside the database.

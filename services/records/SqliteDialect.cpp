@@ -15,6 +15,8 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
+
 namespace KODMS::Services {
 
 namespace {
@@ -22,6 +24,38 @@ namespace {
 [[noreturn]] void refusePlace(SqlError::Kind kind, const QString &path, const char *why)
 {
     throw SqlError(kind, {}, QDir::toNativeSeparators(path) + QLatin1String(why));
+}
+
+bool isLatinLetter(QChar c)
+{
+    return (c >= QLatin1Char('a') && c <= QLatin1Char('z')) ||
+           (c >= QLatin1Char('A') && c <= QLatin1Char('Z'));
+}
+
+bool hasLatinLetter(const QString &text)
+{
+    return std::any_of(text.begin(), text.end(), isLatinLetter);
+}
+
+QString foldedLatin(QString text)
+{
+    for (QChar &c : text) {
+        if (isLatinLetter(c))
+            c = c.toLower();
+    }
+    return text;
+}
+
+QString escapedPattern(const QString &text)
+{
+    QString pattern;
+    pattern.reserve(text.size() + 2);
+    for (const QChar c : text) {
+        if (c == QLatin1Char('%') || c == QLatin1Char('_') || c == QLatin1Char('\\'))
+            pattern += QLatin1Char('\\');
+        pattern += c;
+    }
+    return pattern;
 }
 
 } // namespace
@@ -139,6 +173,30 @@ QString SqliteDialect::beginRead() const
 QString SqliteDialect::identityColumn() const
 {
     return QStringLiteral("INTEGER PRIMARY KEY AUTOINCREMENT");
+}
+
+QString SqliteDialect::containsText(const QString &column, const QString &text,
+                                    QString *bound) const
+{
+    // A pattern may have 50,000 bytes, so longer texts take the slower way, which has no limit.
+    constexpr int longestPattern = 10000;
+    if (!hasLatinLetter(text)) {
+        *bound = text;
+        return QStringLiteral("instr(%1, ?) > 0").arg(column);
+    }
+    if (text.size() <= longestPattern) {
+        *bound = QLatin1Char('%') + escapedPattern(text) + QLatin1Char('%');
+        return column + QStringLiteral(" LIKE ? ESCAPE '\\'");
+    }
+    *bound = foldedLatin(text);
+    return QStringLiteral("instr(lower(%1), ?) > 0").arg(column);
+}
+
+QString SqliteDialect::numberInText(const QString &column) const
+{
+    return QStringLiteral("CASE WHEN %1 <> '' AND length(%1) <= 18 AND %1 NOT GLOB '*[^0-9]*' "
+                          "THEN CAST(%1 AS INTEGER) END")
+        .arg(column);
 }
 
 void SqliteDialect::setStatementTimeout(int milliseconds)

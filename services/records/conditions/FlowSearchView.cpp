@@ -1,0 +1,83 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "services/records/conditions/SearchView.h"
+
+namespace KODMS::Services {
+
+namespace {
+
+enum Table : unsigned {
+    Jobs = 1,
+    Executor = 2,
+    ExecutorUser = 4,
+    Checker = 8,
+    CheckerUser = 16,
+    Original = 32,
+    Imported = 64,
+    Order = 128
+};
+
+constexpr auto text = ViewField::Kind::Text;
+constexpr auto number = ViewField::Kind::Number;
+
+SearchView makeView()
+{
+    SearchView view;
+    view.name = "flow view";
+    view.table = "job_flows f";
+    view.id = "f.id";
+    view.joins = {
+        {Jobs, 0, "JOIN jobs j ON j.name = f.job_name"},
+        {Executor, 0, "LEFT JOIN orig_file_assign oa ON oa.flow_id = f.id"},
+        {ExecutorUser, Executor, "LEFT JOIN users ou ON ou.id = oa.executor_id"},
+        {Checker, 0, "LEFT JOIN pre_check_assign pa ON pa.flow_id = f.id"},
+        {CheckerUser, Checker, "LEFT JOIN users pu ON pu.id = pa.executor_id"},
+        {Original, 0, "LEFT JOIN orig_files o ON o.id = f.orig_file_id"},
+        {Imported, 0, "LEFT JOIN orig_files i ON i.id = f.last_import_file_id"},
+        {Order, 0, "LEFT JOIN orders r ON r.flow_id = f.id"},
+    };
+    view.fields = {
+        {"Flow_Id", number, "f.id", 0},
+        {"KoJobName", text, "f.job_name", 0},
+        {"Flow_OrigJobName", text, "f.orig_job_name", 0},
+        {"Flow_OrigUploadTime", text, "o.create_time", Original},
+        {"Flow_OdbppUploadTime", text, "f.last_import_time", 0},
+        {"Flow_OdbppUploaded", number, "CASE WHEN f.last_import_time IS NULL THEN 0 ELSE 1 END", 0,
+         1},
+        {"JobTable_LayerCount", number, "j.layer_count", Jobs},
+        {"JobTable_FeatureCount", number, "j.feature_count", Jobs},
+        {"JobTable_CreateUserId", number, "j.create_user_id", Jobs},
+        {"Flow_FlowStatus", number, "f.flow_status", 0, 3},
+        {"Flow_CheckFlag", number, "f.check_flag", 0, 2},
+        {"Flow_PreCheckTime", text, "f.check_time", 0},
+        {"Flow_FlowGUID", text, "f.guid", 0},
+        {"PreUserRealName_OFAssign_Executor", text, "ou.real_name", ExecutorUser, -1, "users",
+         "real_name", "oa.executor_id", Executor,
+         "SELECT flow_id FROM orig_file_assign WHERE executor_id"},
+        {"PreCheckUserRealName_PCAssign_Executor", text, "pu.real_name", CheckerUser, -1, "users",
+         "real_name", "pa.executor_id", Checker,
+         "SELECT flow_id FROM pre_check_assign WHERE executor_id"},
+        {"Flow_Tips", text, "f.tips", 0},
+        {"Flow_FileUuid", text, "COALESCE(i.stored_name, o.stored_name)", Original | Imported},
+        {"Flow_WebFlag", number, "CASE WHEN lower(f.job_name) LIKE 'web%' THEN 1 ELSE 0 END", 0, 1},
+        {"Order_Suffix", text, "r.suffix", Order},
+        {"OrigFile_Suffix", text, "COALESCE(i.file_type, o.file_type)", Original | Imported},
+        {"Flow_UploadBatchNum", number, "f.batch_number", 0},
+        {"Flow_CreateTime", text, "f.create_time", 0},
+        {"Flow_CreateUserId", number, "f.create_user_id", 0},
+        {"Flow_LastOdbppImportUserId", number, "f.last_import_user_id", 0},
+        {"OFAssign_ExecutorId", number, "oa.executor_id", Executor},
+        {"PCAssign_ExecutorId", number, "pa.executor_id", Checker},
+    };
+    return view;
+}
+
+} // namespace
+
+const SearchView &SearchView::flows()
+{
+    static const SearchView view = makeView();
+    return view;
+}
+
+} // namespace KODMS::Services

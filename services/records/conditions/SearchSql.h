@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "services/records/conditions/SearchRequest.h"
+#include "services/records/conditions/SearchView.h"
+
+#include <QString>
+#include <QVariant>
+#include <QVector>
+
+namespace KODMS::Services {
+
+class Dialect;
+
+/// The statements of one search. They name only the tables that the conditions
+/// need; the rows themselves are read afterwards, by id.
+class SearchSql {
+public:
+    struct Statement {
+        QString sql;
+        QVector<QVariant> values; ///< for the "?", in order
+        bool isTooLarge = false;  ///< the engine would refuse it
+    };
+
+    SearchSql(const SearchView &view, const Dialect &dialect) : m_view(view), m_dialect(dialect) {}
+
+    /// Ids of the rows of the page, in order.
+    Statement ids(const SearchRequest &request) const;
+
+    /// One number: the rows that meet the condition.
+    Statement count(const Condition &where) const;
+
+private:
+    Statement selection(const QString &result, const Condition &where, unsigned moreTables) const;
+    QString order(const SearchRequest &request) const;
+
+    const SearchView &m_view;
+    const Dialect &m_dialect;
+};
+
+} // namespace KODMS::Services

@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+namespace KODMS::Services {
+
+/// One field of a view that condition lists may name. Plain texts with static
+/// storage; the white list is made of these.
+struct ViewField {
+    enum class Kind { Text, Number };
+
+    const char *name;   ///< as in condition lists
+    Kind kind;          ///< numbers are compared as numbers, and shown in decimal
+    const char *column; ///< where it stands, for example "f.job_name"
+    unsigned tables;    ///< joined tables that `column` needs, one bit each
+    int largest = -1;   ///< the schema admits only 0 to this number; -1: any
+
+    /// For a text that few records share among many rows (people, customers): the
+    /// column is looked up there first, and the rows are asked for the key alone.
+    const char *dimension = nullptr; ///< "users", "customers"; null: none
+    const char *dimensionColumn = nullptr;
+    const char *key = nullptr;   ///< column of the row that names the record
+    unsigned keyTables = 0;      ///< joined tables that `key` needs
+    const char *byKey = nullptr; ///< rows by key, an index walk: "SELECT id FROM t WHERE key"
+};
+
+} // namespace KODMS::Services

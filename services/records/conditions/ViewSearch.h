@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "foundation/model/DB_Search.h"
+#include "services/records/conditions/SearchSql.h"
+#include "services/records/conditions/SearchView.h"
+
+#include <QVector>
+
+#include <vector>
+
+namespace KODMS::Services {
+
+class Database;
+class RecordContext;
+
+/// One search of a view: understands both lists, adds what the acting user may
+/// see, and finds ids and count.
+class ViewSearch {
+public:
+    ViewSearch(RecordContext &context, const SearchView &view);
+
+    /// False when a list cannot be understood; problem() says why, in English.
+    /// Throws SqlError when the database fails.
+    bool run(const std::vector<DataLib::Model::DB_Search> &conditions,
+             const std::vector<DataLib::Model::DB_Search> &countConditions);
+
+    const QVector<int> &ids() const { return m_ids; }
+
+    int totalCount() const { return m_totalCount; }
+
+    const QString &problem() const { return m_problem; }
+
+private:
+    bool readLists(const std::vector<DataLib::Model::DB_Search> &conditions,
+                   const std::vector<DataLib::Model::DB_Search> &countConditions);
+    bool findIds();
+    bool countRows();
+    bool checkSize(const SearchSql::Statement &statement);
+
+    RecordContext &m_context;
+    const SearchView &m_view;
+    SearchRequest m_request;
+    Condition m_countWhere;
+    QVector<int> m_ids;
+    int m_totalCount = 0;
+    QString m_problem;
+};
+
+} // namespace KODMS::Services
