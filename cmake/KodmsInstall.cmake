@@ -12,7 +12,8 @@ install(EXPORT KodmsDesksTargets NAMESPACE Kodms::
 
 # The public headers, at the paths under which they include each other.
 install(DIRECTORY foundation DESTINATION ${include_dir} FILES_MATCHING PATTERN "*.h")
-install(DIRECTORY services/api DESTINATION ${include_dir}/services FILES_MATCHING PATTERN "*.h")
+install(DIRECTORY services/api DESTINATION ${include_dir}/services
+        FILES_MATCHING PATTERN "*.h" PATTERN internal EXCLUDE)
 install(FILES services/notices/Outcome.h services/notices/Progress.h
         DESTINATION ${include_dir}/services/notices)
 install(FILES desks/common/DesksExport.h desks/common/DMS_TurnPage_Plugin.h

@@ -23,7 +23,7 @@ function top(path) { split(path, parts, "/"); return parts[1] }
 function second(path) { split(path, parts, "/"); return parts[2] }
 
 function is_public(path) {
-  return top(path) == "foundation" || (path in open_to_hosts) || path ~ /^services\/api\//
+  return top(path) == "foundation" || (path in open_to_hosts) || path ~ /^services\/api\/[^\/]*$/
 }
 
 # The reason why `from` must not include `to`, or nothing.
@@ -74,7 +74,7 @@ function service_reason(from, to, there,    mine, other) {
   other = second(to)
   if (!(mine in level) || !(other in level))
     return "unknown module: give it its floor in scripts/check_includes.awk"
-  if (mine == "api" && from ~ /\.h$/ && other != "api")
+  if (from ~ /\.h$/ && is_public(from))
     return is_public(to) ? "" : "a public header includes no private one"
   return mine == other || level[other] < level[mine] ? "" : "services/" other " is not below services/" mine
 }

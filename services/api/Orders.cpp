@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/api/Orders.h"
 
-#include "services/api/AdminChange.h"
+#include "services/api/internal/AdminChange.h"
 #include "services/records/Database.h"
 #include "services/records/TimeText.h"
 #include "services/records/bll/FlowRecords.h"

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/api/UserAdmin.h"
 
-#include "services/api/AdminChange.h"
-#include "services/api/UserRules.h"
+#include "services/api/internal/AdminChange.h"
+#include "services/api/internal/UserRules.h"
 #include "services/notices/NoticeHub.h"
 #include "services/records/Database.h"
 #include "services/records/RecordContext.h"

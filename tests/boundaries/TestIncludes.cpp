@@ -64,6 +64,8 @@ void TestIncludes::findsWhatCrossesABoundary_data()
     row("the lowest module knows another", "services/notices/A.cpp", "services/config/B.h");
     row("a module without a floor", "services/attic/A.cpp", "services/notices/Outcome.h");
     row("a public header opens a private one", "services/api/A.h", "services/records/Database.h");
+    row("a public header opens the inside", "services/api/A.h", "services/api/internal/B.h");
+    row("an application knows the inside", "apps/admin/A.cpp", "services/api/internal/B.h");
     row("an application knows a private class", "apps/desk/A.cpp", "services/records/Database.h");
     row("an application knows a part of a desk", "apps/desk/A.cpp", "desks/export/JobColumns.h");
     row("an application knows the other", "apps/admin/A.cpp", "apps/desk/B.h");
@@ -101,6 +103,7 @@ void TestIncludes::allowsWhatTheLayersAllow_data()
     row("a module knows a lower one", "services/session/A.cpp", "services/records/Database.h");
     row("a module knows the lowest", "services/ui/A.cpp", "services/notices/Outcome.h");
     row("a public class uses everything", "services/api/A.cpp", "services/records/Database.h");
+    row("the inside uses everything", "services/api/internal/A.h", "services/records/Database.h");
     row("a public header uses an outcome", "services/api/A.h", "services/notices/Outcome.h");
     row("an application uses a public service", "apps/admin/A.cpp", "services/api/SignIn.h");
     row("an application uses a desk", "apps/desk/A.cpp", "desks/export/DMS_Export_Widget.h");

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
-#include "services/api/UserRules.h"
+#include "services/api/internal/UserRules.h"
 
 #include "services/session/PasswordHash.h"
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
-#include "services/api/AdminChange.h"
+#include "services/api/internal/AdminChange.h"
 
 #include "services/notices/NoticeHub.h"
 #include "services/records/RecordContext.h"

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
-#include "services/api/NewInstallation.h"
+#include "services/api/internal/NewInstallation.h"
 
 #include "services/filestore/FileStore.h"
 #include "services/notices/NoticeHub.h"

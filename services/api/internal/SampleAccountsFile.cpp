@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
-#include "services/api/SampleAccountsFile.h"
+#include "services/api/internal/SampleAccountsFile.h"
 
 #include <QCoreApplication>
 #include <QDir>
