@@ -1,0 +1,109 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "foundation/ui/DMS_StdCommon.h"
+
+#include "services/notices/NoticeHub.h"
+#include "services/records/RecordContext.h"
+#include "services/records/bll/Change.h"
+#include "services/records/bll/TextArgument.h"
+#include "services/session/Runtime.h"
+#include "services/ui/FetchTarget.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+
+using namespace KODMS::Services;
+
+namespace KODMS::UI {
+
+namespace {
+
+constexpr Operation fetchFile{"file.fetch", QT_TRANSLATE_NOOP("Change", "取文件")};
+
+void report(const std::string &jobName, const QString &cause)
+{
+    const QString name = shortText(jobName);
+    reportFailure(lcFileStore(), fetchFile.action, name, cause,
+                  QCoreApplication::translate("Fetch", "取文件（%1）：%2").arg(name, cause));
+}
+
+/// The stored name that `uuid` means, when the signed-in user may have the file;
+/// empty when not, and everything is said.
+QString allowedStoredName(const std::string &uuid)
+{
+    QString storedName;
+    const bool allowed = Change::run(fetchFile, uuid, [&](Change &change) {
+        const QString name = Change::text(uuid, LongestName);
+        SqlQuery query = change.database().query("select_flow_of_file");
+        query.bind(":name", name).exec();
+        if (!query.next())
+            Change::fail(QStringLiteral("no record names this file"),
+                         QCoreApplication::translate("Fetch", "没有记录指向该文件"));
+        storedName = query.text("stored_name");
+        if (query.isNull("flow_id"))
+            change.needs(Right::Fetch);
+        else
+            change.needs(Right::Fetch, change.flowById(query.number("flow_id")));
+    });
+    return allowed ? storedName : QString();
+}
+
+/// What was fetched before must not pass for what this fetch should have brought.
+bool clearTarget(const QString &path)
+{
+    const QFileInfo info(path);
+    return (!info.exists() && !info.isSymLink()) || QFile::remove(path);
+}
+
+} // namespace
+
+DMS_StdCommon *DMS_StdCommon::interface()
+{
+    static DMS_StdCommon common;
+    return &common;
+}
+
+DataLib::Model::Kodms_User DMS_StdCommon::getCurrentUser()
+{
+    DataLib::Model::Kodms_User user;
+    const RecordContext *context = RecordContext::current();
+    if (!context)
+        return user;
+    const Actor &actor = context->actor();
+    user.id = actor.userId;
+    user.loginName = actor.loginName.toStdString();
+    user.realName = actor.realName.toStdString();
+    user.department = actor.department;
+    user.post = actor.post;
+    return user;
+}
+
+void DMS_StdCommon::getFilesFrommogodbUuidTypeOriginName(std::string jobName, std::string uuid,
+                                                         std::string type)
+{
+    Runtime *runtime = Runtime::current();
+    if (!runtime) {
+        report(jobName, QCoreApplication::translate("Fetch", "服务尚未启动"));
+        return;
+    }
+    const auto target = fetchTarget(runtime->configuration().paths.download,
+                                    QString::fromStdString(jobName), QString::fromStdString(type));
+    if (!target) {
+        report(jobName, target.text());
+        return;
+    }
+    if (!clearTarget(target.value)) {
+        report(jobName, QCoreApplication::translate("Fetch", "无法替换 %1").arg(target.value));
+        return;
+    }
+    const QString storedName = allowedStoredName(uuid);
+    if (storedName.isEmpty())
+        return;
+    NoProgress progress;
+    const Outcome fetched = runtime->fileStore().get(storedName, target.value, progress);
+    if (!fetched)
+        report(jobName, fetched.text);
+}
+
+} // namespace KODMS::UI
