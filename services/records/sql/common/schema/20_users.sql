@@ -9,8 +9,6 @@ CREATE TABLE users (
     post INTEGER NOT NULL DEFAULT 0,
     password_hash TEXT NOT NULL DEFAULT '',
     disabled INTEGER NOT NULL DEFAULT 0,
-    failed_sign_ins INTEGER NOT NULL DEFAULT 0,
-    locked_until TEXT,
     last_sign_in_time TEXT,
     create_time TEXT NOT NULL
 );
