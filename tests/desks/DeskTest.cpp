@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/desks/DeskTest.h"
 
+#include <QApplication>
+
 namespace KODMS::Tests {
 
 using Fakes::Call;
@@ -51,7 +53,7 @@ std::unique_ptr<UI::DMS_Export_Widget> makeDesk(std::initializer_list<Right> rig
     auto desk = std::make_unique<UI::DMS_Export_Widget>(nullptr);
     desk->resize(1200, 800);
     desk->show();
-    desk->activateWindow();
+    QApplication::setActiveWindow(desk.get());
     return desk;
 }
 
