@@ -1,0 +1,254 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "services/archive/FolderPacker.h"
+
+#include "services/archive/Utf8Locale.h"
+#include "services/disk/FileHandle.h"
+#include "services/disk/FsPath.h"
+#include "services/disk/IoFailure.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+
+#include <algorithm>
+#include <archive.h>
+#include <archive_entry.h>
+#include <cerrno>
+#include <memory>
+#include <sys/stat.h>
+#include <vector>
+
+namespace KODMS::Services {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::size_t PieceSize = std::size_t{1} << 18;
+constexpr int FileMode = 0644;
+constexpr int FolderMode = 0755;
+
+struct FolderPackerTexts {
+    Q_DECLARE_TR_FUNCTIONS(KODMS::Services::FolderPacker)
+
+public:
+    static Outcome empty(const QString &folder)
+    {
+        return Outcome::failure(tr("文件夹中没有文件：%1").arg(folder),
+                                QStringLiteral("no files in %1").arg(folder));
+    }
+
+    static Outcome special(const QString &path)
+    {
+        return Outcome::failure(tr("不能打包链接或特殊文件：%1").arg(path),
+                                QStringLiteral("neither file nor folder: %1").arg(path));
+    }
+
+    static Outcome changed(const QString &path)
+    {
+        return Outcome::failure(tr("文件在打包时被修改：%1").arg(path),
+                                QStringLiteral("changed while it was packed: %1").arg(path));
+    }
+
+    static Outcome badName(const QString &path)
+    {
+        return Outcome::failure(tr("文件名无法识别：%1").arg(path),
+                                QStringLiteral("name is not UTF-8: %1").arg(path));
+    }
+};
+
+/// A folder's content, found before anything is written.
+struct Member {
+    fs::path path;
+    QByteArray name; ///< in the archive, UTF-8
+    bool isFolder = false;
+    qint64 size = 0;
+};
+
+class Packing {
+public:
+    Packing(const QString &folder, const QString &zipPath, Progress &progress)
+        : m_folder(QDir::cleanPath(folder)), m_zipPath(zipPath), m_progress(progress)
+    {
+    }
+
+    Result<qint64> run()
+    {
+        std::error_code error;
+        const fs::path root = fsPath(m_folder);
+        if (!fs::is_directory(root, error))
+            return ioFailure("pack", m_folder, error ? error.value() : ENOTDIR);
+        const QByteArray rootName = QByteArray::fromStdString(root.filename().string());
+        if (Outcome found = collect(root, rootName.isEmpty() ? rootName : rootName + '/'); !found)
+            return found;
+        if (m_files == 0)
+            return FolderPackerTexts::empty(m_folder);
+        m_progress.setTotal(m_bytes);
+        if (Outcome written = write(); !written)
+            return written;
+        return m_files;
+    }
+
+private:
+    Outcome collect(const fs::path &folder, const QByteArray &prefix)
+    {
+        std::error_code error;
+        std::vector<fs::path> children;
+        for (const auto &child : fs::directory_iterator(folder, error))
+            children.push_back(child.path());
+        if (error)
+            return ioFailure("list", fromFsPath(folder), error.value());
+        std::sort(children.begin(), children.end());
+        for (const fs::path &child : children) {
+            if (m_progress.isCancelled())
+                return cancelledFailure();
+            if (Outcome added = add(child, prefix); !added)
+                return added;
+        }
+        return Outcome::success();
+    }
+
+    Outcome add(const fs::path &path, const QByteArray &prefix)
+    {
+        const QByteArray own = QByteArray::fromStdString(path.filename().string());
+        if (QString::fromUtf8(own).toUtf8() != own)
+            return FolderPackerTexts::badName(fromFsPath(path));
+        std::error_code error;
+        const auto status = fs::symlink_status(path, error);
+        if (status.type() == fs::file_type::directory) {
+            m_members.push_back({path, prefix + own + '/', true, 0});
+            return collect(path, prefix + own + '/');
+        }
+        if (status.type() != fs::file_type::regular)
+            return FolderPackerTexts::special(fromFsPath(path));
+        const auto size = static_cast<qint64>(fs::file_size(path, error));
+        m_members.push_back({path, prefix + own, false, size});
+        m_bytes += size;
+        ++m_files;
+        return Outcome::success();
+    }
+
+    Outcome write()
+    {
+        const Utf8Locale locale;
+        Result<FileHandle> zip = FileHandle::createNew(m_zipPath);
+        if (!zip)
+            return zip.outcome;
+        m_zip = &zip.value;
+        Outcome done = writeMembers();
+        if (done)
+            done = zip.value.close();
+        if (!done) {
+            std::error_code ignored;
+            fs::remove(fsPath(m_zipPath), ignored);
+        }
+        return done;
+    }
+
+    Outcome writeMembers()
+    {
+        const std::unique_ptr<archive, int (*)(archive *)> writer(archive_write_new(),
+                                                                  archive_write_free);
+        m_writer = writer.get();
+        archive_write_set_format_zip(m_writer);
+        archive_write_set_options(m_writer, "zip:compression=deflate,zip:hdrcharset=UTF-8");
+        archive_write_set_bytes_in_last_block(m_writer, 1);
+        if (archive_write_open(m_writer, this, nullptr, &Packing::sink, nullptr) != ARCHIVE_OK)
+            return failed();
+        for (const Member &member : m_members)
+            if (Outcome put = writeMember(member); !put)
+                return put;
+        return archive_write_close(m_writer) == ARCHIVE_OK ? Outcome::success() : failed();
+    }
+
+    Outcome writeMember(const Member &member)
+    {
+        struct stat info {};
+
+        if (::lstat(member.path.c_str(), &info) != 0)
+            return ioFailure("stat", fromFsPath(member.path), errno);
+        const std::unique_ptr<archive_entry, void (*)(archive_entry *)> entry(archive_entry_new(),
+                                                                              archive_entry_free);
+        archive_entry_set_pathname_utf8(entry.get(), member.name.constData());
+        archive_entry_set_filetype(entry.get(), member.isFolder ? AE_IFDIR : AE_IFREG);
+        archive_entry_set_perm(entry.get(), member.isFolder ? FolderMode : FileMode);
+        archive_entry_set_mtime(entry.get(), info.st_mtime, 0);
+        archive_entry_set_size(entry.get(), member.size);
+        if (archive_write_header(m_writer, entry.get()) != ARCHIVE_OK)
+            return failed();
+        return member.isFolder ? Outcome::success() : writeContent(member);
+    }
+
+    Outcome writeContent(const Member &member)
+    {
+        const QString path = fromFsPath(member.path);
+        Result<FileHandle> source = FileHandle::openForReading(path);
+        if (!source)
+            return source.outcome;
+        const auto before = source.value.stamp();
+        qint64 size = 0;
+        for (;;) {
+            if (m_progress.isCancelled())
+                return cancelledFailure();
+            const auto got = source.value.read(m_piece.data(), static_cast<qint64>(m_piece.size()));
+            if (!got)
+                return got.outcome;
+            if (got.value == 0)
+                break;
+            const auto wanted = static_cast<std::size_t>(got.value);
+            size += got.value;
+            if (size > member.size)
+                return FolderPackerTexts::changed(path);
+            if (archive_write_data(m_writer, m_piece.data(), wanted) !=
+                static_cast<la_ssize_t>(wanted))
+                return failed();
+            m_progress.advance(got.value);
+        }
+        const auto after = source.value.stamp();
+        if (size != member.size || !before || !after || !(before.value == after.value))
+            return FolderPackerTexts::changed(path);
+        return Outcome::success();
+    }
+
+    /// What the disk said is clearer than what the library makes of it.
+    Outcome failed() const
+    {
+        if (!m_sinkFailure)
+            return m_sinkFailure;
+        return Outcome::failure(ioFailure("pack", m_zipPath, EIO).text,
+                                QString::fromUtf8(archive_error_string(m_writer)));
+    }
+
+    static la_ssize_t sink(archive *writer, void *self, const void *bytes, std::size_t size)
+    {
+        auto *packing = static_cast<Packing *>(self);
+        Outcome written =
+            packing->m_zip->write(static_cast<const char *>(bytes), static_cast<qint64>(size));
+        if (written)
+            return static_cast<la_ssize_t>(size);
+        packing->m_sinkFailure = written;
+        archive_set_error(writer, EIO, "%s", "cannot write");
+        return -1;
+    }
+
+    QString m_folder;
+    QString m_zipPath;
+    Progress &m_progress;
+    std::vector<Member> m_members;
+    std::vector<char> m_piece = std::vector<char>(PieceSize);
+    qint64 m_files = 0;
+    qint64 m_bytes = 0;
+    FileHandle *m_zip = nullptr;
+    archive *m_writer = nullptr;
+    Outcome m_sinkFailure;
+};
+
+} // namespace
+
+Result<qint64> packFolder(const QString &folder, const QString &zipPath, Progress &progress)
+{
+    return Packing(folder, zipPath, progress).run();
+}
+
+} // namespace KODMS::Services
