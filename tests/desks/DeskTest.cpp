@@ -35,7 +35,7 @@ DataLib::Model::Odbpp_Flow_View someFlow(int id)
 
 void answerWithFlows(int total)
 {
-    FakeServices::instance().flowPages.always([total](const Call &call) {
+    FakeServices::instance().flowPages.compute([total](const Call &call) {
         const auto list = call.arguments.first().value<ConditionList>();
         const int first = std::stoi(list.back().pageStart);
         Fakes::Page<DataLib::Model::Odbpp_Flow_View> page;

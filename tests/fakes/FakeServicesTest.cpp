@@ -82,7 +82,7 @@ void FakeServicesTest::queuedAnswersComeBeforeTheFixedOne()
 
 void FakeServicesTest::aCallbackComputesTheAnswerFromTheCall()
 {
-    FakeServices::instance().robotParameters.always(
+    FakeServices::instance().robotParameters.compute(
         [](const Call &call) { return call.arguments.first().toString().toStdString() + "!"; });
     QCOMPARE(DBS_API::getWebRobotParaByJobName("web000001"), std::string("web000001!"));
 }

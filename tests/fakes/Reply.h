@@ -28,7 +28,7 @@ public:
     }
 
     /// Computes the answer from the call.
-    void always(Callback callback) { m_callback = std::move(callback); }
+    void compute(Callback callback) { m_callback = std::move(callback); }
 
     /// The answer to one call, after those already queued.
     void once(Result result) { m_queue.push_back(std::move(result)); }
