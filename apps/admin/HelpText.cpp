@@ -6,27 +6,50 @@
 
 namespace KODMS::Admin {
 
-/// Two columns; the right one is wrapped at 100 characters.
+static constexpr int Width = 100;
+
+/// Breaks `text`, which begins in column `column`, between words; further lines begin in
+/// column `indent`.
+static QString wrapped(const QString &text, int column, int indent)
+{
+    QString result;
+    const QStringList words = text.split(QLatin1Char(' '));
+    for (const QString &word : words) {
+        const int length = static_cast<int>(word.size());
+        if (result.isEmpty()) {
+            result = word;
+        } else if (column + 1 + length <= Width) {
+            result += QLatin1Char(' ') + word;
+            ++column;
+        } else {
+            result += QLatin1Char('\n') + QString(indent, QLatin1Char(' ')) + word;
+            column = indent;
+        }
+        column += length;
+    }
+    return result;
+}
+
+/// Two columns; a name that is too long has a line to itself.
 static QString row(const QString &left, const QString &right)
 {
     constexpr int Indent = 26;
-    constexpr int Width = 100;
-    QString text = QStringLiteral("  ") + left.leftJustified(Indent - 3) + QLatin1Char(' ');
-    if (text.size() > Indent)
+    QString text = QStringLiteral("  ") + left;
+    if (text.size() < Indent - 1)
+        text = text.leftJustified(Indent);
+    else
         text += QLatin1Char('\n') + QString(Indent, QLatin1Char(' '));
-    int column = Indent;
-    const QStringList words = right.split(QLatin1Char(' '));
-    for (const QString &word : words) {
-        if (column + word.size() > Width) {
-            text = text.trimmed().isEmpty() ? text : text.left(text.size() - 1);
-            text += QLatin1Char('\n') + QString(Indent, QLatin1Char(' '));
-            column = Indent;
-        }
-        text += word + QLatin1Char(' ');
-        column += static_cast<int>(word.size()) + 1;
-    }
-    text.chop(1);
-    return text + QLatin1Char('\n');
+    return text + wrapped(right, Indent, Indent) + QLatin1Char('\n');
+}
+
+/// Sentences, each line of `text` on lines of its own.
+static QString paragraph(const QString &text)
+{
+    QString result;
+    const QStringList lines = text.split(QLatin1Char('\n'));
+    for (const QString &line : lines)
+        result += wrapped(line, 0, 0) + QLatin1Char('\n');
+    return result;
 }
 
 static QString optionRows(const QList<QCommandLineOption> &options)
@@ -70,7 +93,7 @@ QString HelpText::ofCommand(const Command &command, const QList<QCommandLineOpti
         text += QLatin1Char(' ') + argument.name;
     text += QStringLiteral(" [options]\n\n") + command.summary() + QLatin1Char('\n');
     if (!command.details().isEmpty())
-        text += QLatin1Char('\n') + command.details() + QLatin1Char('\n');
+        text += QLatin1Char('\n') + paragraph(command.details());
     if (!arguments.isEmpty()) {
         text += QStringLiteral("\nArguments:\n");
         for (const Command::Argument &argument : arguments)

@@ -29,6 +29,13 @@ Outcome notInitialised(const Configuration &configuration)
                                 .arg(configuration.database.path));
 }
 
+/// Which database, for a person who has several.
+QString nameOf(const DatabaseSettings &settings)
+{
+    return settings.path.isEmpty() ? settings.host + QLatin1Char('/') + settings.name
+                                   : settings.path;
+}
+
 bool isMissing(const DatabaseSettings &settings)
 {
     return !settings.path.isEmpty() && !QFileInfo::exists(settings.path);
@@ -43,7 +50,8 @@ Result<std::unique_ptr<Database>> openDatabase(const Configuration &configuratio
     } catch (const SqlError &error) {
         qCWarning(lcRecords).noquote() << "open database" << error.logText();
         return Outcome::failure(
-            tr("无法打开数据库：%1（%2）").arg(error.userText(), error.driverText()));
+            tr("无法打开数据库 %1：%2（%3）")
+                .arg(nameOf(configuration.database), error.userText(), error.driverText()));
     }
 }
 

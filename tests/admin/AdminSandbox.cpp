@@ -37,7 +37,7 @@ QByteArray readShown(int terminal)
     pollfd waiting{terminal, POLLIN, 0};
     char buffer[512];
     while (poll(&waiting, 1, 0) == 1 && (waiting.revents & POLLIN)) {
-        const ssize_t count = read(terminal, buffer, sizeof buffer);
+        const ssize_t count = ::read(terminal, buffer, sizeof buffer);
         if (count <= 0)
             break;
         shown.append(buffer, static_cast<int>(count));
@@ -93,22 +93,24 @@ AdminRun AdminSandbox::runOnTerminal(const QStringList &arguments, const QByteAr
     QProcess process;
     process.setEnvironment(environment());
     process.setStandardInputFile(QString::fromLocal8Bit(ptsname(terminal)));
+    process.setReadChannel(QProcess::StandardError);
     process.start(QStringLiteral(KODMS_ADMIN_PROGRAM), arguments);
     QByteArray questions;
-    for (const QByteArray &line : typed.split('\n')) {
+    const QList<QByteArray> lines = typed.split('\n');
+    for (const QByteArray &line : lines) {
         // A person answers when the question is there; what is typed earlier would be shown.
         while (!questions.endsWith(": ") && process.waitForReadyRead(TimeoutMs))
             questions += process.readAllStandardError();
         if (!questions.endsWith(": ") ||
-            write(terminal, line.constData(), static_cast<size_t>(line.size())) < 0 ||
-            write(terminal, "\n", 1) < 0)
+            ::write(terminal, line.constData(), static_cast<size_t>(line.size())) < 0 ||
+            ::write(terminal, "\n", 1) < 0)
             break;
         questions += '\n';
     }
     AdminRun run = finish(process);
     run.errors.prepend(questions);
     *shown = readShown(terminal);
-    close(terminal);
+    ::close(terminal);
     return run;
 }
 

@@ -23,4 +23,10 @@ bool InstalledPackage::run(const QString &program, const QStringList &arguments,
     return finished && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
 }
 
+const char *InstalledPackage::everythingSaid()
+{
+    m_everything = output + errors;
+    return m_everything.constData();
+}
+
 } // namespace KODMS::Tests

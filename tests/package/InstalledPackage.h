@@ -19,12 +19,16 @@ public:
     /// wrote is in `output` (standard output) and `errors`.
     bool run(const QString &program, const QStringList &arguments, int timeoutMs = 240'000);
 
+    /// For the message of a failed test.
+    const char *everythingSaid();
+
     QByteArray output;
     QByteArray errors;
     QStringList environment; ///< NAME=value, on top of the test's own
 
 private:
     QTemporaryDir m_dir;
+    QByteArray m_everything;
 };
 
 } // namespace KODMS::Tests

@@ -11,8 +11,6 @@
 #include <QJsonObject>
 #include <QTest>
 
-#define VERIFY_RUN(call) QVERIFY2(call, (m_package.output + m_package.errors).constData())
-
 /// examples/minimal_host against the installed package: configured, built, and run on an
 /// installation that the installed kodms-admin has made. The tests follow each other.
 class TestMinimalHost : public QObject {
@@ -35,9 +33,10 @@ private:
 
 void TestMinimalHost::initTestCase()
 {
-    VERIFY_RUN(m_package.run(QStringLiteral(KODMS_CMAKE),
-                             {QStringLiteral("--install"), QStringLiteral(KODMS_BINARY_DIR),
-                              QStringLiteral("--prefix"), m_package.prefix()}));
+    QVERIFY2(m_package.run(QStringLiteral(KODMS_CMAKE),
+                           {QStringLiteral("--install"), QStringLiteral(KODMS_BINARY_DIR),
+                            QStringLiteral("--prefix"), m_package.prefix()}),
+             m_package.everythingSaid());
 }
 
 void TestMinimalHost::installsOnlyPublicHeaders()
@@ -45,7 +44,10 @@ void TestMinimalHost::installsOnlyPublicHeaders()
     const QDir include(m_package.prefix() + QStringLiteral("/include/kodms"));
     QCOMPARE(include.entryList(QDir::Dirs | QDir::NoDotAndDotDot),
              QStringList({QStringLiteral("desks"), QStringLiteral("foundation"),
-                          QStringLiteral("services")}));
+                          QStringLiteral("services"), QStringLiteral("tests")}));
+    const QDir tests(include.filePath(QStringLiteral("tests")));
+    QCOMPARE(tests.entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+             QStringList(QStringLiteral("fakes"))); // for the tests of a host
     const QDir services(include.filePath(QStringLiteral("services")));
     QCOMPARE(services.entryList(QDir::Dirs | QDir::NoDotAndDotDot),
              QStringList({QStringLiteral("api"), QStringLiteral("notices")}));
@@ -65,17 +67,19 @@ void TestMinimalHost::theHostConfiguresAndBuilds()
                           QStringLiteral("-DCMAKE_PREFIX_PATH=") + m_package.prefix()};
     if (*KODMS_SANITIZE != '\0')
         configure << QStringLiteral("-DCMAKE_CXX_FLAGS=-fsanitize=" KODMS_SANITIZE);
-    VERIFY_RUN(m_package.run(QStringLiteral(KODMS_CMAKE), configure));
-    VERIFY_RUN(m_package.run(QStringLiteral(KODMS_CMAKE),
-                             {QStringLiteral("--build"), m_package.path(QStringLiteral("host"))}));
+    QVERIFY2(m_package.run(QStringLiteral(KODMS_CMAKE), configure), m_package.everythingSaid());
+    QVERIFY2(m_package.run(QStringLiteral(KODMS_CMAKE),
+                           {QStringLiteral("--build"), m_package.path(QStringLiteral("host"))}),
+             m_package.everythingSaid());
 }
 
 void TestMinimalHost::theInstalledToolMakesASample()
 {
     const QString sample = m_package.path(QStringLiteral("sample"));
-    VERIFY_RUN(m_package.run(m_package.prefix() + QStringLiteral("/bin/kodms-admin"),
-                             {QStringLiteral("demo"), sample, QStringLiteral("--flows"),
-                              QStringLiteral("40"), QStringLiteral("--json")}));
+    QVERIFY2(m_package.run(m_package.prefix() + QStringLiteral("/bin/kodms-admin"),
+                           {QStringLiteral("demo"), sample, QStringLiteral("--flows"),
+                            QStringLiteral("40"), QStringLiteral("--json")}),
+             m_package.everythingSaid());
     const QJsonObject made = QJsonDocument::fromJson(m_package.output).object();
     const QJsonArray accounts = made[QStringLiteral("accounts")].toArray();
     for (const auto &entry : accounts) {
@@ -94,7 +98,7 @@ void TestMinimalHost::theInstalledToolMakesASample()
 void TestMinimalHost::theHostShowsTheDesk()
 {
     const QString picture = m_package.path(QStringLiteral("desk.png"));
-    VERIFY_RUN(m_package.run(hostProgram(), {m_login, picture}, 60'000));
+    QVERIFY2(m_package.run(hostProgram(), {m_login, picture}, 60'000), m_package.everythingSaid());
     const QImage image(picture);
     QVERIFY(!image.isNull());
     QVERIFY(image.width() > 300);
