@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "services/records/StoredFiles.h"
+
+#include <QSet>
+#include <QStringList>
+
+namespace KODMS::Tests {
+
+/// A file store in memory that can be told to fail.
+class FakeStoredFiles final : public Services::StoredFiles {
+public:
+    bool exists(const QString &storedName) override { return names.contains(storedName); }
+
+    Services::Outcome removeBody(const QString &storedName) override
+    {
+        if (!failure.isEmpty())
+            return Services::Outcome::failure(failure);
+        names.remove(storedName);
+        removed << storedName;
+        return Services::Outcome::success();
+    }
+
+    QSet<QString> names;
+    QStringList removed;
+    QString failure; ///< not empty: removals fail with this text
+};
+
+} // namespace KODMS::Tests
