@@ -1,0 +1,104 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "services/tasks/TaskDialog.h"
+
+#include "services/tasks/TaskProgress.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLocale>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace KODMS::Services {
+
+namespace {
+
+constexpr int RefreshMs = 100;
+constexpr int RateWindowMs = 1000;
+constexpr int BarSteps = 1000;
+constexpr int LeastWidth = 420;
+
+} // namespace
+
+TaskDialog::TaskDialog(const QString &what, TaskProgress &progress, QWidget *parent)
+    : QDialog(parent), m_progress(progress), m_amount(new QLabel(this)), m_rate(new QLabel(this)),
+      m_bar(new QProgressBar(this)), m_cancel(new QPushButton(tr("取消"), this))
+{
+    setObjectName(QStringLiteral("taskDialog"));
+    setWindowTitle(tr("请稍候"));
+    setWindowModality(Qt::ApplicationModal);
+    setAttribute(Qt::WA_QuitOnClose, false);
+    setMinimumWidth(LeastWidth);
+    auto *title = new QLabel(what, this);
+    title->setObjectName(QStringLiteral("taskTitle"));
+    title->setWordWrap(true);
+    title->setTextFormat(Qt::PlainText);
+    m_amount->setObjectName(QStringLiteral("taskAmount"));
+    m_rate->setObjectName(QStringLiteral("taskRate"));
+    m_cancel->setObjectName(QStringLiteral("taskCancel"));
+    m_bar->setTextVisible(false);
+
+    auto *figures = new QHBoxLayout;
+    figures->addWidget(m_amount);
+    figures->addStretch();
+    figures->addWidget(m_rate);
+    auto *buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(m_cancel);
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(title);
+    layout->addWidget(m_bar);
+    layout->addLayout(figures);
+    layout->addLayout(buttons);
+
+    connect(m_cancel, &QPushButton::clicked, this, &TaskDialog::reject);
+    auto *timer = new QTimer(this);
+    connect(timer, &QTimer::timeout, this, &TaskDialog::showProgress);
+    timer->start(RefreshMs);
+    m_sinceMark.start();
+    m_mark = m_progress.done();
+    showProgress();
+}
+
+void TaskDialog::reject()
+{
+    m_progress.cancel();
+    m_cancel->setEnabled(false);
+    m_cancel->setText(tr("正在取消…"));
+}
+
+void TaskDialog::showProgress()
+{
+    const qint64 total = m_progress.total();
+    const qint64 done = qMax(qint64{0}, m_progress.done());
+    if (total > 0) {
+        m_bar->setRange(0, BarSteps);
+        m_bar->setValue(static_cast<int>(qMin(1.0, double(done) / double(total)) * BarSteps));
+    } else {
+        m_bar->setRange(0, 0);
+    }
+    m_amount->setText(amountText(done, total));
+    if (m_sinceMark.elapsed() >= RateWindowMs || done < m_mark)
+        m_rate->setText(rateText(done));
+}
+
+QString TaskDialog::amountText(qint64 done, qint64 total) const
+{
+    const QLocale locale;
+    return total > 0
+               ? tr("%1 / %2").arg(locale.formattedDataSize(done), locale.formattedDataSize(total))
+               : locale.formattedDataSize(done);
+}
+
+QString TaskDialog::rateText(qint64 done)
+{
+    const qint64 elapsed = qMax(qint64{1}, m_sinceMark.restart());
+    const qint64 perSecond = qMax(qint64{0}, done - m_mark) * 1000 / elapsed;
+    m_mark = done;
+    return tr("%1/秒").arg(QLocale().formattedDataSize(perSecond));
+}
+
+} // namespace KODMS::Services
