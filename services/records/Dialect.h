@@ -53,6 +53,9 @@ public:
     /// Type of a key column that the engine counts up and never gives out twice.
     virtual QString identityColumn() const = 0;
 
+    /// Undoes a statement that makes an index or a trigger.
+    virtual QString dropOf(const QString &createStatement) const = 0;
+
     /// True where `column` contains the text that is bound to the condition's one
     /// "?", in either case for Latin letters, every other character as it stands.
     /// `bound` receives what to bind for `text`.

@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -78,12 +79,12 @@ QMap<QString, QString> SqlCatalog::scriptsOf(const QString &subfolder) const
     return scripts;
 }
 
-QStringList SqlCatalog::statementsOf(const QString &subfolder) const
+QStringList SqlCatalog::script(const QString &folder) const
 {
     QStringList all;
-    const QMap<QString, QString> scripts = scriptsOf(subfolder);
-    for (const QString &script : scripts)
-        all << split(script);
+    const QMap<QString, QString> scripts = scriptsOf(folder);
+    for (const QString &text : scripts)
+        all << split(text);
     return all;
 }
 
@@ -112,12 +113,18 @@ const QString &SqlCatalog::statement(const QString &name) const
 
 QStringList SqlCatalog::installStatements() const
 {
-    return statementsOf(QStringLiteral("schema"));
+    return script(QStringLiteral("schema"));
+}
+
+QStringList SqlCatalog::deferrableStatements() const
+{
+    static const QRegularExpression form(QStringLiteral("^CREATE (INDEX|TRIGGER) "));
+    return installStatements().filter(form);
 }
 
 QStringList SqlCatalog::upgradeStatements(int version) const
 {
-    return statementsOf(QStringLiteral("version/%1").arg(version));
+    return script(QStringLiteral("version/%1").arg(version));
 }
 
 int SqlCatalog::latestVersion() const

@@ -34,6 +34,12 @@ public:
     /// Statements of the fresh installation, in order.
     QStringList installStatements() const;
 
+    /// Those of them that make indexes and triggers, which a large load can do without.
+    QStringList deferrableStatements() const;
+
+    /// Statements of another script folder, in order, for example "sample/begin".
+    QStringList script(const QString &folder) const;
+
     /// Statements of the step to `version`, in order; empty when there is none.
     QStringList upgradeStatements(int version) const;
 
@@ -46,7 +52,6 @@ public:
 
 private:
     QMap<QString, QString> scriptsOf(const QString &subfolder) const;
-    QStringList statementsOf(const QString &subfolder) const;
 
     QString m_root;
     QString m_engine;

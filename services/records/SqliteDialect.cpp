@@ -175,6 +175,11 @@ QString SqliteDialect::identityColumn() const
     return QStringLiteral("INTEGER PRIMARY KEY AUTOINCREMENT");
 }
 
+QString SqliteDialect::dropOf(const QString &createStatement) const
+{
+    return QStringLiteral("DROP ") + createStatement.section(QLatin1Char(' '), 1, 2);
+}
+
 QString SqliteDialect::containsText(const QString &column, const QString &text,
                                     QString *bound) const
 {

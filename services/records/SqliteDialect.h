@@ -20,6 +20,7 @@ public:
     QString beginWrite() const override;
     QString beginRead() const override;
     QString identityColumn() const override;
+    QString dropOf(const QString &createStatement) const override;
     QString containsText(const QString &column, const QString &text, QString *bound) const override;
     QString numberInText(const QString &column) const override;
     void setStatementTimeout(int milliseconds) override;

@@ -1,0 +1,249 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "bench/search/SearchCases.h"
+
+#include "bench/search/BenchDatabase.h"
+
+#include <functional>
+
+namespace KODMS::Bench {
+
+namespace {
+
+using Record = DataLib::Model::DB_Search;
+using Services::Actor;
+using Services::Role;
+
+Record test(const char *field, const QString &value, bool fuzzy)
+{
+    Record record;
+    record.fieldName = field;
+    record.value = value.toStdString();
+    record.fuzzy = fuzzy ? 1 : 0;
+    return record;
+}
+
+/// As the desks do: the last condition once more, carrying the order.
+void addOrder(List &list, const char *field)
+{
+    Record order = list.back();
+    order.sortEnabled = 1;
+    order.sortField = field;
+    order.sortDirection = 1;
+    list.push_back(order);
+}
+
+void addUserBracket(List &list, int userId)
+{
+    const char *fields[] = {"JobTable_CreateUserId", "Flow_CreateUserId", "OFAssign_ExecutorId",
+                            "PCAssign_ExecutorId"};
+    for (int i = 0; i < 4; ++i) {
+        Record record = test(fields[i], QString::number(userId), false);
+        record.openBracket = i == 0 ? 1 : 0;
+        record.closeBracket = i == 3 ? 2 : 0;
+        record.orWithPrevious = i == 0 ? 0 : 1;
+        list.push_back(record);
+    }
+}
+
+void addStatusBracket(List &list)
+{
+    const int pairs[][2] = {{0, 0}, {1, 0}, {1, 1}, {1, 2}, {2, 0}, {2, 1}};
+    for (int i = 0; i < 6; ++i) {
+        Record status = test("Flow_FlowStatus", QString::number(pairs[i][0]), false);
+        status.openBracket = i == 0 ? 1 : 0;
+        status.orWithPrevious = i == 0 ? 0 : 1;
+        list.push_back(status);
+        Record flag = test("Flow_CheckFlag", QString::number(pairs[i][1]), false);
+        flag.closeBracket = i == 5 ? 2 : 0;
+        list.push_back(flag);
+    }
+}
+
+Actor administrator()
+{
+    Actor actor;
+    actor.userId = 1;
+    actor.roles.insert(Role::Admin);
+    return actor;
+}
+
+QStringList parts(const QStringList &texts, int length, int from)
+{
+    QStringList list;
+    for (const QString &text : texts) {
+        const int start = qMin(from, qMax(0, text.size() - length));
+        list << text.mid(start, length);
+    }
+    return list;
+}
+
+SearchCase makeCase(const QString &name, const QStringList &terms,
+                    const std::function<List(const QString &)> &listOf, bool isFlowView = true)
+{
+    SearchCase made;
+    made.name = name;
+    made.isFlowView = isFlowView;
+    made.actor = administrator();
+    for (const QString &term : terms) {
+        List list = listOf(term);
+        addOrder(list, isFlowView ? "Flow_CreateTime" : "FlowTable_CreateTime");
+        made.lists.push_back(list);
+    }
+    return made;
+}
+
+List allOfOrigDesk(const QString &text)
+{
+    List list;
+    for (const char *field : {"OrigName", "KoName", "KoCode", "FileTips", "SuperiorCo1",
+                              "SuperiorCo2", "PreUser_RealName"}) {
+        Record record = test(field, text, true);
+        record.orWithPrevious = list.empty() ? 0 : 1;
+        list.push_back(record);
+    }
+    Record serial = test("JobSerialNumber", QString::number(text.toInt()), false);
+    serial.numericValue = 1;
+    serial.orWithPrevious = 1;
+    list.push_back(serial);
+    return list;
+}
+
+QStringList numbers(int from, int count)
+{
+    QStringList list;
+    for (int i = 0; i < count; ++i)
+        list << QString::number(from + i);
+    return list;
+}
+
+QStringList chinese(int length, int count)
+{
+    // Signs that the sample's texts have, and others that they have not.
+    const QString signs =
+        QStringLiteral("深圳东莞广州惠主板电源控制显示转接驱动核心按键接口微信邮件官网下单"
+                       "销售转交客户展会王李张刘陈杨黄赵周吴徐孙马朱胡郭何林罗高梁");
+    QStringList list;
+    for (int i = 0; i < count; ++i)
+        list << signs.mid(i % (signs.size() - length), length);
+    return list;
+}
+
+void addJobNameCases(std::vector<SearchCase> &cases, BenchDatabase &database, int terms)
+{
+    const auto byName = [](const QString &term) { return List{test("KoJobName", term, true)}; };
+    const QStringList names =
+        database.someTexts(QStringLiteral("jobs"), QStringLiteral("name"), terms);
+    QStringList letters;
+    for (int i = 0; i < terms; ++i)
+        letters << QString(QChar((i < 26 ? 'a' : 'A') + i % 26));
+    cases.push_back(makeCase(QStringLiteral("job name, 1 Latin character"), letters, byName));
+    cases.push_back(makeCase(QStringLiteral("job name, 2 characters"), parts(names, 2, 0), byName));
+    cases.push_back(makeCase(QStringLiteral("job name, 3 characters"), parts(names, 3, 2), byName));
+    cases.push_back(makeCase(QStringLiteral("job name, 8 characters"), parts(names, 8, 1), byName));
+    cases.push_back(
+        makeCase(QStringLiteral("job name, 1 Chinese character"), chinese(1, terms), byName));
+    cases.push_back(
+        makeCase(QStringLiteral("job name, 2 Chinese characters"), chinese(2, terms), byName));
+}
+
+void addFilterCases(std::vector<SearchCase> &cases, BenchDatabase &database, int terms)
+{
+    cases.push_back(
+        makeCase(QStringLiteral("layer count"), numbers(1, terms),
+                 [](const QString &t) { return List{test("JobTable_LayerCount", t, false)}; }));
+    cases.push_back(
+        makeCase(QStringLiteral("batch number"), numbers(1, terms),
+                 [](const QString &t) { return List{test("Flow_UploadBatchNum", t, true)}; }));
+    const QStringList people =
+        database.someTexts(QStringLiteral("users"), QStringLiteral("real_name"), 1) +
+        chinese(1, terms - 1);
+    cases.push_back(makeCase(QStringLiteral("pre-processor's name"), people, [](const QString &t) {
+        return List{test("PreUserRealName_OFAssign_Executor", t, true)};
+    }));
+    cases.push_back(
+        makeCase(QStringLiteral("status filter"), numbers(0, terms), [](const QString &t) {
+            const int kind = t.toInt() % 3;
+            return List{test("Flow_FlowStatus", QString::number(kind), true),
+                        test("Flow_CheckFlag", QStringLiteral("0"), true)};
+        }));
+}
+
+void addScopeCases(std::vector<SearchCase> &cases, BenchDatabase &database, int terms)
+{
+    const QStringList names =
+        database.someTexts(QStringLiteral("jobs"), QStringLiteral("name"), terms);
+    const int user = database.ordinaryUser();
+    Actor ordinary;
+    ordinary.userId = user;
+    SearchCase scoped = makeCase(QStringLiteral("name + user scope + status bracket"),
+                                 parts(names, 2, 0), [user](const QString &term) {
+                                     List list{test("KoJobName", term, true)};
+                                     addUserBracket(list, user);
+                                     addStatusBracket(list);
+                                     return list;
+                                 });
+    scoped.actor = ordinary;
+    cases.push_back(scoped);
+    SearchCase history = makeCase(QStringLiteral("order history of a user"), parts(names, 2, 0),
+                                  [user](const QString &term) {
+                                      List list{test("KoJobName", term, true),
+                                                test("Flow_FlowStatus", QStringLiteral("2"), true),
+                                                test("Flow_FlowStatus", QStringLiteral("3"), true),
+                                                test("Flow_CheckFlag", QStringLiteral("2"), true)};
+                                      list[1].openBracket = 1;
+                                      list[2].orWithPrevious = 1;
+                                      list[3].closeBracket = 2;
+                                      addUserBracket(list, user);
+                                      return list;
+                                  });
+    history.actor = ordinary;
+    cases.push_back(history);
+}
+
+void addOrigCases(std::vector<SearchCase> &cases, BenchDatabase &database, int terms)
+{
+    const QStringList names =
+        database.someTexts(QStringLiteral("job_compress"), QStringLiteral("orig_name"), terms);
+    cases.push_back(makeCase(
+        QStringLiteral("original files, no filter"), {QString()},
+        [](const QString &t) { return List{test("OrigName", t, true)}; }, false));
+    QStringList mixed = parts(names, 3, 1);
+    for (int i = 0; i < mixed.size(); i += 2)
+        mixed[i] = chinese(2, terms).at(i);
+    cases.push_back(makeCase(QStringLiteral("\"全部\" of the original-file desk"), mixed,
+                             allOfOrigDesk, false));
+    cases.push_back(makeCase(
+        QStringLiteral("original name"), mixed,
+        [](const QString &t) { return List{test("OrigName", t, true)}; }, false));
+    cases.push_back(makeCase(
+        QStringLiteral("customer code"),
+        database.someTexts(QStringLiteral("customers"), QStringLiteral("code"), terms),
+        [](const QString &t) { return List{test("KoCode", t, true)}; }, false));
+    cases.push_back(makeCase(
+        QStringLiteral("executor"), chinese(1, terms),
+        [](const QString &t) { return List{test("PreUser_RealName", t, true)}; }, false));
+    cases.push_back(makeCase(
+        QStringLiteral("serial number"), numbers(1, terms),
+        [](const QString &t) { return List{test("JobSerialNumber", t, false)}; }, false));
+}
+
+} // namespace
+
+std::vector<SearchCase> searchCases(BenchDatabase &database, int terms)
+{
+    std::vector<SearchCase> cases;
+    cases.push_back(makeCase(QStringLiteral("no filter"), {QString()},
+                             [](const QString &t) { return List{test("KoJobName", t, true)}; }));
+    addJobNameCases(cases, database, terms);
+    addScopeCases(cases, database, terms);
+    addOrigCases(cases, database, terms);
+    addFilterCases(cases, database, terms);
+    SearchCase late = makeCase(QStringLiteral("page 10,000 with a filter"), numbers(0, 10),
+                               [](const QString &t) { return List{test("KoJobName", t, true)}; });
+    late.pageStart = 30 * qMin(9999, database.flows() / 100);
+    cases.push_back(late);
+    return cases;
+}
+
+} // namespace KODMS::Bench

@@ -1,0 +1,178 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "bench/search/BenchDatabase.h"
+#include "bench/search/PlainView.h"
+#include "bench/search/SearchCases.h"
+#include "bench/search/Stopwatch.h"
+#include "foundation/bll/Odbpp_Flow_ViewBll.h"
+#include "foundation/bll/Odbpp_OrigFile_ViewBll.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+
+using namespace KODMS;
+using namespace KODMS::Bench;
+
+namespace {
+
+struct Line {
+    QString name;
+    Stopwatch ours;
+    Stopwatch plain;
+    double found = 0; ///< rows in all, mean over the terms
+
+    double ratio() const { return plain.cpuMedian() / std::max(0.001, ours.cpuMedian()); }
+};
+
+template <typename Service, typename Row> std::pair<int, int> ask(List list, int pageStart)
+{
+    List counted = list;
+    list.back().pageEnabled = 1;
+    list.back().pageStart = std::to_string(pageStart);
+    list.back().pageSize = "30";
+    std::vector<Row> rows;
+    int total = 0;
+    if (!Service().selectAndCountBySearchModel(list, counted, rows, total))
+        std::exit(EXIT_FAILURE);
+    return {static_cast<int>(rows.size()), total};
+}
+
+std::pair<int, int> askOurs(const SearchCase &searchCase, const List &list)
+{
+    using namespace DataLib;
+    if (searchCase.isFlowView)
+        return ask<BLL::Odbpp_Flow_ViewBll, Model::Odbpp_Flow_View>(list, searchCase.pageStart);
+    return ask<BLL::Odbpp_OrigFile_ViewBll, Model::Odbpp_OrigFile_View>(list, searchCase.pageStart);
+}
+
+/// Both ways have to find the same, or the comparison is worth nothing.
+void compareAnswers(const SearchCase &searchCase, std::pair<int, int> ours,
+                    std::pair<int, int> plain)
+{
+    if (ours == plain)
+        return;
+    std::fprintf(stderr, "%s: %d of %d rows here, %d of %d in the plain view\n",
+                 qPrintable(searchCase.name), ours.first, ours.second, plain.first, plain.second);
+    std::exit(EXIT_FAILURE);
+}
+
+Line measure(BenchDatabase &database, const SearchCase &searchCase, int rounds, int plainTerms)
+{
+    Line line;
+    line.name = searchCase.name;
+    database.context().setActor(searchCase.actor);
+    PlainView plainView(database.context().database(), searchCase);
+    std::vector<std::pair<int, int>> answers;
+    askOurs(searchCase, searchCase.lists.front()); // the pages that both need are in memory
+    for (int i = 0; i < rounds; ++i) {
+        const List &list = searchCase.lists[static_cast<std::size_t>(i) % searchCase.lists.size()];
+        line.ours.measure([&] { answers.push_back(askOurs(searchCase, list)); });
+        line.found += answers.back().second / static_cast<double>(rounds);
+    }
+    const int step = std::max(1, rounds / plainTerms);
+    for (int i = 0; i < rounds; i += step) {
+        const List &list = searchCase.lists[static_cast<std::size_t>(i) % searchCase.lists.size()];
+        std::pair<int, int> answer;
+        line.plain.measure([&] { answer = plainView.run(list); });
+        compareAnswers(searchCase, answers[static_cast<std::size_t>(i)], answer);
+    }
+    return line;
+}
+
+void printTable(const std::vector<Line> &lines)
+{
+    std::printf("| case | rows found (mean) | ours: median / p99 wall ms | ours: CPU ms | "
+                "plain view + LIKE: median / p99 wall ms | plain: CPU ms | plain / ours, CPU |\n"
+                "|---|---|---|---|---|---|---|\n");
+    for (const Line &line : lines)
+        std::printf("| %s | %.0f | %.2f / %.2f | %.2f | %.1f / %.1f | %.1f | %.1f |\n",
+                    qPrintable(line.name), line.found, line.ours.wallMedian(), line.ours.wall99(),
+                    line.ours.cpuMedian(), line.plain.wallMedian(), line.plain.wall99(),
+                    line.plain.cpuMedian(), line.ratio());
+}
+
+void printJson(BenchDatabase &database, const std::vector<Line> &lines)
+{
+    QJsonArray cases;
+    for (const Line &line : lines)
+        cases << QJsonObject{{QStringLiteral("case"), line.name},
+                             {QStringLiteral("found"), line.found},
+                             {QStringLiteral("terms"), static_cast<int>(line.ours.count())},
+                             {QStringLiteral("wallMedianMs"), line.ours.wallMedian()},
+                             {QStringLiteral("wall99Ms"), line.ours.wall99()},
+                             {QStringLiteral("cpuMedianMs"), line.ours.cpuMedian()},
+                             {QStringLiteral("plainTerms"), static_cast<int>(line.plain.count())},
+                             {QStringLiteral("plainWallMedianMs"), line.plain.wallMedian()},
+                             {QStringLiteral("plainWall99Ms"), line.plain.wall99()},
+                             {QStringLiteral("plainCpuMedianMs"), line.plain.cpuMedian()},
+                             {QStringLiteral("ratioCpu"), line.ratio()}};
+    const QJsonObject all{
+        {QStringLiteral("engine"), QStringLiteral("sqlite")},
+        {QStringLiteral("flows"), database.flows()},
+        {QStringLiteral("generationSeconds"), database.generationSeconds()},
+        {QStringLiteral("databaseBytes"), static_cast<double>(database.fileSize())},
+        {QStringLiteral("cases"), cases}};
+    std::printf("%s\n", QJsonDocument(all).toJson().constData());
+}
+
+int runBench(const QCommandLineParser &options)
+{
+    BenchDatabase database(options.value(QStringLiteral("database")),
+                           options.value(QStringLiteral("flows")).toInt());
+    const int terms = std::max(1, options.value(QStringLiteral("terms")).toInt());
+    const int plainTerms = std::max(1, options.value(QStringLiteral("plain-terms")).toInt());
+    const QString wanted = options.value(QStringLiteral("case"));
+    std::vector<Line> lines;
+    for (const SearchCase &searchCase : searchCases(database, terms)) {
+        if (!searchCase.name.contains(wanted))
+            continue;
+        std::fprintf(stderr, "%s\n", qPrintable(searchCase.name));
+        lines.push_back(measure(database, searchCase, terms, plainTerms));
+    }
+    if (options.isSet(QStringLiteral("json"))) {
+        printJson(database, lines);
+        return EXIT_SUCCESS;
+    }
+    std::printf(
+        "SQLite, %d flows, %.0f MB, generated in %.1f s, %d terms a case (plain view: %d)\n\n",
+        database.flows(), static_cast<double>(database.fileSize()) / 1e6,
+        database.generationSeconds(), terms, plainTerms);
+    printTable(lines);
+    return EXIT_SUCCESS;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication app(argc, argv);
+    QCommandLineParser options;
+    options.addHelpOption();
+    options.addOptions(
+        {{QStringLiteral("flows"), QStringLiteral("Flows to generate."), QStringLiteral("N"),
+          QStringLiteral("100000")},
+         {QStringLiteral("terms"), QStringLiteral("Different terms a case."), QStringLiteral("N"),
+          QStringLiteral("50")},
+         {QStringLiteral("plain-terms"), QStringLiteral("Terms for the plain view."),
+          QStringLiteral("N"), QStringLiteral("10")},
+         {QStringLiteral("database"),
+          QStringLiteral("Measure on this file; generated there when it is missing."),
+          QStringLiteral("PATH")},
+         {QStringLiteral("case"), QStringLiteral("Only cases whose name contains this."),
+          QStringLiteral("TEXT")},
+         {QStringLiteral("json"), QStringLiteral("Print figures as JSON.")}});
+    options.process(app);
+    try {
+        return runBench(options);
+    } catch (const Services::SqlError &error) {
+        std::fprintf(stderr, "%s\n", qPrintable(error.logText()));
+        return EXIT_FAILURE;
+    }
+}

@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "services/api/internal/SampleArchive.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+#include <archive.h>
+#include <archive_entry.h>
+
+#include <memory>
+
+namespace KODMS::Services {
+
+namespace {
+
+using Archive = std::unique_ptr<archive, int (*)(archive *)>;
+
+bool addFile(archive *target, const QString &name, const QByteArray &content)
+{
+    const std::unique_ptr<archive_entry, void (*)(archive_entry *)> entry(archive_entry_new(),
+                                                                          &archive_entry_free);
+    const QByteArray path = name.toUtf8();
+    archive_entry_set_pathname_utf8(entry.get(), path.constData());
+    archive_entry_set_filetype(entry.get(), AE_IFREG);
+    archive_entry_set_perm(entry.get(), 0644);
+    archive_entry_set_size(entry.get(), content.size());
+    const auto size = static_cast<std::size_t>(content.size());
+    return archive_write_header(target, entry.get()) == ARCHIVE_OK &&
+           archive_write_data(target, content.constData(), size) == content.size();
+}
+
+bool open(archive *target, const QString &path)
+{
+    const bool isZip = path.endsWith(QLatin1String(".zip"));
+    const int format = isZip ? archive_write_set_format_zip(target)
+                             : archive_write_set_format_pax_restricted(target);
+    if (format != ARCHIVE_OK)
+        return false;
+    if (isZip)
+        archive_write_set_options(target, "hdrcharset=UTF-8");
+    else
+        archive_write_add_filter_gzip(target);
+    return archive_write_open_filename(target, QFile::encodeName(path).constData()) == ARCHIVE_OK;
+}
+
+QByteArray drill()
+{
+    return QByteArrayLiteral("M48\nMETRIC,TZ\nT1C0.300\n%\nT1\nX10000Y10000\nX20000Y10000\nM30\n");
+}
+
+} // namespace
+
+Outcome SampleArchive::write(const QString &path, const QString &jobName)
+{
+    const Archive target(archive_write_new(), &archive_write_free);
+    const QByteArray note = "Generated sample job " + jobName.toUtf8() + ".\n";
+    const QString folder = jobName + QLatin1Char('/');
+    const bool ok = open(target.get(), path) &&
+                    addFile(target.get(), folder + QLatin1String("readme.txt"), note) &&
+                    addFile(target.get(), folder + QLatin1String("drill.drl"), drill()) &&
+                    archive_write_close(target.get()) == ARCHIVE_OK;
+    if (ok)
+        return Outcome::success();
+    return Outcome::failure(
+        QCoreApplication::translate("SampleArchive", "无法写入示例文件：%1").arg(path));
+}
+
+} // namespace KODMS::Services
