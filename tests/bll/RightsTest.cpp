@@ -1,15 +1,8 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
 #include "foundation/bll/Kodms_OrigFileAssignBll.h"
-#include "foundation/bll/Kodms_PreCheckAssignBll.h"
-#include "foundation/bll/Odbpp_JobBll.h"
-#include "foundation/bll/Odbpp_JobCompressBll.h"
 #include "foundation/bll/Odbpp_JobFlowBll.h"
-#include "foundation/bll/Odbpp_OrigFilesBll.h"
-#include "foundation/bll/Odbpp_QuestionsBll.h"
-#include "foundation/common/DBS_API.h"
-#include "services/records/Guid.h"
-#include "tests/bll/support/RecordsHome.h"
+#include "tests/bll/support/ChangingCases.h"
 #include "tests/support/NoticeLog.h"
 #include "tests/support/TestMain.h"
 
@@ -29,222 +22,6 @@ using Tests::TestJob;
 
 namespace {
 
-/// One changing operation: who may call it, told once more here, in the test's own
-/// words, and how it is called so that nothing but the right can stand in its way.
-struct Case {
-    const char *name;
-    int status;
-    int flag;
-    std::vector<Role> always;  ///< may do it to every flow
-    std::vector<Role> inScope; ///< may do it to flows in their scope
-    bool everybodyInScope;
-    bool namesUser; ///< the caller passes the acting user
-    std::function<bool(const TestJob &, int user)> call;
-    std::function<void(RecordsHome &, const TestJob &)> prepare{};
-};
-
-const std::vector<Role> reviewers{Role::Admin, Role::CheckAuthority};
-const std::vector<Role> filers{Role::Admin, Role::OrigFileUpdate};
-
-void importKos(RecordsHome &home, const TestJob &job)
-{
-    home.addFile(QStringLiteral("job.kos"), QStringLiteral("kos"));
-    home.set(QStringLiteral("job_flows"), QStringLiteral("last_import_file_id"),
-             home.one(QStringLiteral("SELECT max(id) AS value FROM orig_files")), job.flowId);
-}
-
-void putFile(RecordsHome &home, const TestJob &)
-{
-    home.files().names.insert(QStringLiteral("new.zip"));
-}
-
-bool input(const TestJob &, int user)
-{
-    return BLL::Odbpp_OrigFilesBll().inputOrigFile(Services::newGuid().toStdString(), "b",
-                                                   "new.zip", "zip", "A1B", 0, user);
-}
-
-void askQuestion(RecordsHome &home, const TestJob &job)
-{
-    home.addQuestion(job);
-}
-
-bool answerQuestion(const TestJob &, int user)
-{
-    return BLL::Odbpp_QuestionsBll().UpdateQuestionStatus(1, 2, user);
-}
-
-std::vector<Case> stateCases()
-{
-    const auto state = [](int status, int flag) {
-        return [=](const TestJob &job, int user) {
-            return BLL::Odbpp_JobFlowBll().UpdateState(user, status, flag, job.flowGuid);
-        };
-    };
-    return {
-        {"verdict on an import", 1, 0, reviewers, {}, false, true, state(1, 2)},
-        {"verdict on a robot's result", 2, 1, reviewers, {}, false, true, state(2, 2)},
-        {"state of an import", 0, 0, {Role::Admin}, {Role::PreProcess}, false, true, state(1, 0)},
-        {"state after a kos replacement", 0, 0, filers, {}, false, true, state(1, 2), importKos},
-        {"robot takes the job", 1, 2, {Role::Robot}, {}, false, true, state(2, 0)},
-        {"finish",
-         2,
-         2,
-         {},
-         {},
-         true,
-         false,
-         [](const TestJob &job, int) {
-             return DBS_API::kodms_update_flow_status(job.jobName, 3, 2);
-         }},
-        {"verdict on the job",
-         1,
-         0,
-         reviewers,
-         {},
-         false,
-         true,
-         [](const TestJob &job, int user) {
-             return BLL::Odbpp_JobBll().UpdateCheckFlag(user, 2, 2, job.jobName, job.flowId);
-         }},
-        {"review time",
-         1,
-         2,
-         reviewers,
-         {},
-         false,
-         true,
-         [](const TestJob &job, int user) {
-             return BLL::Odbpp_JobFlowBll().UpdatePreImportOrCheckTime(job.flowGuid, user, 0, "",
-                                                                       user, "", 0, "");
-         }},
-        {"robot review time",
-         2,
-         2,
-         reviewers,
-         {},
-         false,
-         true,
-         [](const TestJob &job, int user) {
-             return BLL::Odbpp_JobFlowBll().UpdatePreImportOrCheckTime(job.flowGuid, user, 0, "", 0,
-                                                                       "", user, "");
-         }},
-        {"import time", 1, 0, {Role::Admin}, {}, true, true, [](const TestJob &job, int user) {
-             return BLL::Odbpp_JobFlowBll().UpdatePreImportOrCheckTime(job.flowGuid, user, user, "",
-                                                                       0, "", 0, "");
-         }}};
-}
-
-std::vector<Case> fileCases()
-{
-    return {{"record a stored file", 0, 0, filers, {}, false, true, input, putFile},
-            {"point the flow at a file",
-             0,
-             0,
-             filers,
-             {},
-             false,
-             false,
-             [](const TestJob &job, int) {
-                 return BLL::Odbpp_JobFlowBll().UpdateOrigFileGuid(job.fileGuid, job.flowGuid);
-             }},
-            {"name the last import",
-             0,
-             0,
-             filers,
-             {},
-             false,
-             false,
-             [](const TestJob &job, int) {
-                 return BLL::Odbpp_JobFlowBll().UpdateLastOdbppImportMongoFsGuid(job.storedName,
-                                                                                 job.flowGuid);
-             }},
-            {"rename the row's file",
-             0,
-             0,
-             filers,
-             {},
-             false,
-             true,
-             [](const TestJob &job, int user) {
-                 return BLL::Odbpp_JobCompressBll().UpdateZipUUID_OrigName(
-                     job.rowId, job.storedName, user, "x");
-             }},
-            {"delete a file", 0, 0, filers, {}, false, false, [](const TestJob &job, int) {
-                 return BLL::Odbpp_JobCompressBll().DelOrigFile(job.rowId, job.storedName,
-                                                                job.flowGuid);
-             }}};
-}
-
-std::vector<Case> workCases()
-{
-    const std::vector<Role> executors{Role::Admin, Role::OrigFileAssign};
-    const std::vector<Role> checkers{Role::Admin, Role::PreCheckAssign};
-    return {{"assign an executor",
-             0,
-             0,
-             executors,
-             {},
-             false,
-             true,
-             [](const TestJob &job, int user) {
-                 return BLL::Kodms_OrigFileAssignBll().AssignOrigFile(job.rowId, user, job.flowGuid,
-                                                                      user, 1);
-             }},
-            {"reassign an executor",
-             0,
-             0,
-             executors,
-             {},
-             false,
-             true,
-             [](const TestJob &job, int user) {
-                 return BLL::Kodms_OrigFileAssignBll().AssignOrigFileUpdate(user, job.flowGuid, 1);
-             }},
-            {"assign a pre-checker",
-             0,
-             0,
-             checkers,
-             {},
-             false,
-             true,
-             [](const TestJob &job, int user) {
-                 return BLL::Kodms_PreCheckAssignBll().s_PreCheckAssign(job.flowGuid, user, 1);
-             }},
-            {"reassign a pre-checker",
-             0,
-             0,
-             checkers,
-             {},
-             false,
-             true,
-             [](const TestJob &job, int user) {
-                 return BLL::Kodms_PreCheckAssignBll().Update_PreCheckAssign(job.flowGuid, user, 1);
-             }},
-            {"remark",
-             0,
-             0,
-             {},
-             {},
-             true,
-             true,
-             [](const TestJob &job, int user) {
-                 return BLL::Odbpp_JobFlowBll().UpdateTips(user, "new", job.flowGuid);
-             }},
-            {"state of a question", 0, 0, {}, {}, true, true, answerQuestion, askQuestion}};
-}
-
-const std::vector<Case> &cases()
-{
-    static const std::vector<Case> all = [] {
-        std::vector<Case> list = stateCases();
-        for (const auto &more : {fileCases(), workCases()})
-            list.insert(list.end(), more.begin(), more.end());
-        return list;
-    }();
-    return all;
-}
-
 bool holds(const std::vector<Role> &roles, std::optional<Role> role)
 {
     return role && std::find(roles.begin(), roles.end(), *role) != roles.end();
@@ -256,7 +33,7 @@ bool seesEverything(std::optional<Role> role)
     return holds({Role::Admin, Role::TestAdmin, Role::ShowCompanyName}, role);
 }
 
-bool isAllowed(const Case &one, std::optional<Role> role, bool ownFlow)
+bool isAllowed(const Tests::ChangingCase &one, std::optional<Role> role, bool ownFlow)
 {
     if (holds(one.always, role))
         return true;
@@ -314,12 +91,12 @@ void RightsTest::eachRoleEachOperation_data()
     std::vector<std::optional<Role>> roles{std::nullopt};
     for (const Role role : Services::allRoles())
         roles.emplace_back(role);
-    for (std::size_t i = 0; i < cases().size(); ++i) {
+    for (std::size_t i = 0; i < Tests::changingCases().size(); ++i) {
         for (const auto &role : roles) {
             for (const bool own : {false, true}) {
                 const QString name =
                     QStringLiteral("%1, %2, %3")
-                        .arg(QLatin1String(cases()[i].name), nameOf(role),
+                        .arg(QLatin1String(Tests::changingCases()[i].name), nameOf(role),
                              own ? QStringLiteral("own flow") : QStringLiteral("another's flow"));
                 QTest::newRow(qPrintable(name)) << int(i) << (role ? int(*role) : -1) << own;
             }
@@ -332,7 +109,7 @@ void RightsTest::eachRoleEachOperation()
     QFETCH(int, number);
     QFETCH(int, role);
     QFETCH(bool, ownFlow);
-    const Case &one = cases()[std::size_t(number)];
+    const Tests::ChangingCase &one = Tests::changingCases()[std::size_t(number)];
     const std::optional<Role> held = role < 0 ? std::nullopt : std::optional<Role>(Role(role));
     m_home.addUser(QStringLiteral("assignee"));
     const int user = m_home.addUser(QStringLiteral("somebody"), held ? RoleSet{*held} : RoleSet{});
@@ -360,12 +137,13 @@ void RightsTest::whoIsNotTheActingUserIsRefused_data()
 {
     QTest::addColumn<int>("number");
     QTest::addColumn<QString>("who");
-    for (std::size_t i = 0; i < cases().size(); ++i) {
+    for (std::size_t i = 0; i < Tests::changingCases().size(); ++i) {
         QStringList kinds{QStringLiteral("nobody"), QStringLiteral("disabled")};
-        if (cases()[i].namesUser)
+        if (Tests::changingCases()[i].namesUser)
             kinds << QStringLiteral("another's id") << QStringLiteral("id 0");
         for (const QString &kind : qAsConst(kinds))
-            QTest::newRow(qPrintable(QLatin1String(cases()[i].name) + QStringLiteral(", ") + kind))
+            QTest::newRow(qPrintable(QLatin1String(Tests::changingCases()[i].name) +
+                                     QStringLiteral(", ") + kind))
                 << int(i) << kind;
     }
 }
@@ -374,7 +152,7 @@ void RightsTest::whoIsNotTheActingUserIsRefused()
 {
     QFETCH(int, number);
     QFETCH(QString, who);
-    const Case &one = cases()[std::size_t(number)];
+    const Tests::ChangingCase &one = Tests::changingCases()[std::size_t(number)];
     RoleSet everything;
     for (const Role role : Services::allRoles())
         everything.insert(role);
@@ -423,7 +201,7 @@ void RightsTest::aCallWithoutAnOpenDatabaseFails()
 {
     const TestJob job = m_home.addJob(1, 0);
     Services::RecordContext::setCurrent(nullptr);
-    for (const Case &one : cases()) {
+    for (const Tests::ChangingCase &one : Tests::changingCases()) {
         QTest::ignoreMessage(QtWarningMsg,
                              QRegularExpression(QStringLiteral("no database is open")));
         Tests::NoticeLog log;

@@ -1,0 +1,201 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "foundation/bll/Kodms_OrigFileAssignBll.h"
+#include "foundation/bll/Kodms_PreCheckAssignBll.h"
+#include "foundation/bll/Odbpp_JobBll.h"
+#include "foundation/bll/Odbpp_JobCompressBll.h"
+#include "foundation/bll/Odbpp_JobFlowBll.h"
+#include "foundation/common/DBS_API.h"
+#include "services/records/bll/FlowRecords.h"
+#include "tests/bll/support/RecordsHome.h"
+#include "tests/support/NoticeLog.h"
+#include "tests/support/TestMain.h"
+
+#include <QTest>
+
+#include <functional>
+
+using namespace KODMS;
+using namespace KODMS::DataLib;
+using Services::Role;
+using Tests::TestJob;
+using Tests::TestSession;
+
+using Write = std::function<bool(const TestJob &, int user)>;
+Q_DECLARE_METATYPE(Write)
+
+/// Two desks that show the same flow; one is faster.
+class RacesTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void theSecondWriteOnAGroupIsRefused_data();
+    void theSecondWriteOnAGroupIsRefused();
+    void writesOnDifferentGroupsDoNotDisturb();
+    void ownWritesMoveTheVersionOn();
+    void aRefreshAllowsTheWrite();
+    void whatWasNeverShownIsNotGuarded();
+    void theOriginalFileDeskShowsNeitherStateNorRemark();
+    void noHalfVerdictBetweenTwoReviewers();
+    void signingInAnewForgetsWhatWasShown();
+
+private:
+    static bool verdict(const TestJob &job, int user, int flag);
+
+    QVariant jobFlag()
+    {
+        return m_home.get(QStringLiteral("jobs"), QStringLiteral("check_flag"), 1);
+    }
+
+    Tests::RecordsHome m_home;
+    TestJob m_job;
+    int m_fast = 0;
+    int m_slow = 0;
+    TestSession *m_fastSession = nullptr;
+    TestSession *m_slowSession = nullptr;
+};
+
+void RacesTest::init()
+{
+    m_home.reset();
+    m_fast = m_home.addUser(QStringLiteral("fast"), {Role::Admin});
+    m_slow = m_home.addUser(QStringLiteral("slow"), {Role::Admin});
+    m_job = m_home.addJob(1, 0);
+    m_fastSession = &m_home.signIn(m_fast);
+    m_slowSession = &m_home.signIn(m_slow);
+    m_home.show(*m_fastSession, m_job);
+    m_home.show(*m_slowSession, m_job);
+    m_home.makeCurrent(*m_fastSession);
+}
+
+bool RacesTest::verdict(const TestJob &job, int user, int flag)
+{
+    const bool stored =
+        BLL::Odbpp_JobBll().UpdateCheckFlag(user, flag, flag, job.jobName, job.flowId);
+    const bool moved = BLL::Odbpp_JobFlowBll().UpdateState(user, 1, flag, job.flowGuid);
+    const bool stamped = BLL::Odbpp_JobFlowBll().UpdatePreImportOrCheckTime(job.flowGuid, user, 0,
+                                                                            "", user, "", 0, "");
+    return stored && moved && stamped;
+}
+
+void RacesTest::theSecondWriteOnAGroupIsRefused_data()
+{
+    QTest::addColumn<Write>("write");
+    QTest::addColumn<QString>("group");
+    const QString state = QStringLiteral("状态");
+    const QString file = QStringLiteral("文件");
+    const QString assignment = QStringLiteral("指派");
+    QTest::newRow("state") << Write([](const TestJob &job, int user) {
+        return BLL::Odbpp_JobFlowBll().UpdateState(user, 1, 2, job.flowGuid);
+    }) << state;
+    QTest::newRow("remark") << Write([](const TestJob &job, int user) {
+        return BLL::Odbpp_JobFlowBll().UpdateTips(user, "mine", job.flowGuid);
+    }) << QStringLiteral("备注");
+    QTest::newRow("executor") << Write([](const TestJob &job, int user) {
+        return BLL::Kodms_OrigFileAssignBll().AssignOrigFileUpdate(user, job.flowGuid, user);
+    }) << assignment;
+    QTest::newRow("pre-checker") << Write([](const TestJob &job, int user) {
+        return BLL::Kodms_PreCheckAssignBll().s_PreCheckAssign(job.flowGuid, user, user);
+    }) << assignment;
+    QTest::newRow("original file") << Write([](const TestJob &job, int) {
+        return BLL::Odbpp_JobFlowBll().UpdateOrigFileGuid(job.fileGuid, job.flowGuid);
+    }) << file;
+    QTest::newRow("last import") << Write([](const TestJob &job, int) {
+        return BLL::Odbpp_JobFlowBll().UpdateLastOdbppImportMongoFsGuid(job.fileGuid, job.flowGuid);
+    }) << file;
+    QTest::newRow("row's file") << Write([](const TestJob &job, int user) {
+        return BLL::Odbpp_JobCompressBll().UpdateZipUUID_OrigName(job.rowId, job.storedName, user,
+                                                                  "renamed");
+    }) << file;
+}
+
+void RacesTest::theSecondWriteOnAGroupIsRefused()
+{
+    QFETCH(Write, write);
+    QFETCH(QString, group);
+    QVERIFY(write(m_job, m_fast));
+    m_home.makeCurrent(*m_slowSession);
+    const QString before = m_home.dump();
+    Tests::NoticeLog log;
+    QVERIFY(!write(m_job, m_slow));
+    QCOMPARE(m_home.dump(), before);
+    QCOMPARE(log.notices.size(), 1);
+    QVERIFY2(log.notices[0].text.contains(QStringLiteral("FAST")), qPrintable(log.notices[0].text));
+    QVERIFY2(log.notices[0].text.contains(group), qPrintable(log.notices[0].text));
+    QCOMPARE(m_home.refusals(), 1);
+}
+
+void RacesTest::writesOnDifferentGroupsDoNotDisturb()
+{
+    QVERIFY(BLL::Odbpp_JobFlowBll().UpdateTips(m_fast, "remark", m_job.flowGuid));
+    m_home.makeCurrent(*m_slowSession);
+    QVERIFY(BLL::Odbpp_JobFlowBll().UpdateState(m_slow, 1, 2, m_job.flowGuid));
+    QVERIFY(BLL::Kodms_PreCheckAssignBll().s_PreCheckAssign(m_job.flowGuid, m_slow, m_slow));
+    m_home.makeCurrent(*m_fastSession);
+    QVERIFY(BLL::Odbpp_JobFlowBll().UpdateOrigFileGuid(m_job.fileGuid, m_job.flowGuid));
+}
+
+void RacesTest::ownWritesMoveTheVersionOn()
+{
+    for (const char *text : {"one", "two", "three"})
+        QVERIFY(BLL::Odbpp_JobFlowBll().UpdateTips(m_fast, text, m_job.flowGuid));
+    for (const int flag : {1, 2, 1})
+        QVERIFY(verdict(m_job, m_fast, flag));
+}
+
+void RacesTest::aRefreshAllowsTheWrite()
+{
+    QVERIFY(BLL::Odbpp_JobFlowBll().UpdateTips(m_fast, "fast", m_job.flowGuid));
+    m_home.makeCurrent(*m_slowSession);
+    QVERIFY(!BLL::Odbpp_JobFlowBll().UpdateTips(m_slow, "slow", m_job.flowGuid));
+    m_home.show(*m_slowSession, m_job);
+    QVERIFY(BLL::Odbpp_JobFlowBll().UpdateTips(m_slow, "slow", m_job.flowGuid));
+}
+
+void RacesTest::whatWasNeverShownIsNotGuarded()
+{
+    QVERIFY(BLL::Odbpp_JobFlowBll().UpdateTips(m_fast, "fast", m_job.flowGuid));
+    m_home.signIn(m_slow);
+    QVERIFY(BLL::Odbpp_JobFlowBll().UpdateTips(m_slow, "slow", m_job.flowGuid));
+}
+
+void RacesTest::theOriginalFileDeskShowsNeitherStateNorRemark()
+{
+    QVERIFY(BLL::Odbpp_JobFlowBll().UpdateTips(m_fast, "fast", m_job.flowGuid));
+    QVERIFY(BLL::Odbpp_JobFlowBll().UpdateOrigFileGuid(m_job.fileGuid, m_job.flowGuid));
+    const auto flow = Services::FlowRecords(m_home.database()).byId(m_job.flowId);
+    m_slowSession->memory.shown({Services::ShownRow::View::OrigFile, m_job.rowId, m_job.flowId,
+                                 flow->guid, flow->versions});
+    m_home.makeCurrent(*m_slowSession);
+    QVERIFY(BLL::Odbpp_JobFlowBll().UpdateOrigFileGuid(m_job.fileGuid, m_job.flowGuid));
+    QVERIFY(!BLL::Odbpp_JobFlowBll().UpdateTips(m_slow, "slow", m_job.flowGuid));
+}
+
+void RacesTest::noHalfVerdictBetweenTwoReviewers()
+{
+    QVERIFY(BLL::Odbpp_JobBll().UpdateCheckFlag(m_fast, 2, 2, m_job.jobName, m_job.flowId));
+    m_home.makeCurrent(*m_slowSession);
+    QVERIFY(!verdict(m_job, m_slow, 1));
+    QCOMPARE(jobFlag().toInt(), 2);
+    m_home.makeCurrent(*m_fastSession);
+    QVERIFY(BLL::Odbpp_JobFlowBll().UpdateState(m_fast, 1, 2, m_job.flowGuid));
+    m_home.makeCurrent(*m_slowSession);
+    QVERIFY(!verdict(m_job, m_slow, 1));
+    QCOMPARE(jobFlag().toInt(), 2);
+    const auto flow = Services::FlowRecords(m_home.database()).byId(m_job.flowId);
+    QCOMPARE(flow->state.flag, 2);
+    QCOMPARE(flow->check.userId, 0);
+}
+
+void RacesTest::signingInAnewForgetsWhatWasShown()
+{
+    QVERIFY(BLL::Odbpp_JobFlowBll().UpdateTips(m_fast, "fast", m_job.flowGuid));
+    m_home.makeCurrent(*m_slowSession);
+    m_slowSession->memory.clear();
+    QVERIFY(BLL::Odbpp_JobFlowBll().UpdateTips(m_slow, "slow", m_job.flowGuid));
+}
+
+KODMS_TEST_MAIN(RacesTest, QCoreApplication)
+
+#include "RacesTest.moc"
