@@ -1,16 +1,11 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
-#include "desks/common/StyleSheets.h"
 #include "tests/desks/DeskTest.h"
 #include "tests/desks/LayoutLines.h"
 #include "tests/support/TestMain.h"
 
 #include <QApplication>
-#include <QComboBox>
-#include <QGroupBox>
 #include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QRegularExpression>
 
 using namespace KODMS::Tests;
@@ -31,13 +26,6 @@ private Q_SLOTS:
     void roleBoundControls();
     void someControlsAreNeverVisible_data();
     void someControlsAreNeverVisible();
-    void everybodySeesTheRest();
-    void captionsAndPlaceholders();
-    void comboBoxesListTheirItems();
-    void groupBoxesHaveNoTitle();
-    void styleSheets_data();
-    void styleSheets();
-    void bothTablesAlternateTheirRowColours();
     void thePageBarStandsOverTheJobTable();
     void theSpareLayoutIsOwnedAndEmpty();
     void everyMemberHasItsNameOnce();
@@ -87,6 +75,38 @@ QStringList lines(const char *text)
     return QString::fromUtf8(text).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
 
+/// The job group box of everybody, from the top down to the review row.
+constexpr char JobBox[] = "QVBoxLayout m_pJobLayout\n"
+                          " QHBoxLayout m_pTopLayout\n"
+                          "  QVBoxLayout m_pFilterLayout\n"
+                          "   QHBoxLayout m_pFilterRow1Layout\n"
+                          "    m_pFilterLE\n"
+                          "    m_pFilterCMB\n"
+                          "    m_pJobFilterLabel\n"
+                          "    m_pJobFilterLE\n"
+                          "    m_pLayerFilterLabel\n"
+                          "    m_pLayerFilterLE\n"
+                          "    m_pFeatureFilterLabel\n"
+                          "    m_pFeatureFilterLE\n"
+                          "   QHBoxLayout m_pFilterRow2Layout\n"
+                          "    m_pPrerFilterLabel\n"
+                          "    m_pPrerFilterLE\n"
+                          "    m_pCheckerFilterLabel\n"
+                          "    m_pCheckerFilterLE\n"
+                          "    m_pStatusFilterCMB\n"
+                          "  spacer 3x1 Expanding Minimum\n"
+                          "  QVBoxLayout m_pActionLayout\n"
+                          "   QHBoxLayout m_pAssignLayout\n"
+                          "    m_pAssignerCMB\n"
+                          "    m_pAssignPB\n"
+                          "   QHBoxLayout m_pImportLayout\n"
+                          "    spacer 3x1 Expanding Minimum\n"
+                          "    m_pImputPB\n"
+                          " m_pJobTableWidget\n"
+                          " m_TurnPage\n"
+                          " QHBoxLayout m_pReviewLayout\n"
+                          "  spacer 5x1 Expanding Minimum\n";
+
 bool isReviewer(const QVector<Right> &rights)
 {
     return rights.contains(Right::Admin) || rights.contains(Right::CheckAuthority);
@@ -116,43 +136,14 @@ void ExportWidgetLayoutTest::theLayoutTree()
     bottom << QStringLiteral(" m_pRefreshPB") << QStringLiteral(" m_pExportPB");
     QCOMPARE(layoutLines(control<QLayout>(*desk, "m_pBottomLayout")), bottom);
 
-    QStringList desktop = lines("QVBoxLayout\n"
-                                " m_pJobGroupBox\n"
-                                " m_pQuestionGroupBox\n");
+    QStringList whole = lines("QVBoxLayout\n"
+                              " m_pJobGroupBox\n"
+                              " m_pQuestionGroupBox\n");
     for (const QString &line : qAsConst(bottom))
-        desktop << QLatin1Char(' ') + line;
-    QCOMPARE(layoutLines(desk->layout()), desktop);
+        whole << QLatin1Char(' ') + line;
+    QCOMPARE(layoutLines(desk->layout()), whole);
 
-    QStringList job = lines("QVBoxLayout m_pJobLayout\n"
-                            " QHBoxLayout m_pTopLayout\n"
-                            "  QVBoxLayout m_pFilterLayout\n"
-                            "   QHBoxLayout m_pFilterRow1Layout\n"
-                            "    m_pFilterLE\n"
-                            "    m_pFilterCMB\n"
-                            "    m_pJobFilterLabel\n"
-                            "    m_pJobFilterLE\n"
-                            "    m_pLayerFilterLabel\n"
-                            "    m_pLayerFilterLE\n"
-                            "    m_pFeatureFilterLabel\n"
-                            "    m_pFeatureFilterLE\n"
-                            "   QHBoxLayout m_pFilterRow2Layout\n"
-                            "    m_pPrerFilterLabel\n"
-                            "    m_pPrerFilterLE\n"
-                            "    m_pCheckerFilterLabel\n"
-                            "    m_pCheckerFilterLE\n"
-                            "    m_pStatusFilterCMB\n"
-                            "  spacer 3x1 Expanding Minimum\n"
-                            "  QVBoxLayout m_pActionLayout\n"
-                            "   QHBoxLayout m_pAssignLayout\n"
-                            "    m_pAssignerCMB\n"
-                            "    m_pAssignPB\n"
-                            "   QHBoxLayout m_pImportLayout\n"
-                            "    spacer 3x1 Expanding Minimum\n"
-                            "    m_pImputPB\n"
-                            " m_pJobTableWidget\n"
-                            " m_TurnPage\n"
-                            " QHBoxLayout m_pReviewLayout\n"
-                            "  spacer 5x1 Expanding Minimum\n");
+    QStringList job = lines(JobBox);
     if (isReviewer(rights))
         job << lines("  m_pSendRobotPB\n"
                      "  m_pJobUnpassPB\n"
@@ -239,132 +230,6 @@ void ExportWidgetLayoutTest::someControlsAreNeverVisible()
     desk->show();
     for (const char *name : hidden)
         QVERIFY2(!control(*desk, name)->isVisible(), name);
-}
-
-void ExportWidgetLayoutTest::everybodySeesTheRest()
-{
-    const auto desk = makeDesk();
-    const char *const visible[] = {"m_pJobFilterLabel",
-                                   "m_pJobFilterLE",
-                                   "m_pPrerFilterLabel",
-                                   "m_pPrerFilterLE",
-                                   "m_pCheckerFilterLabel",
-                                   "m_pCheckerFilterLE",
-                                   "m_pAssignerCMB",
-                                   "m_pAssignPB",
-                                   "m_pImputPB",
-                                   "m_pJobGroupBox",
-                                   "m_pJobTableWidget",
-                                   "m_pRefreshPB",
-                                   "m_pQuestionGroupBox",
-                                   "m_pQuestionTableWidget",
-                                   "m_pViewQuestionPB",
-                                   "m_pResolveQuestionPB"};
-    for (const char *name : visible)
-        QVERIFY2(control(*desk, name) && control(*desk, name)->isVisible(), name);
-}
-
-void ExportWidgetLayoutTest::captionsAndPlaceholders()
-{
-    const auto desk = makeDesk({Right::CheckAuthority});
-    const std::initializer_list<std::pair<const char *, const char *>> labels = {
-        {"m_pJobFilterLabel", "料号名称："},
-        {"m_pLayerFilterLabel", "板层："},
-        {"m_pFeatureFilterLabel", "Feature数："},
-        {"m_pPrerFilterLabel", "前处理人："},
-        {"m_pCheckerFilterLabel", "批号："}};
-    for (const auto &label : labels)
-        QCOMPARE(control<QLabel>(*desk, label.first)->text(), QString::fromUtf8(label.second));
-    const std::initializer_list<std::pair<const char *, const char *>> edits = {
-        {"m_pFilterLE", "请输入搜索项"},
-        {"m_pJobFilterLE", "请输入搜索项"},
-        {"m_pLayerFilterLE", "该项仅支持精确搜索"},
-        {"m_pFeatureFilterLE", "该项仅支持精确搜索"},
-        {"m_pPrerFilterLE", "请输入搜索项"},
-        {"m_pCheckerFilterLE", "请输入搜索项"}};
-    for (const auto &edit : edits) {
-        QCOMPARE(control<QLineEdit>(*desk, edit.first)->placeholderText(),
-                 QString::fromUtf8(edit.second));
-        QVERIFY(control<QLineEdit>(*desk, edit.first)->text().isEmpty());
-    }
-    const std::initializer_list<std::pair<const char *, const char *>> buttons = {
-        {"m_pAssignPB", "指派"},
-        {"m_pImputPB", "导入前处理料号"},
-        {"m_pJobPassPB", "通过"},
-        {"m_pJobUnpassPB", "不通过"},
-        {"m_pRefreshPB", "刷新"},
-        {"m_pSendRobotPB", "发送机器人"},
-        {"m_pCreateQuestionPB", "创建问题"},
-        {"m_pViewQuestionPB", "查看问题"},
-        {"m_pResolveQuestionPB", "解决"},
-        {"m_pDownloadPB", "下载"},
-        {"m_pExportPB", "导出"}};
-    for (const auto &button : buttons)
-        QCOMPARE(control<QPushButton>(*desk, button.first)->text(),
-                 QString::fromUtf8(button.second));
-}
-
-void ExportWidgetLayoutTest::comboBoxesListTheirItems()
-{
-    const auto desk = makeDesk();
-    const auto items = [&](const char *name) {
-        const auto *combo = control<QComboBox>(*desk, name);
-        QStringList texts{QString::number(combo->currentIndex())};
-        for (int index = 0; index < combo->count(); ++index)
-            texts << combo->itemText(index);
-        return texts.join(QLatin1Char('/'));
-    };
-    QCOMPARE(items("m_pFilterCMB"), QStringLiteral("0/全部/料号名称/板层/feature数/执行者"));
-    QCOMPARE(items("m_pStatusFilterCMB"),
-             QStringLiteral("0/全部/待前处理/前处理未审核/审核未通过/审核通过/完成/机器人处理中"));
-}
-
-void ExportWidgetLayoutTest::groupBoxesHaveNoTitle()
-{
-    const auto desk = makeDesk();
-    QCOMPARE(control<QGroupBox>(*desk, "m_pJobGroupBox")->title(), QString());
-    QCOMPARE(control<QGroupBox>(*desk, "m_pQuestionGroupBox")->title(), QString());
-    QCOMPARE(control(*desk, "m_pJobGroupBox")->parentWidget(), desk.get());
-    QCOMPARE(control(*desk, "m_pQuestionGroupBox")->parentWidget(), desk.get());
-}
-
-void ExportWidgetLayoutTest::styleSheets_data()
-{
-    using namespace KODMS::UI;
-    QTest::addColumn<QByteArray>("name");
-    QTest::addColumn<QString>("sheet");
-    const std::initializer_list<std::pair<const char *, QString>> rows = {
-        {"m_pJobTableWidget", TableWidgetStyle},
-        {"m_pQuestionTableWidget", TableWidgetStyle},
-        {"m_pJobPassPB", PushButtonBlueStyle},
-        {"m_pJobUnpassPB", PushButtonGrayStyle},
-        {"m_pCreateQuestionPB", PushButtonBlueStyle},
-        {"m_pSendRobotPB", PushButtonBlueStyle},
-        {"m_pRefreshPB", PushButtonBlueStyle},
-        {"m_pExportPB", PushButtonBlueStyle},
-        {"m_pViewQuestionPB", PushButtonBlueStyle},
-        {"m_pResolveQuestionPB", PushButtonGrayStyle},
-        {"m_pDownloadPB", QString()},
-        {"m_pAssignPB", QString()},
-        {"m_pImputPB", QString()},
-        {"m_pJobGroupBox", QString()},
-        {"m_pQuestionGroupBox", QString()}};
-    for (const auto &row : rows)
-        QTest::newRow(row.first) << QByteArray(row.first) << row.second;
-}
-
-void ExportWidgetLayoutTest::styleSheets()
-{
-    QFETCH(QByteArray, name);
-    const auto desk = makeDesk({Right::CheckAuthority});
-    QTEST(control(*desk, name.constData())->styleSheet(), "sheet");
-}
-
-void ExportWidgetLayoutTest::bothTablesAlternateTheirRowColours()
-{
-    const auto desk = makeDesk();
-    QVERIFY(jobTable(*desk)->alternatingRowColors());
-    QVERIFY(questionTable(*desk)->alternatingRowColors());
 }
 
 void ExportWidgetLayoutTest::thePageBarStandsOverTheJobTable()
