@@ -19,12 +19,17 @@ QList<QCommandLineOption> ActingCommand::options() const
             passwordFileOption()};
 }
 
+QString ActingCommand::fault(const Invocation &invocation) const
+{
+    const bool aimless =
+        !invocation.passwordFile().isEmpty() && invocation.value(QStringLiteral("login")).isEmpty();
+    return aimless ? QStringLiteral("--password-file goes with --login") : QString();
+}
+
 Report ActingCommand::work(const Invocation &invocation)
 {
     const QString login = invocation.value(QStringLiteral("login"));
     if (login.isEmpty()) {
-        if (!invocation.passwordFile().isEmpty())
-            return Report::usage(QStringLiteral("--password-file goes with --login"));
         SignIn::actAsOperator();
         return act(invocation);
     }

@@ -12,6 +12,7 @@ namespace KODMS::Admin {
 class ActingCommand : public InstalledCommand {
 public:
     QList<QCommandLineOption> options() const override;
+    QString fault(const Invocation &invocation) const override;
 
 protected:
     Report work(const Invocation &invocation) final;

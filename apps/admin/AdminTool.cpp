@@ -58,12 +58,15 @@ Report AdminTool::runCommand(Command &command, const QStringList &arguments)
         return Report::usage(parser.errorText());
     if (parser.isSet(QStringLiteral("help")))
         return Report::success({HelpText::ofCommand(command, toolOptions()).trimmed()});
-    const QString fault = argumentFault(command, parser.positionalArguments());
+    const Invocation invocation(parser);
+    QString fault = argumentFault(command, parser.positionalArguments());
+    if (fault.isEmpty())
+        fault = command.fault(invocation);
     if (!fault.isEmpty())
         return Report::usage(fault);
     if (!parser.isSet(QStringLiteral("verbose")))
         QLoggingCategory::setFilterRules(QStringLiteral("kodms.*=false"));
-    return command.run(Invocation(parser));
+    return command.run(invocation);
 }
 
 QString AdminTool::argumentFault(const Command &command, const QStringList &given)

@@ -10,8 +10,8 @@
 
 namespace KODMS::Admin {
 
-/// One command of the tool. The tool has checked the number of arguments and that the
-/// options exist before run() is called.
+/// One command of the tool. The tool has checked the number of arguments, that the
+/// options exist, and fault(), before run() is called.
 class Command {
 public:
     struct Argument {
@@ -31,6 +31,9 @@ public:
     virtual QList<Argument> arguments() const { return {}; }
 
     virtual QList<QCommandLineOption> options() const { return {}; }
+
+    /// What is wrong with the values that were typed; nothing has been opened yet.
+    virtual QString fault(const Invocation &) const { return {}; }
 
     virtual Report run(const Invocation &invocation) = 0;
 

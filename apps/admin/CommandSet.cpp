@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "apps/admin/CommandSet.h"
 
+#include "apps/admin/commands/DemoCommand.h"
 #include "apps/admin/commands/InitCommand.h"
 #include "apps/admin/commands/OrderPayCommand.h"
+#include "apps/admin/commands/SampleCommand.h"
 #include "apps/admin/commands/StatusCommand.h"
 #include "apps/admin/commands/UserAddCommand.h"
 #include "apps/admin/commands/UserListCommand.h"
@@ -24,6 +26,8 @@ CommandSet::CommandSet()
     m_commands.push_back(std::make_unique<UserSwitchCommand>(false));
     m_commands.push_back(std::make_unique<UserSwitchCommand>(true));
     m_commands.push_back(std::make_unique<OrderPayCommand>());
+    m_commands.push_back(std::make_unique<SampleCommand>());
+    m_commands.push_back(std::make_unique<DemoCommand>());
 }
 
 Command *CommandSet::find(const QString &name) const

@@ -3,10 +3,13 @@
 #include "tests/admin/AdminSandbox.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QProcess>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -112,6 +115,59 @@ AdminRun AdminSandbox::runOnTerminal(const QStringList &arguments, const QByteAr
     *shown = readShown(terminal);
     ::close(terminal);
     return run;
+}
+
+AdminRun AdminSandbox::runAndInterrupt(const QStringList &arguments, int delayMs) const
+{
+    QProcess process;
+    process.setEnvironment(environment());
+    process.start(QStringLiteral(KODMS_ADMIN_PROGRAM), arguments);
+    process.closeWriteChannel();
+    if (process.waitForFinished(delayMs))
+        return finish(process); // too early to interrupt: the test compares the exit code
+    process.terminate();
+    return finish(process);
+}
+
+QString AdminSandbox::makeArchive(const QString &below, const QByteArray &content) const
+{
+    const QString folder = below + QStringLiteral(".content/job/steps");
+    write(folder + QStringLiteral("/features"), content);
+    write(folder + QStringLiteral("/说明.txt"), "线路板");
+    QDir().mkpath(QFileInfo(path(below)).path());
+    const int code = QProcess::execute(
+        QStringLiteral("tar"), {QStringLiteral("-czf"), path(below), QStringLiteral("-C"),
+                                path(below + QStringLiteral(".content")), QStringLiteral("job")});
+    return code == 0 ? path(below) : QString();
+}
+
+QString AdminSandbox::queried(const QString &sql) const
+{
+    QString value;
+    {
+        QSqlDatabase database =
+            QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("sandbox"));
+        database.setDatabaseName(path(QStringLiteral("place/kodms.db")));
+        if (database.open()) {
+            QSqlQuery query(sql, database);
+            if (query.next())
+                value = query.value(0).toString();
+        }
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("sandbox"));
+    return value;
+}
+
+QStringList AdminSandbox::filesBelow(const QString &below) const
+{
+    QStringList files;
+    QDirIterator each(path(below), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (each.hasNext()) {
+        each.next();
+        files << each.filePath() + QLatin1Char(' ') + QString::number(each.fileInfo().size());
+    }
+    files.sort();
+    return files;
 }
 
 AdminRun AdminSandbox::init() const

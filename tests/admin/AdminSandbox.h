@@ -44,6 +44,19 @@ public:
     /// `init` with the administrator above.
     AdminRun init() const;
 
+    /// Starts a command, sends it the termination signal after `delayMs`, and waits for its end.
+    AdminRun runAndInterrupt(const QStringList &arguments, int delayMs) const;
+
+    /// A tgz with some files in it; returns its path.
+    QString makeArchive(const QString &below, const QByteArray &content) const;
+
+    /// The one value of a query on the installation's database; empty when there is none.
+    QString queried(const QString &sql) const;
+
+    /// Every file below a folder of the sandbox, with its size and time: what a refused command
+    /// must not change.
+    QStringList filesBelow(const QString &below) const;
+
     /// Writes a file below the sandbox and returns its path.
     QString write(const QString &below, const QByteArray &bytes) const;
 

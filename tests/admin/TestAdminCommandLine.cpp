@@ -29,9 +29,10 @@ private:
     AdminSandbox m_sandbox;
 };
 
-static const char *const AllCommands[] = {"init",         "status",      "user add",
-                                          "user list",    "user passwd", "user role",
-                                          "user disable", "user enable", "order pay"};
+static const char *const AllCommands[] = {"init",        "status",    "user add",     "user list",
+                                          "user passwd", "user role", "user disable", "user enable",
+                                          "order pay",   "intake",    "check",        "backup",
+                                          "restore",     "sample",    "demo"};
 
 void TestAdminCommandLine::helpNamesEveryCommand()
 {
@@ -83,6 +84,11 @@ void TestAdminCommandLine::refusesAWrongLine_data()
     row("an unknown option", "status --fast", "fast");
     row("an argument too many", "status now", "now");
     row("a missing argument", "user disable", "LOGIN");
+    row("a negative number of flows", "sample --flows -5", "flows");
+    row("too many flows", "sample --flows 3000001", "3000000");
+    row("too many flows with files", "sample --flows 1001 --files", "1000");
+    row("a number of flows in words", "demo place --flows many", "many");
+    row("a seed that is none", "sample --flows 5 --seed x", "seed");
     row("an option of another command", "status --grant admin", "grant");
     row("an option before the command", "--grant admin user role", "admin");
 }

@@ -33,6 +33,12 @@ private:
 
 void TestMinimalHost::initTestCase()
 {
+    // Nothing here may touch the installation of whoever runs the tests.
+    m_package.environment << QStringLiteral("HOME=") + m_package.path(QStringLiteral("home"))
+                          << QStringLiteral("XDG_CONFIG_HOME=") +
+                                 m_package.path(QStringLiteral("home/config"))
+                          << QStringLiteral("XDG_DATA_HOME=") +
+                                 m_package.path(QStringLiteral("home/data"));
     QVERIFY2(m_package.run(QStringLiteral(KODMS_CMAKE),
                            {QStringLiteral("--install"), QStringLiteral(KODMS_BINARY_DIR),
                             QStringLiteral("--prefix"), m_package.prefix()}),

@@ -40,17 +40,25 @@ QList<QCommandLineOption> UserAddCommand::options() const
     };
 }
 
+static Result<qint64> numberOf(const Invocation &invocation, const QString &option)
+{
+    return invocation.number(option, 0, std::numeric_limits<int>::max());
+}
+
+QString UserAddCommand::fault(const Invocation &invocation) const
+{
+    if (!invocation.has(QStringLiteral("name")))
+        return QStringLiteral("--name is missing");
+    for (const char *option : {"department", "post"}) {
+        const Result<qint64> number = numberOf(invocation, QString::fromLatin1(option));
+        if (!number)
+            return number.text();
+    }
+    return {};
+}
+
 Report UserAddCommand::work(const Invocation &invocation)
 {
-    constexpr qint64 Most = std::numeric_limits<int>::max();
-    const Result<qint64> department = invocation.number(QStringLiteral("department"), 0, Most);
-    if (!department)
-        return Report::usage(department.text());
-    const Result<qint64> post = invocation.number(QStringLiteral("post"), 0, Most);
-    if (!post)
-        return Report::usage(post.text());
-    if (!invocation.has(QStringLiteral("name")))
-        return Report::usage(QStringLiteral("--name is missing"));
     const Result<QString> password = PasswordSource(invocation.passwordFile())
                                          .chosen(QStringLiteral("Password of the new user:"));
     if (!password)
@@ -58,8 +66,8 @@ Report UserAddCommand::work(const Invocation &invocation)
     const NewUser user{invocation.argument(0),
                        invocation.value(QStringLiteral("name")),
                        password.value,
-                       static_cast<int>(department.value),
-                       static_cast<int>(post.value),
+                       static_cast<int>(numberOf(invocation, QStringLiteral("department")).value),
+                       static_cast<int>(numberOf(invocation, QStringLiteral("post")).value),
                        invocation.values(QStringLiteral("role"))};
     const Result<int> id = UserAdmin::add(user);
     return Report::of(

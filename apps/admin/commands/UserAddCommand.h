@@ -16,6 +16,7 @@ public:
     QString details() const override;
     QList<Argument> arguments() const override;
     QList<QCommandLineOption> options() const override;
+    QString fault(const Invocation &invocation) const override;
 
 protected:
     Report work(const Invocation &invocation) override;

@@ -31,17 +31,22 @@ QList<QCommandLineOption> UserRoleCommand::options() const
              QStringLiteral("ROLE")}};
 }
 
+QString UserRoleCommand::fault(const Invocation &invocation) const
+{
+    const QStringList roles =
+        invocation.values(QStringLiteral("grant")) + invocation.values(QStringLiteral("revoke"));
+    for (const QString &role : roles) {
+        if (!UserAdmin::roleNames().contains(role))
+            return QStringLiteral("there is no role \"%1\"").arg(role);
+    }
+    return roles.isEmpty() ? QStringLiteral("--grant or --revoke is missing") : QString();
+}
+
 Report UserRoleCommand::work(const Invocation &invocation)
 {
     const QString login = invocation.argument(0);
     const QStringList grant = invocation.values(QStringLiteral("grant"));
     const QStringList revoke = invocation.values(QStringLiteral("revoke"));
-    if (grant.isEmpty() && revoke.isEmpty())
-        return Report::usage(QStringLiteral("--grant or --revoke is missing"));
-    for (const QString &role : grant + revoke) {
-        if (!UserAdmin::roleNames().contains(role))
-            return Report::usage(QStringLiteral("there is no role \"%1\"").arg(role));
-    }
     for (const QString &role : grant) {
         if (const Outcome outcome = UserAdmin::grantRole(login, role); !outcome)
             return Report::failure(outcome.text);
