@@ -31,8 +31,7 @@ private:
 
 static const char *const AllCommands[] = {"init",        "status",    "user add",     "user list",
                                           "user passwd", "user role", "user disable", "user enable",
-                                          "order pay",   "intake",    "check",        "backup",
-                                          "restore",     "sample",    "demo"};
+                                          "order pay",   "sample",    "demo"};
 
 void TestAdminCommandLine::helpNamesEveryCommand()
 {
