@@ -59,7 +59,11 @@ void Database::close()
 
 QSqlQuery Database::prepared(const QString &sql, const QString &name)
 {
-    QSqlQuery query(QSqlDatabase::database(m_connectionName, false));
+    const QSqlDatabase connection = QSqlDatabase::database(m_connectionName, false);
+    if (!connection.isOpen())
+        throw SqlError(SqlError::Kind::Lost, name.isEmpty() ? sql : name,
+                       QStringLiteral("the connection is closed"));
+    QSqlQuery query(connection);
     query.setForwardOnly(true);
     m_dialect->statementStarts();
     if (!query.prepare(sql)) {

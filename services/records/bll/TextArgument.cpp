@@ -25,7 +25,7 @@ TextArgument::TextArgument(const std::string &bytes, int longest)
 {
     const auto limit = static_cast<std::size_t>(longest) * BytesPerCharacter;
     if (bytes.size() <= limit) {
-        QTextCodec::ConverterState state(QTextCodec::IgnoreHeader); // keeps a leading BOM
+        QTextCodec::ConverterState state;
         m_text = QTextCodec::codecForName("UTF-8")->toUnicode(
             bytes.data(), static_cast<int>(bytes.size()), &state);
         if (state.invalidChars > 0 || state.remainingChars > 0) {

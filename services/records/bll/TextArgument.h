@@ -12,7 +12,7 @@ constexpr int LongestName = 500;
 constexpr int LongestRemark = 10000;
 
 /// A text that came through a contract: it is stored as it was given or refused,
-/// never stored as something else.
+/// never stored as something else. A byte order mark before it is no text.
 class TextArgument {
 public:
     /// Valid: UTF-8 without NUL, at most `longest` characters.

@@ -72,7 +72,7 @@ DatabaseSettings RecordsHome::settings() const
     DatabaseSettings settings;
     settings.driver = QStringLiteral("sqlite");
     settings.path = path("kodms.db");
-    settings.busyTimeoutMs = 500;
+    settings.busyTimeoutMs = 50;
     return settings;
 }
 

@@ -1,0 +1,215 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "foundation/bll/Odbpp_JobFlowBll.h"
+#include "foundation/bll/Odbpp_OrdersBll.h"
+#include "foundation/bll/Odbpp_QuestionsBll.h"
+#include "foundation/bll/User_ViewBll.h"
+#include "foundation/common/DBS_API.h"
+#include "services/records/Transaction.h"
+#include "tests/bll/support/ChangingCases.h"
+#include "tests/support/NoticeLog.h"
+#include "tests/support/TestMain.h"
+
+#include <QRegularExpression>
+#include <QSqlDatabase>
+#include <QTest>
+
+#include <functional>
+#include <optional>
+
+using namespace KODMS;
+using namespace KODMS::DataLib;
+using Services::RoleSet;
+using Tests::TestJob;
+
+namespace {
+
+struct Read {
+    const char *name;
+    const char *table; ///< one that it cannot do without
+    std::function<bool(const TestJob &)> call;
+};
+
+const std::vector<Read> reads{
+    {"select flows", "job_flows",
+     [](const TestJob &) {
+         std::vector<Model::Odbpp_JobFlow> rows;
+         return BLL::Odbpp_JobFlowBll().select({}, {}, rows);
+     }},
+    {"flow by GUID", "job_flows",
+     [](const TestJob &job) {
+         return BLL::Odbpp_JobFlowBll().getFlowByGuid(job.flowGuid).isPersist();
+     }},
+    {"select questions", "questions",
+     [](const TestJob &) {
+         std::vector<Model::Odbpp_Questions> rows;
+         return BLL::Odbpp_QuestionsBll().select({}, {}, rows);
+     }},
+    {"select users", "users",
+     [](const TestJob &) {
+         std::vector<Model::User_View> rows;
+         return BLL::User_ViewBll().select({}, {}, rows);
+     }},
+    {"order", "orders",
+     [](const TestJob &job) {
+         return BLL::Odbpp_OrdersBll().getOrdersByFlowGuid(job.flowGuid).isPersist();
+     }},
+    {"robot parameters", "robot_params",
+     [](const TestJob &job) { return !DBS_API::getWebRobotParaByJobName(job.jobName).empty(); }}};
+
+} // namespace
+
+/// A database that fails: no exception leaves a contract call, nothing is half
+/// stored, and the failure is said once in the log and once to the user.
+class FailuresTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void init() { m_home.reset(); }
+
+    void changesOnAFailingDatabase_data();
+    void changesOnAFailingDatabase();
+    void readsOnAFailingDatabase_data();
+    void readsOnAFailingDatabase();
+    void aRefusalThatCannotBeAuditedIsStillARefusal();
+    void withoutAFileStore();
+
+private:
+    void breakIt(const QString &how, const char *table);
+    TestJob prepare(const Tests::ChangingCase &one);
+    void closeConnections();
+
+    Tests::RecordsHome m_home;
+    std::optional<Services::Transaction> m_otherWriter;
+    int m_user = 0;
+};
+
+void FailuresTest::closeConnections()
+{
+    const QStringList names = QSqlDatabase::connectionNames();
+    const QString own = m_home.session().context->database().settings().path;
+    for (const QString &name : names) {
+        if (QSqlDatabase::database(name, false).databaseName() == own)
+            QSqlDatabase::database(name, false).close();
+    }
+}
+
+void FailuresTest::breakIt(const QString &how, const char *table)
+{
+    if (how == QLatin1String("closed"))
+        closeConnections();
+    else if (how == QLatin1String("read-only"))
+        m_home.session().context->database().run(QStringLiteral("PRAGMA query_only = ON"));
+    else if (how == QLatin1String("locked"))
+        m_otherWriter.emplace(m_home.database());
+    else if (how == QLatin1String("table gone"))
+        m_home.database().run(
+            QStringLiteral("ALTER TABLE %1 RENAME TO gone").arg(QLatin1String(table)));
+    else if (how == QLatin1String("audit gone"))
+        m_home.database().run(QStringLiteral("DROP TABLE events"));
+}
+
+TestJob FailuresTest::prepare(const Tests::ChangingCase &one)
+{
+    RoleSet everything;
+    for (const Services::Role role : Services::allRoles())
+        everything.insert(role);
+    m_home.addUser(QStringLiteral("assignee"));
+    m_user = m_home.addUser(QStringLiteral("somebody"), everything);
+    const TestJob job = m_home.addJob(one.status, one.flag);
+    if (one.prepare)
+        one.prepare(m_home, job);
+    m_home.signIn(m_user);
+    return job;
+}
+
+void FailuresTest::changesOnAFailingDatabase_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QString>("how");
+    for (std::size_t i = 0; i < Tests::changingCases().size(); ++i) {
+        for (const char *how : {"closed", "read-only", "locked", "table gone", "audit gone"})
+            QTest::addRow("%s, %s", Tests::changingCases()[i].name, how)
+                << int(i) << QString::fromLatin1(how);
+    }
+}
+
+void FailuresTest::changesOnAFailingDatabase()
+{
+    QFETCH(int, number);
+    QFETCH(QString, how);
+    const Tests::ChangingCase &one = Tests::changingCases()[std::size_t(number)];
+    const TestJob job = prepare(one);
+    const QString before = m_home.dump();
+    breakIt(how, "users");
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression(QStringLiteral("^[a-z]+[.]\\w+ \\[.*\\] .+")));
+    Tests::NoticeLog log;
+    QVERIFY(!one.call(job, m_user));
+    m_otherWriter.reset();
+    QCOMPARE(log.notices.size(), 1);
+    QCOMPARE(log.notices[0].level, int(Services::NoticeLevel::Error));
+    QVERIFY(m_home.files().removed.isEmpty());
+    if (how == QLatin1String("read-only") || how == QLatin1String("locked") ||
+        how == QLatin1String("audit gone"))
+        QCOMPARE(m_home.dump(), before);
+}
+
+void FailuresTest::readsOnAFailingDatabase_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QString>("how");
+    for (std::size_t i = 0; i < reads.size(); ++i) {
+        for (const char *how : {"closed", "table gone"})
+            QTest::addRow("%s, %s", reads[i].name, how) << int(i) << QString::fromLatin1(how);
+    }
+}
+
+void FailuresTest::readsOnAFailingDatabase()
+{
+    QFETCH(int, number);
+    QFETCH(QString, how);
+    const Read &one = reads[std::size_t(number)];
+    const TestJob job = prepare(Tests::changingCases().front());
+    breakIt(how, one.table);
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression(QStringLiteral("^[a-z]+[.]\\w+ \\[.*\\] .+")));
+    Tests::NoticeLog log;
+    QVERIFY(!one.call(job));
+    QCOMPARE(log.notices.size(), 1);
+    QCOMPARE(log.notices[0].level, int(Services::NoticeLevel::Error));
+}
+
+void FailuresTest::aRefusalThatCannotBeAuditedIsStillARefusal()
+{
+    const TestJob job = m_home.addJob();
+    const int nobody = m_home.addUser(QStringLiteral("ordinary"));
+    m_home.signIn(nobody);
+    breakIt(QStringLiteral("audit gone"), nullptr);
+    Tests::NoticeLog log;
+    QVERIFY(!BLL::Odbpp_JobFlowBll().UpdateTips(nobody, "x", job.flowGuid));
+    QCOMPARE(log.notices.size(), 1);
+    QCOMPARE(log.notices[0].level, int(Services::NoticeLevel::Warning));
+}
+
+void FailuresTest::withoutAFileStore()
+{
+    for (const Tests::ChangingCase &one : Tests::changingCases()) {
+        if (qstrcmp(one.name, "record a stored file") != 0 &&
+            qstrcmp(one.name, "delete a file") != 0)
+            continue;
+        m_home.reset();
+        const TestJob job = prepare(one);
+        m_home.session().context->setStoredFiles(nullptr);
+        const QString before = m_home.dump();
+        QTest::ignoreMessage(QtWarningMsg,
+                             QRegularExpression(QStringLiteral("no file store is open")));
+        QVERIFY(!one.call(job, m_user));
+        QCOMPARE(m_home.dump(), before);
+    }
+}
+
+KODMS_TEST_MAIN(FailuresTest, QCoreApplication)
+
+#include "FailuresTest.moc"
