@@ -7,6 +7,7 @@
 #include "services/records/bll/Change.h"
 #include "services/records/bll/TextArgument.h"
 #include "services/session/Runtime.h"
+#include "services/tasks/TaskRunner.h"
 #include "services/ui/FetchTarget.h"
 
 #include <QCoreApplication>
@@ -21,11 +22,12 @@ namespace {
 
 constexpr Operation fetchFile{"file.fetch", QT_TRANSLATE_NOOP("Change", "取文件")};
 
-void report(const std::string &jobName, const QString &cause)
+void report(const std::string &jobName, const Outcome &failed)
 {
     const QString name = shortText(jobName);
-    reportFailure(lcFileStore(), fetchFile.action, name, cause,
-                  QCoreApplication::translate("Fetch", "取文件（%1）：%2").arg(name, cause));
+    reportFailure(lcFileStore(), fetchFile.action, name,
+                  failed.cause.isEmpty() ? failed.text : failed.cause,
+                  QCoreApplication::translate("Fetch", "取文件（%1）：%2").arg(name, failed.text));
 }
 
 /// The stored name that `uuid` means, when the signed-in user may have the file;
@@ -84,26 +86,31 @@ void DMS_StdCommon::getFilesFrommogodbUuidTypeOriginName(std::string jobName, st
 {
     Runtime *runtime = Runtime::current();
     if (!runtime) {
-        report(jobName, QCoreApplication::translate("Fetch", "服务尚未启动"));
+        report(jobName, Outcome::failure(QCoreApplication::translate("Fetch", "服务尚未启动"),
+                                         QStringLiteral("the services are not running")));
         return;
     }
     const auto target = fetchTarget(runtime->configuration().paths.download,
                                     QString::fromStdString(jobName), QString::fromStdString(type));
     if (!target) {
-        report(jobName, target.text());
+        report(jobName, target.outcome);
         return;
     }
     if (!clearTarget(target.value)) {
-        report(jobName, QCoreApplication::translate("Fetch", "无法替换 %1").arg(target.value));
+        report(jobName, Outcome::failure(
+                            QCoreApplication::translate("Fetch", "无法替换 %1").arg(target.value),
+                            QStringLiteral("cannot replace ") + target.value));
         return;
     }
     const QString storedName = allowedStoredName(uuid);
     if (storedName.isEmpty())
         return;
-    NoProgress progress;
-    const Outcome fetched = runtime->fileStore().get(storedName, target.value, progress);
+    const FileStore &store = runtime->fileStore();
+    const Outcome fetched = TaskRunner::instance().run(
+        QCoreApplication::translate("Fetch", "取文件 %1").arg(QFileInfo(target.value).fileName()),
+        [&](Progress &progress) { return store.get(storedName, target.value, progress); });
     if (!fetched)
-        report(jobName, fetched.text);
+        report(jobName, fetched);
 }
 
 } // namespace KODMS::UI

@@ -4,6 +4,7 @@
 
 #include "services/notices/NoticeHub.h"
 #include "services/records/RecordContext.h"
+#include "services/tasks/TaskRunner.h"
 
 using namespace KODMS::Services;
 
@@ -17,11 +18,17 @@ public:
         const RecordContext *context = RecordContext::current();
         return context && context->actor().roles.has(role);
     }
+
+    bool refreshIsHeldBack = false;
 };
 
 DMS_UICommon::DMS_UICommon() : d(std::make_unique<Private>())
 {
     connect(&NoticeHub::instance(), &NoticeHub::raised, this, &DMS_UICommon::serviceNotice);
+    connect(&TaskRunner::instance(), &TaskRunner::idle, this, [this] {
+        if (d->refreshIsHeldBack)
+            emitGobalSingal();
+    });
 }
 
 DMS_UICommon::~DMS_UICommon() = default;
@@ -74,6 +81,10 @@ bool DMS_UICommon::hasShowCompanyNameRole()
 
 void DMS_UICommon::emitGobalSingal()
 {
+    // A desk may be in the middle of its rows: no table changes under a running task.
+    d->refreshIsHeldBack = TaskRunner::instance().isBusy();
+    if (d->refreshIsHeldBack)
+        return;
     Q_EMIT refreshOrigFileTable();
     Q_EMIT refreshExportJobTable();
 }

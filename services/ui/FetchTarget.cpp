@@ -42,13 +42,16 @@ bool isPlainType(const QString &type)
 Result<QString> fetchTarget(const QString &downloadDir, const QString &jobName, const QString &type)
 {
     if (downloadDir.isEmpty())
-        return Outcome::failure(QCoreApplication::translate("FetchTarget", "没有配置下载文件夹"));
+        return Outcome::failure(QCoreApplication::translate("FetchTarget", "没有配置下载文件夹"),
+                                QStringLiteral("no download folder is configured"));
     if (!isPlainName(jobName))
         return Outcome::failure(
-            QCoreApplication::translate("FetchTarget", "料号名称不能用作文件名"));
+            QCoreApplication::translate("FetchTarget", "料号名称不能用作文件名"),
+            QStringLiteral("the job name cannot be a file name"));
     if (!isPlainType(type))
         return Outcome::failure(
-            QCoreApplication::translate("FetchTarget", "文件类型不能用作文件后缀"));
+            QCoreApplication::translate("FetchTarget", "文件类型不能用作文件后缀"),
+            QStringLiteral("the type cannot be a suffix"));
     return QString(downloadDir + jobName + QLatin1Char('.') + type);
 }
 

@@ -4,6 +4,7 @@
 #include "foundation/ui/DMS_UICommon.h"
 #include "services/notices/NoticeHub.h"
 #include "services/records/RecordContext.h"
+#include "services/tasks/TaskRunner.h"
 #include "tests/support/TestMain.h"
 
 #include <QSignalSpy>
@@ -28,6 +29,8 @@ private Q_SLOTS:
     void noDatabaseMeansNoRight();
     void theCurrentUserIsTheActor();
     void globalSignalRefreshesBothDesks();
+    void refreshWaitsForTheEndOfATask();
+    void refreshOutsideATaskIsNotRepeated();
     void noticesAreRelayed();
     void jobsForTheCamSideAreHandedOn();
     void theInstanceIsOne();
@@ -117,6 +120,37 @@ void UiCommonTest::globalSignalRefreshesBothDesks()
     const QSignalSpy jobs(hub, &DMS_UICommon::refreshExportJobTable);
     hub->emitGobalSingal();
     QCOMPARE(files.size(), 1);
+    QCOMPARE(jobs.size(), 1);
+}
+
+void UiCommonTest::refreshWaitsForTheEndOfATask()
+{
+    DMS_UICommon *hub = DMS_UICommon::interface();
+    QSignalSpy jobs(hub, &DMS_UICommon::refreshExportJobTable);
+    const QSignalSpy files(hub, &DMS_UICommon::refreshOrigFileTable);
+    const auto work = [hub](Progress &) {
+        hub->emitGobalSingal();
+        hub->emitGobalSingal();
+        return Outcome::success();
+    };
+    QVERIFY(TaskRunner::instance().run(QStringLiteral("one row"), work));
+    hub->emitGobalSingal(); // between two rows of one action
+    QVERIFY(TaskRunner::instance().run(QStringLiteral("next row"), work));
+    QCOMPARE(jobs.size(), 0);
+    QVERIFY(jobs.wait(2000));
+    QCoreApplication::processEvents();
+    QCOMPARE(jobs.size(), 1);
+    QCOMPARE(files.size(), 1);
+}
+
+void UiCommonTest::refreshOutsideATaskIsNotRepeated()
+{
+    DMS_UICommon *hub = DMS_UICommon::interface();
+    const QSignalSpy jobs(hub, &DMS_UICommon::refreshExportJobTable);
+    hub->emitGobalSingal();
+    QSignalSpy idle(&TaskRunner::instance(), &TaskRunner::idle);
+    QVERIFY(TaskRunner::instance().run(QString(), [](Progress &) { return Outcome::success(); }));
+    QVERIFY(idle.wait(2000));
     QCOMPARE(jobs.size(), 1);
 }
 

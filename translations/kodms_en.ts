@@ -1,0 +1,1248 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en_US" sourcelanguage="zh_CN">
+<context>
+    <name>Change</name>
+    <message>
+        <source>被指派人不存在或已停用</source>
+        <translation>the assignee does not exist or is disabled</translation>
+    </message>
+    <message>
+        <source>已指派给 %1，请刷新后再试</source>
+        <translation>already assigned to %1; refresh and try again</translation>
+    </message>
+    <message>
+        <source>状态</source>
+        <translation>state</translation>
+    </message>
+    <message>
+        <source>文件</source>
+        <translation>file</translation>
+    </message>
+    <message>
+        <source>指派</source>
+        <translation>assignment</translation>
+    </message>
+    <message>
+        <source>备注</source>
+        <translation>remark</translation>
+    </message>
+    <message>
+        <source>没有打开的数据库</source>
+        <translation>no database is open</translation>
+    </message>
+    <message>
+        <source>内部错误，未保存</source>
+        <translation>internal error, nothing was saved</translation>
+    </message>
+    <message>
+        <source>请先登录</source>
+        <translation>please sign in first</translation>
+    </message>
+    <message>
+        <source>该账号已停用</source>
+        <translation>the account is disabled</translation>
+    </message>
+    <message>
+        <source>%1：%2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1（%2）：%3</source>
+        <translation>%1 (%2): %3</translation>
+    </message>
+    <message>
+        <source>没有打开的文件库</source>
+        <translation>no file store is open</translation>
+    </message>
+    <message>
+        <source>操作人不是当前登录的用户</source>
+        <translation>the acting user is not the one who is signed in</translation>
+    </message>
+    <message>
+        <source>您没有该权限</source>
+        <translation>you do not have this right</translation>
+    </message>
+    <message>
+        <source>该料号不在您的范围内</source>
+        <translation>this job is not in your scope</translation>
+    </message>
+    <message>
+        <source>找不到该料号的流程</source>
+        <translation>the flow of this job was not found</translation>
+    </message>
+    <message>
+        <source>%1已被他人更改，请刷新后再试</source>
+        <translation>somebody else changed the %1; refresh and try again</translation>
+    </message>
+    <message>
+        <source>%1 于 %2 更改了%3：%4。请刷新后再试</source>
+        <translation>%1 changed the %3 on %2: %4. Refresh and try again</translation>
+    </message>
+    <message>
+        <source>查询机器人参数</source>
+        <translation>Read robot parameters</translation>
+    </message>
+    <message>
+        <source>修改备注</source>
+        <translation>Change remark</translation>
+    </message>
+    <message>
+        <source>更换原始文件</source>
+        <translation>Replace original file</translation>
+    </message>
+    <message>
+        <source>更换导入文件</source>
+        <translation>Replace imported file</translation>
+    </message>
+    <message>
+        <source>找不到该文件的记录</source>
+        <translation>the record of this file was not found</translation>
+    </message>
+    <message>
+        <source>该文件属于其他客户</source>
+        <translation>the file belongs to another customer</translation>
+    </message>
+    <message>
+        <source>更改状态</source>
+        <translation>Change state</translation>
+    </message>
+    <message>
+        <source>完成流程</source>
+        <translation>Finish flow</translation>
+    </message>
+    <message>
+        <source>保存审核结果</source>
+        <translation>Save verdict</translation>
+    </message>
+    <message>
+        <source>记录时间</source>
+        <translation>Record time</translation>
+    </message>
+    <message>
+        <source>当前状态不允许此操作</source>
+        <translation>the present state does not allow this</translation>
+    </message>
+    <message>
+        <source>此操作的前提尚未满足</source>
+        <translation>what this needs has not happened yet</translation>
+    </message>
+    <message>
+        <source>文件替换未成功，状态不变</source>
+        <translation>the file was not replaced, the state stays</translation>
+    </message>
+    <message>
+        <source>不能以他人名义记录</source>
+        <translation>cannot be recorded in somebody else&apos;s name</translation>
+    </message>
+    <message>
+        <source>时间格式无效</source>
+        <translation>the time is not valid</translation>
+    </message>
+    <message>
+        <source>没有审核结果，不能记录审核时间</source>
+        <translation>there is no verdict, so no review time can be recorded</translation>
+    </message>
+    <message>
+        <source>流程与料号不符</source>
+        <translation>flow and job do not belong together</translation>
+    </message>
+    <message>
+        <source>审核结果无效</source>
+        <translation>the verdict is not valid</translation>
+    </message>
+    <message>
+        <source>未知的查询条件</source>
+        <translation>unknown search condition</translation>
+    </message>
+    <message>
+        <source>指派前处理人</source>
+        <translation>Assign pre-processor</translation>
+    </message>
+    <message>
+        <source>重新指派前处理人</source>
+        <translation>Reassign pre-processor</translation>
+    </message>
+    <message>
+        <source>该记录与流程不符</source>
+        <translation>record and flow do not belong together</translation>
+    </message>
+    <message>
+        <source>指派审核人</source>
+        <translation>Assign pre-checker</translation>
+    </message>
+    <message>
+        <source>重新指派审核人</source>
+        <translation>Reassign pre-checker</translation>
+    </message>
+    <message>
+        <source>删除文件</source>
+        <translation>Delete file</translation>
+    </message>
+    <message>
+        <source>该记录已不存在</source>
+        <translation>the record is no longer there</translation>
+    </message>
+    <message>
+        <source>记录已删除，但存储的文件暂时保留：%1</source>
+        <translation>the record is deleted, but the stored file stays for now: %1</translation>
+    </message>
+    <message>
+        <source>文件库中没有该文件</source>
+        <translation>the file is not in the file store</translation>
+    </message>
+    <message>
+        <source>该文件已被更换，请刷新后再试</source>
+        <translation>the file has been replaced; refresh and try again</translation>
+    </message>
+    <message>
+        <source>查询流程</source>
+        <translation>Read flows</translation>
+    </message>
+    <message>
+        <source>查询订单</source>
+        <translation>Read order</translation>
+    </message>
+    <message>
+        <source>登记文件</source>
+        <translation>Register file</translation>
+    </message>
+    <message>
+        <source>没有该客户代码</source>
+        <translation>there is no such customer code</translation>
+    </message>
+    <message>
+        <source>文件 GUID 无效</source>
+        <translation>the file&apos;s GUID is not valid</translation>
+    </message>
+    <message>
+        <source>文件 GUID 已被使用</source>
+        <translation>the file&apos;s GUID is taken</translation>
+    </message>
+    <message>
+        <source>该文件已登记</source>
+        <translation>the file is registered already</translation>
+    </message>
+    <message>
+        <source>文件库中没有该文件，未登记</source>
+        <translation>the file is not in the file store; not registered</translation>
+    </message>
+    <message>
+        <source>查询问题</source>
+        <translation>Read questions</translation>
+    </message>
+    <message>
+        <source>更改问题状态</source>
+        <translation>Change state of question</translation>
+    </message>
+    <message>
+        <source>内部错误</source>
+        <translation>internal error</translation>
+    </message>
+    <message>
+        <source>文本编码无效</source>
+        <translation>the text is not valid UTF-8</translation>
+    </message>
+    <message>
+        <source>文本中含有空字符</source>
+        <translation>the text holds a NUL character</translation>
+    </message>
+    <message>
+        <source>文本过长，最多 %1 个字符</source>
+        <translation>the text is too long, at most %1 characters</translation>
+    </message>
+    <message>
+        <source>查询用户</source>
+        <translation>Read users</translation>
+    </message>
+    <message>
+        <source>取文件</source>
+        <translation>Fetch file</translation>
+    </message>
+</context>
+<context>
+    <name>Configuration</name>
+    <message>
+        <source>配置文件 %1：[%2] %3 = “%4” 无效，可接受的值：%5</source>
+        <translation>Configuration file %1: [%2] %3 = &quot;%4&quot; is not valid; accepted: %5</translation>
+    </message>
+    <message>
+        <source>配置文件 %1：[%2] %3 为空，而 %4 = %5 需要它</source>
+        <translation>Configuration file %1: [%2] %3 is empty, but %4 = %5 needs it</translation>
+    </message>
+    <message>
+        <source>配置文件 %1：[paths] %2 = “%3” 末尾没有路径分隔符，文件名会直接接在后面</source>
+        <translation>Configuration file %1: [paths] %2 = &quot;%3&quot; has no path separator at its end; file names will follow it directly</translation>
+    </message>
+    <message>
+        <source>配置文件 %1 第 %2 行：未知的键 [%3] %4，已忽略</source>
+        <translation>Configuration file %1, line %2: unknown key [%3] %4, ignored</translation>
+    </message>
+    <message>
+        <source>配置文件 %1 不存在</source>
+        <translation>Configuration file %1 does not exist</translation>
+    </message>
+    <message>
+        <source>无法创建文件夹 %1</source>
+        <translation>Cannot make the folder %1</translation>
+    </message>
+    <message>
+        <source>无法写入配置文件 %1：%2</source>
+        <translation>Cannot write the configuration file %1: %2</translation>
+    </message>
+    <message>
+        <source>%1 到 %2 之间的整数</source>
+        <translation>a whole number from %1 to %2</translation>
+    </message>
+    <message>
+        <source>数字形式的 IP 地址，或留空</source>
+        <translation>an IP address in numbers, or nothing</translation>
+    </message>
+    <message>
+        <source>非空文本</source>
+        <translation>a text that is not empty</translation>
+    </message>
+    <message>
+        <source>任意文本</source>
+        <translation>any text</translation>
+    </message>
+    <message>
+        <source>配置文件 %1 是一个文件夹，需要一个文本文件</source>
+        <translation>Configuration file %1 is a folder; a text file is needed</translation>
+    </message>
+    <message>
+        <source>配置文件 %1 不是普通文件</source>
+        <translation>Configuration file %1 is not a regular file</translation>
+    </message>
+    <message>
+        <source>无法读取配置文件 %1：%2</source>
+        <translation>Cannot read the configuration file %1: %2</translation>
+    </message>
+    <message>
+        <source>配置文件 %1 超过 1 MiB，不是有效的配置文件</source>
+        <translation>Configuration file %1 is larger than 1 MiB and cannot be a configuration</translation>
+    </message>
+    <message>
+        <source>配置文件 %1 不是 UTF-8 文本</source>
+        <translation>Configuration file %1 is not UTF-8 text</translation>
+    </message>
+    <message>
+        <source>配置文件 %1 第 %2 行无法识别：%3（应为 [段] 或 键 = 值）</source>
+        <translation>Configuration file %1, line %2 is not understood: %3 (expected [section] or key = value)</translation>
+    </message>
+    <message>
+        <source>配置文件 %1 第 %2 行：[%3] %4 重复出现</source>
+        <translation>Configuration file %1, line %2: [%3] %4 stands there twice</translation>
+    </message>
+</context>
+<context>
+    <name>Customers</name>
+    <message>
+        <source>没有权限查看客户</source>
+        <translation>You may not see the customers</translation>
+    </message>
+</context>
+<context>
+    <name>Fetch</name>
+    <message>
+        <source>取文件（%1）：%2</source>
+        <translation>Fetch file (%1): %2</translation>
+    </message>
+    <message>
+        <source>没有记录指向该文件</source>
+        <translation>no record names this file</translation>
+    </message>
+    <message>
+        <source>服务尚未启动</source>
+        <translation>the services are not running</translation>
+    </message>
+    <message>
+        <source>无法替换 %1</source>
+        <translation>cannot replace %1</translation>
+    </message>
+    <message>
+        <source>取文件 %1</source>
+        <translation>Fetch file %1</translation>
+    </message>
+</context>
+<context>
+    <name>FetchTarget</name>
+    <message>
+        <source>没有配置下载文件夹</source>
+        <translation>no download folder is configured</translation>
+    </message>
+    <message>
+        <source>料号名称不能用作文件名</source>
+        <translation>the job name cannot be a file name</translation>
+    </message>
+    <message>
+        <source>文件类型不能用作文件后缀</source>
+        <translation>the file type cannot be a suffix</translation>
+    </message>
+</context>
+<context>
+    <name>InstallationSetup</name>
+    <message>
+        <source>服务正在运行，不能在此时初始化</source>
+        <translation>The services are running; an installation cannot be made now</translation>
+    </message>
+    <message>
+        <source>文件夹 %1 不是空的</source>
+        <translation>The folder %1 is not empty</translation>
+    </message>
+    <message>
+        <source>无法创建文件夹 %1</source>
+        <translation>Cannot make the folder %1</translation>
+    </message>
+    <message>
+        <source>已有数据库 %1，不会覆盖</source>
+        <translation>There is a database %1 already; it is not overwritten</translation>
+    </message>
+    <message>
+        <source>文件库 %1 不是空的，请先恢复数据库备份或换一个位置</source>
+        <translation>The file store %1 is not empty; restore a backup of its database first, or choose another place</translation>
+    </message>
+    <message>
+        <source>无法创建数据库：%1（%2）</source>
+        <translation>Cannot make the database: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>无法写入 %1：%2</source>
+        <translation>Cannot write %1: %2</translation>
+    </message>
+    <message>
+        <source>无法读取 %1：%2</source>
+        <translation>Cannot read %1: %2</translation>
+    </message>
+    <message>
+        <source>%1 中的一行无法识别</source>
+        <translation>A line of %1 is not understood</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Host::AboutBox</name>
+    <message>
+        <source>版本</source>
+        <translation>Version</translation>
+    </message>
+    <message>
+        <source>数据库</source>
+        <translation>Database</translation>
+    </message>
+    <message>
+        <source>数据库结构版本</source>
+        <translation>Schema version</translation>
+    </message>
+    <message>
+        <source>文件库</source>
+        <translation>File store</translation>
+    </message>
+    <message>
+        <source>配置文件</source>
+        <translation>Configuration</translation>
+    </message>
+    <message>
+        <source>%1（%2）</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>关于 KODMS</source>
+        <translation>About KODMS</translation>
+    </message>
+    <message>
+        <source>KODMS 料号管理</source>
+        <translation>KODMS Job Management</translation>
+    </message>
+    <message>
+        <source>KODMS 按 Apache License 2.0 发布。</source>
+        <translation>KODMS is released under the Apache License 2.0.</translation>
+    </message>
+    <message>
+        <source>复制</source>
+        <translation>Copy</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Host::CamRelay</name>
+    <message>
+        <source>料号 %1 已备好，供 CAM 导入：%2</source>
+        <translation>Job %1 is ready for import by the CAM system: %2</translation>
+    </message>
+    <message>
+        <source>料号 %1 已备好，供 CAM 读入：%2</source>
+        <translation>Job %1 is ready to be read by the CAM system: %2</translation>
+    </message>
+    <message>
+        <source>请求 CAM 导出料号 %1（编号 %2）</source>
+        <translation>The CAM system is asked to export job %1 (no. %2)</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Host::DeskTabs</name>
+    <message>
+        <source>料号流程</source>
+        <translation>Job flows</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Host::DropZone</name>
+    <message>
+        <source>选择文件…</source>
+        <translation>Choose file...</translation>
+    </message>
+    <message>
+        <source>选择文件夹…</source>
+        <translation>Choose folder...</translation>
+    </message>
+    <message>
+        <source>把客户的压缩包或文件夹拖到这里</source>
+        <translation>Drop the customer&apos;s archive or folder here</translation>
+    </message>
+    <message>
+        <source>文件夹</source>
+        <translation>Folder</translation>
+    </message>
+    <message>
+        <source>选择客户的压缩包</source>
+        <translation>Choose the customer&apos;s archive</translation>
+    </message>
+    <message>
+        <source>压缩包 (*.zip *.rar *.tgz *.gz *.tar *.7z *.kos);;所有文件 (*)</source>
+        <translation>Archives (*.zip *.rar *.tgz *.gz *.tar *.7z *.kos);;All files (*)</translation>
+    </message>
+    <message>
+        <source>选择客户的文件夹</source>
+        <translation>Choose the customer&apos;s folder</translation>
+    </message>
+    <message>
+        <source>一次只能接收一个文件或文件夹</source>
+        <translation>Only one file or folder can be taken in at a time</translation>
+    </message>
+    <message>
+        <source>只能接收本机上的文件或文件夹</source>
+        <translation>Only files and folders of this computer can be taken in</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Host::IntakeDialog</name>
+    <message>
+        <source>接收客户文件</source>
+        <translation>Take in customer files</translation>
+    </message>
+    <message>
+        <source>接收</source>
+        <translation>Take in</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Close</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Host::IntakeForm</name>
+    <message>
+        <source>三位字母或数字</source>
+        <translation>three letters or digits</translation>
+    </message>
+    <message>
+        <source>新客户的名称</source>
+        <translation>name of a new customer</translation>
+    </message>
+    <message>
+        <source>默认取文件名</source>
+        <translation>taken from the file name</translation>
+    </message>
+    <message>
+        <source>可不填</source>
+        <translation>optional</translation>
+    </message>
+    <message>
+        <source>订单已付款</source>
+        <translation>The order is paid</translation>
+    </message>
+    <message>
+        <source>只有网站料号（客户代码 web）在付款前不能下载</source>
+        <translation>Only web jobs (customer code web) cannot be downloaded before they are paid</translation>
+    </message>
+    <message>
+        <source>客户代码(&amp;C)</source>
+        <translation>&amp;Customer code</translation>
+    </message>
+    <message>
+        <source>客户名称(&amp;N)</source>
+        <translation>Customer &amp;name</translation>
+    </message>
+    <message>
+        <source>原始料名(&amp;O)</source>
+        <translation>&amp;Original name</translation>
+    </message>
+    <message>
+        <source>文件说明(&amp;D)</source>
+        <translation>&amp;Description</translation>
+    </message>
+    <message>
+        <source>来源备注(&amp;R)</source>
+        <translation>Source &amp;remark</translation>
+    </message>
+    <message>
+        <source>请先选择客户的压缩包或文件夹</source>
+        <translation>Choose the customer&apos;s archive or folder first</translation>
+    </message>
+    <message>
+        <source>所选的文件或文件夹已不存在</source>
+        <translation>The chosen file or folder is no longer there</translation>
+    </message>
+    <message>
+        <source>客户代码是三位字母或数字</source>
+        <translation>A customer code is three letters or digits</translation>
+    </message>
+    <message>
+        <source>这是新客户，请填写客户名称</source>
+        <translation>This customer is new: enter the name</translation>
+    </message>
+    <message>
+        <source>请填写原始料名</source>
+        <translation>Enter the original name</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Host::IntakeReceiptPage</name>
+    <message>
+        <source>接收完成，新料号是</source>
+        <translation>Taken in as job</translation>
+    </message>
+    <message>
+        <source>复制料号</source>
+        <translation>Copy job name</translation>
+    </message>
+    <message>
+        <source>再接收一个</source>
+        <translation>Take in another</translation>
+    </message>
+    <message>
+        <source>原始料名：%1</source>
+        <translation>Original name: %1</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Host::MainWindow</name>
+    <message>
+        <source>KODMS 料号管理 - %1</source>
+        <translation>KODMS Job Management - %1</translation>
+    </message>
+    <message>
+        <source>语言</source>
+        <translation>Language</translation>
+    </message>
+    <message>
+        <source>下次启动时使用所选的语言。</source>
+        <translation>The language is used from the next start on.</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Host::NoticeLog</name>
+    <message>
+        <source>信息</source>
+        <translation>Information</translation>
+    </message>
+    <message>
+        <source>警告</source>
+        <translation>Warning</translation>
+    </message>
+    <message>
+        <source>错误</source>
+        <translation>Error</translation>
+    </message>
+    <message>
+        <source>时间</source>
+        <translation>Time</translation>
+    </message>
+    <message>
+        <source>级别</source>
+        <translation>Level</translation>
+    </message>
+    <message>
+        <source>内容</source>
+        <translation>Text</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Host::NoticePanel</name>
+    <message>
+        <source>通知</source>
+        <translation>Notices</translation>
+    </message>
+    <message>
+        <source>复制</source>
+        <translation>Copy</translation>
+    </message>
+    <message>
+        <source>复制所选通知；没有选择时复制全部</source>
+        <translation>Copy the selected notices, or all when none is selected</translation>
+    </message>
+    <message>
+        <source>清空</source>
+        <translation>Clear</translation>
+    </message>
+    <message>
+        <source>收起</source>
+        <translation>Hide</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Host::SampleBanner</name>
+    <message>
+        <source>示例安装：这里的料号、客户和账号都是虚构的，仅供试用</source>
+        <translation>Sample installation: jobs, customers and accounts are made up, for trying things</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Host::SignInWindow</name>
+    <message>
+        <source>演示账号和密码见文件：
+%1</source>
+        <translation>The demo accounts and their passwords stand in:
+%1</translation>
+    </message>
+    <message>
+        <source>登录 - KODMS</source>
+        <translation>Sign in - KODMS</translation>
+    </message>
+    <message>
+        <source>登录名</source>
+        <translation>Login</translation>
+    </message>
+    <message>
+        <source>密码</source>
+        <translation>Password</translation>
+    </message>
+    <message>
+        <source>登录</source>
+        <translation>Sign in</translation>
+    </message>
+    <message>
+        <source>KODMS 料号管理</source>
+        <translation>KODMS Job Management</translation>
+    </message>
+    <message>
+        <source>数据库：%1</source>
+        <translation>Database: %1</translation>
+    </message>
+    <message>
+        <source>请输入登录名和密码</source>
+        <translation>Enter login and password</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Host::StartFailureWindow</name>
+    <message>
+        <source>KODMS 无法启动</source>
+        <translation>KODMS cannot start</translation>
+    </message>
+    <message>
+        <source>配置文件：%1</source>
+        <translation>Configuration: %1</translation>
+    </message>
+    <message>
+        <source>没有改动任何数据。按上面的说明处理后重新启动；需要帮助时，请复制这些内容交给管理员。</source>
+        <translation>No data was changed. Do what is said above and start again; if you need help, copy this text for your administrator.</translation>
+    </message>
+    <message>
+        <source>复制</source>
+        <translation>Copy</translation>
+    </message>
+    <message>
+        <source>退出</source>
+        <translation>Quit</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Host::StatusFields</name>
+    <message>
+        <source>普通用户</source>
+        <translation>ordinary user</translation>
+    </message>
+    <message>
+        <source>、</source>
+        <comment>between the names of roles</comment>
+        <translation>, </translation>
+    </message>
+    <message>
+        <source>打开通知列表 (F8)</source>
+        <translation>Open the list of notices (F8)</translation>
+    </message>
+    <message>
+        <source>%1 · %2</source>
+        <translation>%1 · %2</translation>
+    </message>
+    <message>
+        <source>登录名：%1
+角色：%2</source>
+        <translation>Login: %1
+Roles: %2</translation>
+    </message>
+    <message>
+        <source>管理员</source>
+        <translation>administrator</translation>
+    </message>
+    <message>
+        <source>前处理</source>
+        <translation>pre-processing</translation>
+    </message>
+    <message>
+        <source>审核指派</source>
+        <translation>review assignment</translation>
+    </message>
+    <message>
+        <source>测试管理员</source>
+        <translation>test administrator</translation>
+    </message>
+    <message>
+        <source>审核</source>
+        <translation>review</translation>
+    </message>
+    <message>
+        <source>原始文件更新</source>
+        <translation>original files</translation>
+    </message>
+    <message>
+        <source>原始文件指派</source>
+        <translation>file assignment</translation>
+    </message>
+    <message>
+        <source>显示客户名称</source>
+        <translation>customer names</translation>
+    </message>
+    <message>
+        <source>机器人</source>
+        <translation>robot</translation>
+    </message>
+    <message>
+        <source>通知 (%1)</source>
+        <translation>Notices (%1)</translation>
+    </message>
+    <message>
+        <source>通知</source>
+        <translation>Notices</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Services::ArchiveReader</name>
+    <message>
+        <source>不是可识别的压缩包（zip、rar、tgz、tar、7z）：%1</source>
+        <translation>Not a known archive (zip, rar, tgz, tar, 7z): %1</translation>
+    </message>
+    <message>
+        <source>无法读取文件：%1</source>
+        <translation>Cannot read the file: %1</translation>
+    </message>
+    <message>
+        <source>压缩包已损坏：%1</source>
+        <translation>The archive is damaged: %1</translation>
+    </message>
+    <message>
+        <source>压缩包已损坏：%1，条目 %2</source>
+        <translation>The archive is damaged: %1, entry %2</translation>
+    </message>
+    <message>
+        <source>此 rar 压缩包已损坏，或已加密，或其压缩方式不受支持，请改用 zip 或 tgz：%1</source>
+        <translation>This rar archive is damaged, encrypted or packed in a way that is not supported; use zip or tgz: %1</translation>
+    </message>
+    <message>
+        <source>压缩包已加密，请提供未加密的压缩包：%1</source>
+        <translation>The archive is encrypted; an open one is needed: %1</translation>
+    </message>
+    <message>
+        <source>压缩包中有无法识别的条目名称：%1</source>
+        <translation>The archive has an entry whose name cannot be read: %1</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Services::ArchiveWalk</name>
+    <message>
+        <source>条目超过 %1 个</source>
+        <translation>more than %1 entries</translation>
+    </message>
+    <message>
+        <source>解压后超过 %1 字节</source>
+        <translation>more than %1 bytes when unpacked</translation>
+    </message>
+    <message>
+        <source>不是文件或文件夹</source>
+        <translation>neither file nor folder</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Services::EntryPath</name>
+    <message>
+        <source>压缩包中的条目被拒绝：%1（%2）</source>
+        <translation>An entry of the archive is refused: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>绝对路径</source>
+        <translation>absolute path</translation>
+    </message>
+    <message>
+        <source>路径超出目标文件夹</source>
+        <translation>the path leaves the target folder</translation>
+    </message>
+    <message>
+        <source>路径过长</source>
+        <translation>the path is too long</translation>
+    </message>
+    <message>
+        <source>没有名称</source>
+        <translation>no name</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Services::FileStore</name>
+    <message>
+        <source>本程序没有此种文件库：%1</source>
+        <translation>This program has no such kind of file store: %1</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Services::FolderPacker</name>
+    <message>
+        <source>文件夹中没有文件：%1</source>
+        <translation>There is no file in the folder: %1</translation>
+    </message>
+    <message>
+        <source>不能打包链接或特殊文件：%1</source>
+        <translation>Links and special files cannot be packed: %1</translation>
+    </message>
+    <message>
+        <source>文件在打包时被修改：%1</source>
+        <translation>The file was changed while it was packed: %1</translation>
+    </message>
+    <message>
+        <source>文件名无法识别：%1</source>
+        <translation>The file name cannot be read: %1</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Services::FolderStore</name>
+    <message>
+        <source>不能用作文件库中的名称：%1</source>
+        <translation>Cannot be a name in the file store: %1</translation>
+    </message>
+    <message>
+        <source>文件库中已有此文件：%1</source>
+        <translation>The file store has this file already: %1</translation>
+    </message>
+    <message>
+        <source>文件在存入时被修改：%1</source>
+        <translation>The file was changed while it was stored: %1</translation>
+    </message>
+    <message>
+        <source>文件夹 %1</source>
+        <translation>Folder %1</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Services::HashedStream</name>
+    <message>
+        <source>文件库中的文件已损坏，与存入时不同：%1</source>
+        <translation>The stored file is damaged, it differs from what was stored: %1</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Services::IoFailure</name>
+    <message>
+        <source>磁盘空间不足：%1</source>
+        <translation>Not enough space on the disk: %1</translation>
+    </message>
+    <message>
+        <source>没有权限：%1</source>
+        <translation>No permission: %1</translation>
+    </message>
+    <message>
+        <source>文件不存在：%1</source>
+        <translation>The file does not exist: %1</translation>
+    </message>
+    <message>
+        <source>路径过长：%1</source>
+        <translation>The path is too long: %1</translation>
+    </message>
+    <message>
+        <source>应为文件，却是文件夹：%1</source>
+        <translation>A folder, where a file should be: %1</translation>
+    </message>
+    <message>
+        <source>应为文件夹，却是文件：%1</source>
+        <translation>A file, where a folder should be: %1</translation>
+    </message>
+    <message>
+        <source>文件读写失败：%1</source>
+        <translation>Reading or writing failed: %1</translation>
+    </message>
+    <message>
+        <source>已取消</source>
+        <translation>Cancelled</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Services::LinkPlan</name>
+    <message>
+        <source>链接不指向压缩包中的文件</source>
+        <translation>the link does not lead to a file of the archive</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Services::PathClashes</name>
+    <message>
+        <source>与另一条目 %1 冲突</source>
+        <translation>clashes with the entry %1</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Services::StoredEntry</name>
+    <message>
+        <source>文件库中没有文件：%1</source>
+        <translation>The file store has no file %1</translation>
+    </message>
+    <message>
+        <source>文件库中的文件已损坏：%1</source>
+        <translation>The stored file is damaged: %1</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Services::TaskDialog</name>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>请稍候</source>
+        <translation>Please wait</translation>
+    </message>
+    <message>
+        <source>正在取消…</source>
+        <translation>Cancelling...</translation>
+    </message>
+    <message>
+        <source>%1 / %2</source>
+        <translation>%1 / %2</translation>
+    </message>
+    <message>
+        <source>%1/秒</source>
+        <translation>%1/s</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Services::TaskRunner</name>
+    <message>
+        <source>内部错误：%1</source>
+        <translation>Internal error: %1</translation>
+    </message>
+</context>
+<context>
+    <name>MainMenu</name>
+    <message>
+        <source>文件(&amp;F)</source>
+        <translation>&amp;File</translation>
+    </message>
+    <message>
+        <source>接收客户文件(&amp;N)…</source>
+        <translation>Take i&amp;n customer files...</translation>
+    </message>
+    <message>
+        <source>切换用户(&amp;U)…</source>
+        <translation>Switch &amp;user...</translation>
+    </message>
+    <message>
+        <source>退出(&amp;Q)</source>
+        <translation>&amp;Quit</translation>
+    </message>
+    <message>
+        <source>语言(&amp;L)</source>
+        <translation>&amp;Language</translation>
+    </message>
+    <message>
+        <source>视图(&amp;V)</source>
+        <translation>&amp;View</translation>
+    </message>
+    <message>
+        <source>刷新(&amp;R)</source>
+        <translation>&amp;Refresh</translation>
+    </message>
+    <message>
+        <source>通知列表(&amp;T)</source>
+        <translation>No&amp;tices</translation>
+    </message>
+    <message>
+        <source>高对比度状态列(&amp;H)</source>
+        <translation>&amp;High-contrast status column</translation>
+    </message>
+    <message>
+        <source>帮助(&amp;H)</source>
+        <translation>&amp;Help</translation>
+    </message>
+    <message>
+        <source>关于 KODMS(&amp;A)</source>
+        <translation>&amp;About KODMS</translation>
+    </message>
+</context>
+<context>
+    <name>Orders</name>
+    <message>
+        <source>料号“%1”没有订单</source>
+        <translation>Job &quot;%1&quot; has no order</translation>
+    </message>
+    <message>
+        <source>没有名为“%1”的料号</source>
+        <translation>There is no job &quot;%1&quot;</translation>
+    </message>
+</context>
+<context>
+    <name>Runtime</name>
+    <message>
+        <source>服务已在运行：%1</source>
+        <translation>The services are running already: %1</translation>
+    </message>
+    <message>
+        <source>尚未初始化（没有数据库 %1）：请先运行 kodms-admin init</source>
+        <translation>There is no installation yet (no database %1): run kodms-admin init first</translation>
+    </message>
+    <message>
+        <source>无法打开数据库 %1：%2（%3）</source>
+        <translation>Cannot open the database %1: %2 (%3)</translation>
+    </message>
+    <message>
+        <source>无法创建文件夹 %1</source>
+        <translation>Cannot make the folder %1</translation>
+    </message>
+</context>
+<context>
+    <name>SchemaMigrator</name>
+    <message>
+        <source>数据库不是空的，不能在其中新建：%1</source>
+        <translation>The database is not empty; nothing can be made in it: %1</translation>
+    </message>
+    <message>
+        <source>不是本系统的数据库：%1</source>
+        <translation>Not a database of this system: %1</translation>
+    </message>
+    <message>
+        <source>数据库是空的，请先初始化：%1</source>
+        <translation>The database is empty; run kodms-admin init first: %1</translation>
+    </message>
+    <message>
+        <source>数据库版本 %1 比本程序所知的版本 %2 新，请升级本程序：%3</source>
+        <translation>The database has version %1, newer than version %2 that this program knows; update this program: %3</translation>
+    </message>
+</context>
+<context>
+    <name>SignIn</name>
+    <message>
+        <source>服务尚未启动</source>
+        <translation>the services are not running</translation>
+    </message>
+    <message>
+        <source>用户名或密码不正确</source>
+        <translation>Login or password is wrong</translation>
+    </message>
+    <message>
+        <source>密码错误次数过多，请在 %1 秒后再试</source>
+        <translation>Too many wrong passwords; try again in %1 s</translation>
+    </message>
+    <message>
+        <source>该账号已停用，请联系管理员</source>
+        <translation>The account is disabled; ask your administrator</translation>
+    </message>
+</context>
+<context>
+    <name>SqlError</name>
+    <message>
+        <source>数据库正被其他程序占用，请稍后再试</source>
+        <translation>the database is in use by another program; try again later</translation>
+    </message>
+    <message>
+        <source>数据不符合要求，未保存</source>
+        <translation>the data breaks a rule; nothing was saved</translation>
+    </message>
+    <message>
+        <source>磁盘已满，未保存</source>
+        <translation>the disk is full; nothing was saved</translation>
+    </message>
+    <message>
+        <source>数据库为只读，无法保存</source>
+        <translation>the database is read-only; nothing was saved</translation>
+    </message>
+    <message>
+        <source>数据库文件已损坏或不是数据库，请从备份恢复</source>
+        <translation>the database file is damaged or is no database; restore it from a backup</translation>
+    </message>
+    <message>
+        <source>无法连接数据库</source>
+        <translation>no connection to the database</translation>
+    </message>
+    <message>
+        <source>查询超时，已中止</source>
+        <translation>the query took too long and was stopped</translation>
+    </message>
+    <message>
+        <source>数据库操作失败</source>
+        <translation>the database operation failed</translation>
+    </message>
+</context>
+<context>
+    <name>UserAdmin</name>
+    <message>
+        <source>您没有该权限</source>
+        <translation>you do not have this right</translation>
+    </message>
+    <message>
+        <source>服务尚未启动</source>
+        <translation>the services are not running</translation>
+    </message>
+    <message>
+        <source>登录名“%1”无效：应为 1 到 32 个小写字母、数字或 . _ -，以字母或数字开头</source>
+        <translation>The login &quot;%1&quot; is not valid: 1 to 32 lower-case letters, digits or . _ -, beginning with a letter or digit</translation>
+    </message>
+    <message>
+        <source>姓名无效：应为 1 到 %1 个可见字符，首尾没有空格</source>
+        <translation>The name is not valid: 1 to %1 visible characters, no blank at either end</translation>
+    </message>
+    <message>
+        <source>密码长度应为 %1 到 %2 个字符</source>
+        <translation>A password has %1 to %2 characters</translation>
+    </message>
+    <message>
+        <source>没有名为“%1”的角色</source>
+        <translation>There is no role &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>内存不足，无法生成密码</source>
+        <translation>Not enough memory to hash the password</translation>
+    </message>
+    <message>
+        <source>没有登录名为“%1”的用户</source>
+        <translation>There is no user &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>“%1”是最后一个可用的管理员</source>
+        <translation>&quot;%1&quot; is the last enabled administrator</translation>
+    </message>
+    <message>
+        <source>登录名“%1”已被使用</source>
+        <translation>The login &quot;%1&quot; is taken</translation>
+    </message>
+</context>
+<context>
+    <name>ViewService</name>
+    <message>
+        <source>数据库未打开，无法查询</source>
+        <translation>The database is not open</translation>
+    </message>
+    <message>
+        <source>查询失败：%1</source>
+        <translation>The search failed: %1</translation>
+    </message>
+    <message>
+        <source>查询条件有误，未执行查询</source>
+        <translation>The search conditions are not valid; nothing was searched</translation>
+    </message>
+</context>
+</TS>
