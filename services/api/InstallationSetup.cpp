@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/api/InstallationSetup.h"
 
+#include "services/api/ServiceRuntime.h"
 #include "services/api/internal/NewInstallation.h"
 #include "services/api/internal/SampleAccountsFile.h"
-#include "services/api/ServiceRuntime.h"
 #include "services/api/internal/UserRules.h"
 
 #include <QCoreApplication>

@@ -71,6 +71,10 @@ public:
 
     virtual Result<std::unique_ptr<StoreHold>> hold() = 0;
 
+    /// True while the program that put the file may still be about to record it. A
+    /// file that no record names and whose putter is gone never will be.
+    virtual bool isPutterAlive(const QString &name) const = 0;
+
     /// What no record could ever name: remains of killed writers, foreign files.
     /// Paths relative to the store, in order.
     virtual Result<QStringList> leftovers() const = 0;

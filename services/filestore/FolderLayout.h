@@ -9,10 +9,10 @@
 namespace KODMS::Services {
 
 /// Where things stand in a folder store:
-///   ROOT/DATABASE/BUCKET/files/3f2/NAME/SHA256-SIZE   a stored file
-///                        incoming/OWNER/SLOT/...      being written by OWNER
-///                        trash/NAME@ID/SHA256-SIZE    removed, perhaps still held
-///                        live/KIND-ID                 locks of owners and holds
+///   ROOT/DATABASE/BUCKET/files/3f2/NAME/SHA256-SIZE-OWNER  a stored file
+///                        incoming/OWNER/SLOT/...           being written by OWNER
+///                        trash/NAME@ID/...                 removed, perhaps still held
+///                        live/KIND-ID                      locks of owners and holds
 /// The three digits are the head of the name's SHA-256: 4,096 folders, so that a
 /// million files are some 250 a folder.
 class FolderLayout {

@@ -108,7 +108,7 @@ Outcome FolderStore::put(const QString &localPath, const QString &name, Progress
     const Result<QString> slot = folder.value->newSlot();
     if (!slot)
         return slot.outcome;
-    Outcome done = fillSlot(localPath, slot.value, progress);
+    Outcome done = fillSlot(localPath, slot.value, folder.value->owner(), progress);
     if (done)
         done = publishSlot(slot.value, name);
     if (!done)
@@ -116,7 +116,7 @@ Outcome FolderStore::put(const QString &localPath, const QString &name, Progress
     return done;
 }
 
-Outcome FolderStore::fillSlot(const QString &localPath, const QString &slot,
+Outcome FolderStore::fillSlot(const QString &localPath, const QString &slot, const QString &owner,
                               Progress &progress) const
 {
     Result<FileHandle> source = FileHandle::openForReading(localPath);
@@ -139,7 +139,7 @@ Outcome FolderStore::fillSlot(const QString &localPath, const QString &slot,
         if (!step)
             return step;
     const QString named =
-        slot + QLatin1Char('/') + StoredEntry::bodyName(sums.value.sha256, sums.value.size);
+        slot + QLatin1Char('/') + StoredEntry::bodyName(sums.value.sha256, sums.value.size, owner);
     std::error_code error;
     std::filesystem::rename(fsPath(body.value.path()), fsPath(named), error);
     if (error)
@@ -249,6 +249,12 @@ Outcome FolderStore::verify(const QString &name, Progress &progress) const
 Result<std::unique_ptr<StoreHold>> FolderStore::hold()
 {
     return FolderHold::create(m_layout);
+}
+
+bool FolderStore::isPutterAlive(const QString &name) const
+{
+    const Result<StoredEntry> stored = entry(name);
+    return stored && FileLock::isAlive(m_layout.ownerLock(stored.value.owner));
 }
 
 Result<QStringList> FolderStore::leftovers() const

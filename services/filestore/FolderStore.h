@@ -26,6 +26,7 @@ public:
     Result<QVector<StoredFileInfo>> list() const override;
     Outcome verify(const QString &name, Progress &progress) const override;
     Result<std::unique_ptr<StoreHold>> hold() override;
+    bool isPutterAlive(const QString &name) const override;
     Result<QStringList> leftovers() const override;
     Outcome sweep() override;
     QString placeText() const override;
@@ -35,7 +36,8 @@ private:
 
     Result<StoredEntry> entry(const QString &name) const;
     Result<IncomingFolder *> incoming();
-    Outcome fillSlot(const QString &localPath, const QString &slot, Progress &progress) const;
+    Outcome fillSlot(const QString &localPath, const QString &slot, const QString &owner,
+                     Progress &progress) const;
     Outcome publishSlot(const QString &slot, const QString &name) const;
 
     FolderLayout m_layout;

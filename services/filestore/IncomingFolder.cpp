@@ -6,8 +6,8 @@
 
 namespace KODMS::Services {
 
-IncomingFolder::IncomingFolder(QString folder, FileLock lock)
-    : m_folder(std::move(folder)), m_lock(std::move(lock))
+IncomingFolder::IncomingFolder(QString owner, QString folder, FileLock lock)
+    : m_owner(std::move(owner)), m_folder(std::move(folder)), m_lock(std::move(lock))
 {
 }
 
@@ -24,7 +24,8 @@ Result<std::unique_ptr<IncomingFolder>> IncomingFolder::create(const FolderLayou
     const QString folder = layout.incoming() + QLatin1Char('/') + owner;
     if (Outcome made = makeFolder(folder); !made)
         return made;
-    return std::unique_ptr<IncomingFolder>(new IncomingFolder(folder, std::move(lock.value)));
+    return std::unique_ptr<IncomingFolder>(
+        new IncomingFolder(owner, folder, std::move(lock.value)));
 }
 
 IncomingFolder::~IncomingFolder()

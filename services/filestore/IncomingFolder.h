@@ -18,13 +18,16 @@ public:
     IncomingFolder(const IncomingFolder &) = delete;
     IncomingFolder &operator=(const IncomingFolder &) = delete;
 
+    const QString &owner() const { return m_owner; }
+
     /// A new empty folder for one stored file in the making.
     Result<QString> newSlot() const;
     static void discardSlot(const QString &slot);
 
 private:
-    IncomingFolder(QString folder, FileLock lock);
+    IncomingFolder(QString owner, QString folder, FileLock lock);
 
+    QString m_owner;
     QString m_folder;
     FileLock m_lock;
 };

@@ -31,26 +31,25 @@ public:
     }
 };
 
-std::optional<StoredFileInfo> parsed(const QString &name, const std::string &bodyName)
+std::optional<StoredEntry> parsed(const QString &name, const QString &bodyName)
 {
-    const QByteArray text = QByteArray::fromStdString(bodyName);
-    if (text.size() < DigestLength + 2 || text.at(DigestLength) != '-')
+    const QStringList parts = bodyName.split(QLatin1Char('-'));
+    if (parts.size() != 3 || parts.at(0).size() != DigestLength)
         return std::nullopt;
-    const QByteArray digest = text.left(DigestLength);
-    if (QByteArray::fromHex(digest).toHex() != digest)
+    StoredEntry entry;
+    entry.info = {name, parts.at(1).toLongLong(), parts.at(0).toLatin1()};
+    entry.owner = parts.at(2);
+    if (QByteArray::fromHex(entry.info.sha256).toHex() != entry.info.sha256 ||
+        StoredEntry::bodyName(entry.info.sha256, entry.info.size, entry.owner) != bodyName)
         return std::nullopt;
-    bool isNumber = false;
-    const qint64 size = text.mid(DigestLength + 1).toLongLong(&isNumber);
-    if (!isNumber || StoredEntry::bodyName(digest, size) != QString::fromLatin1(text))
-        return std::nullopt;
-    return StoredFileInfo{name, size, digest};
+    return entry;
 }
 
 } // namespace
 
-QString StoredEntry::bodyName(const QByteArray &sha256, qint64 size)
+QString StoredEntry::bodyName(const QByteArray &sha256, qint64 size, const QString &owner)
 {
-    return QString::fromLatin1(sha256) + QLatin1Char('-') + QString::number(size);
+    return QStringLiteral("%1-%2-%3").arg(QString::fromLatin1(sha256)).arg(size).arg(owner);
 }
 
 Result<StoredEntry> StoredEntry::read(const QString &name, const QString &folder)
@@ -63,11 +62,12 @@ Result<StoredEntry> StoredEntry::read(const QString &name, const QString &folder
     if (error)
         return StoredEntryTexts::damaged(name, folder);
     const std::filesystem::path body = it->path();
-    const auto info = parsed(name, body.filename().string());
+    auto entry = parsed(name, fromFsPath(body.filename()));
     it.increment(error);
-    if (!info || error || it != end)
+    if (!entry || error || it != end)
         return StoredEntryTexts::damaged(name, folder);
-    return StoredEntry{*info, fromFsPath(body)};
+    entry->bodyPath = fromFsPath(body);
+    return *entry;
 }
 
 } // namespace KODMS::Services

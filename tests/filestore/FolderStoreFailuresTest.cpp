@@ -232,6 +232,17 @@ private Q_SLOTS:
         QCOMPARE(filesBelow(m_dir->filePath(QStringLiteral("got"))), QStringList(m_target));
     }
 
+    /// Between the put and its record a program may die.
+    void thePutterIsKnownToLiveOrNot()
+    {
+        QVERIFY(m_store->put(m_source, m_name, m_progress));
+        const auto other = opened();
+        QVERIFY(other->isPutterAlive(m_name));
+        m_store.reset();
+        QVERIFY(!other->isPutterAlive(m_name));
+        QVERIFY(!other->isPutterAlive(QStringLiteral("never")));
+    }
+
     void aLivingWriterIsNotSwept()
     {
         MeddlingProgress progress([this] {
