@@ -24,6 +24,7 @@ private Q_SLOTS:
     void leavesAnExistingInstallationAlone();
     void refusesAFolderItCannotWriteInto();
     void printsNothingSecret();
+    void whatItMakesIsForItsOwnerOnly();
     void statusSaysWhatThereIs();
     void statusRefusesADamagedDatabase();
     void statusNamesABadSetting();
@@ -160,6 +161,19 @@ void TestAdminInit::printsNothingSecret()
     QVERIFY2(run.code == 0, run.all());
     QVERIFY2(!run.all().contains("fine"), run.all());
     QVERIFY2(!run.all().contains("argon2"), run.all());
+}
+
+void TestAdminInit::whatItMakesIsForItsOwnerOnly()
+{
+    const AdminSandbox sandbox;
+    QCOMPARE(sandbox.init().code, 0);
+    const auto others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther |
+                        QFile::WriteOther | QFile::ExeOther;
+    for (const char *made : {"place", "place/kodms.ini", "place/kodms.db", "place/files"}) {
+        const QFileInfo file(sandbox.path(QString::fromLatin1(made)));
+        QVERIFY2(file.exists(), made);
+        QVERIFY2(!(file.permissions() & others), made);
+    }
 }
 
 void TestAdminInit::statusSaysWhatThereIs()
