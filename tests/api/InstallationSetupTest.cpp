@@ -1,0 +1,248 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "services/api/InstallationSetup.h"
+#include "services/api/SignIn.h"
+#include "services/api/UserAdmin.h"
+#include "services/session/Runtime.h"
+#include "tests/api/support/Installation.h"
+#include "tests/support/TestMain.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QSet>
+#include <QTest>
+
+#include <memory>
+
+using namespace KODMS::Services;
+using KODMS::Tests::Installation;
+
+class InstallationSetupTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void init() { m_home = std::make_unique<Installation>(); }
+
+    void cleanup() { m_home.reset(); }
+
+    void makesAnInstallationThatStarts();
+    void keepsAConfigurationThatIsThere();
+    void refusesAnExistingInstallation();
+    void refusesAStoreWithFiles();
+    void refusesWhileRunning();
+    void badAnswersMakeNothing_data();
+    void badAnswersMakeNothing();
+    void aFailureLeavesNothingHalfMade_data();
+    void aFailureLeavesNothingHalfMade();
+    void aSampleHasAnAccountForEachRole();
+    void sampleAccountsSignIn();
+    void sampleAccountsAreForTheirOwnerOnly();
+    void samplePasswordsAreMadeAtRandom();
+    void aSampleNeedsAnEmptyFolder();
+    void aDamagedAccountsFileIsTold();
+
+private:
+    QString sample() const { return m_home->path("sample"); }
+
+    std::unique_ptr<Installation> m_home;
+};
+
+void InstallationSetupTest::makesAnInstallationThatStarts()
+{
+    m_home->initAndStart();
+    const auto users = UserAdmin::list();
+    QVERIFY(users);
+    QCOMPARE(users.value.size(), 1);
+    QCOMPARE(users.value[0].loginName, Installation::login());
+    QCOMPARE(users.value[0].realName, QStringLiteral("管理员"));
+    QCOMPARE(users.value[0].roles, QStringList{QStringLiteral("admin")});
+    QVERIFY(SignIn::signIn(Installation::login(), Installation::password()));
+    QFile file(m_home->path("kodms.db"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(!file.readAll().contains(Installation::password().toUtf8()));
+}
+
+void InstallationSetupTest::keepsAConfigurationThatIsThere()
+{
+    const QByteArray text = "; mine\n[robot]\nport = 81\n";
+    QFile file(m_home->iniPath());
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(text);
+    file.close();
+    QVERIFY(m_home->init());
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), text);
+}
+
+void InstallationSetupTest::refusesAnExistingInstallation()
+{
+    QVERIFY(m_home->init());
+    const Outcome again = InstallationSetup::init(m_home->iniPath(), QStringLiteral("other"),
+                                                  QStringLiteral("X"), Installation::password());
+    QVERIFY(!again);
+    QVERIFY2(again.text.contains(m_home->path("kodms.db")), qPrintable(again.text));
+    QVERIFY(ServiceRuntime::instance().start(m_home->iniPath()));
+    QVERIFY(SignIn::signIn(Installation::login(), Installation::password()));
+}
+
+void InstallationSetupTest::refusesAStoreWithFiles()
+{
+    m_home->initAndStart();
+    NoProgress progress;
+    QVERIFY(
+        Runtime::current()->fileStore().put(m_home->iniPath(), QStringLiteral("a.zip"), progress));
+    ServiceRuntime::instance().stop();
+    QVERIFY(QFile::remove(m_home->path("kodms.db")));
+    const Outcome again = m_home->init();
+    QVERIFY(!again);
+    QVERIFY2(again.text.contains(QStringLiteral("备份")), qPrintable(again.text));
+    QVERIFY(!QFile::exists(m_home->path("kodms.db")));
+}
+
+void InstallationSetupTest::refusesWhileRunning()
+{
+    m_home->initAndStart();
+    QVERIFY(!InstallationSetup::init(m_home->path("other.ini"), Installation::login(),
+                                     QStringLiteral("X"), Installation::password()));
+    QVERIFY(!InstallationSetup::createSample(sample()));
+    QVERIFY(!QFile::exists(sample()));
+}
+
+void InstallationSetupTest::badAnswersMakeNothing_data()
+{
+    QTest::addColumn<QString>("login");
+    QTest::addColumn<QString>("realName");
+    QTest::addColumn<QString>("password");
+    const QString good = Installation::password();
+    const QString name = QStringLiteral("名");
+    QTest::newRow("empty login") << QString() << name << good;
+    QTest::newRow("login in capitals") << QStringLiteral("Boss") << name << good;
+    QTest::newRow("login with a blank") << QStringLiteral("the boss") << name << good;
+    QTest::newRow("login with a line break") << QStringLiteral("boss\n") << name << good;
+    QTest::newRow("login begins with a dot") << QStringLiteral(".boss") << name << good;
+    QTest::newRow("login of 33 characters") << QString(33, QLatin1Char('a')) << name << good;
+    QTest::newRow("Chinese login") << QStringLiteral("管理员") << name << good;
+    QTest::newRow("empty name") << QStringLiteral("boss") << QString() << good;
+    QTest::newRow("blank name") << QStringLiteral("boss") << QStringLiteral("  ") << good;
+    QTest::newRow("name with NUL") << QStringLiteral("boss") << QString(QChar(0)) << good;
+    QTest::newRow("name with a tab") << QStringLiteral("boss") << QStringLiteral("a\tb") << good;
+    QTest::newRow("name too long")
+        << QStringLiteral("boss") << QString(65, QLatin1Char('n')) << good;
+    QTest::newRow("no password") << QStringLiteral("boss") << name << QString();
+    QTest::newRow("short password") << QStringLiteral("boss") << name << QStringLiteral("1234567");
+    QTest::newRow("endless password")
+        << QStringLiteral("boss") << name << QString(257, QLatin1Char('x'));
+}
+
+void InstallationSetupTest::badAnswersMakeNothing()
+{
+    QFETCH(QString, login);
+    QFETCH(QString, realName);
+    QFETCH(QString, password);
+    const Outcome made = InstallationSetup::init(m_home->iniPath(), login, realName, password);
+    QVERIFY(!made);
+    QVERIFY(!made.text.isEmpty());
+    QVERIFY(m_home->files().isEmpty());
+}
+
+void InstallationSetupTest::aFailureLeavesNothingHalfMade_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::newRow("unknown driver") << QByteArray("[database]\ndriver = other\n");
+    QTest::newRow("database below a file") << QByteArray("[database]\npath = kodms.ini/x/k.db\n");
+    QTest::newRow("store below a file") << QByteArray("[fileStore]\nroot = kodms.ini/files\n");
+}
+
+void InstallationSetupTest::aFailureLeavesNothingHalfMade()
+{
+    QFETCH(QByteArray, text);
+    QFile file(m_home->iniPath());
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(text);
+    file.close();
+    QVERIFY(!m_home->init());
+    QVERIFY(!QFile::exists(m_home->path("kodms.db")));
+    QVERIFY(QFile::remove(m_home->iniPath()));
+    QVERIFY2(m_home->init(), "a second try with a good configuration works");
+}
+
+void InstallationSetupTest::aSampleHasAnAccountForEachRole()
+{
+    QVERIFY(InstallationSetup::createSample(sample()));
+    const auto accounts = InstallationSetup::sampleAccounts(sample());
+    QVERIFY2(accounts, qPrintable(accounts.text()));
+    QStringList roles;
+    QSet<QString> names;
+    for (const SampleAccount &account : accounts.value) {
+        names << account.realName;
+        roles << (account.roles.isEmpty() ? QStringLiteral("-")
+                                          : account.roles.join(QLatin1Char(' ')));
+    }
+    QCOMPARE(roles, UserAdmin::roleNames() << QStringLiteral("-"));
+    QCOMPARE(names.size(), accounts.value.size());
+    QVERIFY(ServiceRuntime::instance().start(InstallationSetup::sampleConfigPath(sample())));
+    QVERIFY(ServiceRuntime::instance().isSample());
+}
+
+void InstallationSetupTest::sampleAccountsSignIn()
+{
+    QVERIFY(InstallationSetup::createSample(sample()));
+    QVERIFY(ServiceRuntime::instance().start(InstallationSetup::sampleConfigPath(sample())));
+    const auto accounts = InstallationSetup::sampleAccounts(sample());
+    for (const SampleAccount &account : accounts.value) {
+        const Outcome signedIn = SignIn::signIn(account.loginName, account.password);
+        QVERIFY2(signedIn, qPrintable(account.loginName + signedIn.text));
+        QCOMPARE(SignIn::current().realName, account.realName);
+        QCOMPARE(SignIn::current().roles, account.roles);
+    }
+}
+
+void InstallationSetupTest::sampleAccountsAreForTheirOwnerOnly()
+{
+    QVERIFY(InstallationSetup::createSample(sample()));
+    const QFileInfo file(sample() + QStringLiteral("/accounts.txt"));
+    const auto others = QFileDevice::ReadGroup | QFileDevice::WriteGroup | QFileDevice::ReadOther |
+                        QFileDevice::WriteOther;
+    QVERIFY(file.exists());
+    QCOMPARE(int(file.permissions() & others), 0);
+}
+
+void InstallationSetupTest::samplePasswordsAreMadeAtRandom()
+{
+    QSet<QString> passwords;
+    for (const char *name : {"one", "two"}) {
+        QVERIFY(InstallationSetup::createSample(m_home->path(name)));
+        const auto accounts = InstallationSetup::sampleAccounts(m_home->path(name));
+        for (const SampleAccount &account : accounts.value) {
+            QVERIFY(account.password.size() >= 12);
+            passwords << account.password;
+        }
+    }
+    QCOMPARE(passwords.size(), 20);
+}
+
+void InstallationSetupTest::aSampleNeedsAnEmptyFolder()
+{
+    QVERIFY(QDir().mkpath(sample() + QStringLiteral("/something")));
+    const Outcome made = InstallationSetup::createSample(sample());
+    QVERIFY(!made);
+    QVERIFY(made.text.contains(sample()));
+    QCOMPARE(QDir(sample()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(), 1);
+}
+
+void InstallationSetupTest::aDamagedAccountsFileIsTold()
+{
+    QVERIFY(!InstallationSetup::sampleAccounts(sample()));
+    QVERIFY(QDir().mkpath(sample()));
+    QFile file(sample() + QStringLiteral("/accounts.txt"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("admin\tonly two\n");
+    file.close();
+    QVERIFY(!InstallationSetup::sampleAccounts(sample()));
+}
+
+KODMS_TEST_MAIN(InstallationSetupTest, QCoreApplication)
+
+#include "InstallationSetupTest.moc"

@@ -1,0 +1,253 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "services/api/ServiceRuntime.h"
+#include "services/api/SignIn.h"
+#include "services/records/Database.h"
+#include "services/session/Runtime.h"
+#include "tests/api/support/Installation.h"
+#include "tests/support/NoticeLog.h"
+#include "tests/support/TestMain.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <QTest>
+
+#include <memory>
+
+using namespace KODMS::Services;
+using KODMS::Tests::Installation;
+using KODMS::Tests::NoticeLog;
+
+/// Starting and stopping, and every way in which an installation cannot be opened.
+class ServiceRuntimeTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void init() { m_home = std::make_unique<Installation>(); }
+
+    void cleanup() { m_home.reset(); }
+
+    void startsAndStops();
+    void saysNothingWhenNothingRuns();
+    void startsOnceOnly();
+    void withoutAnInstallationItNamesTheWayOut();
+    void aBadConfigurationIsTold_data();
+    void aBadConfigurationIsTold();
+    void aDamagedDatabaseIsTold_data();
+    void aDamagedDatabaseIsTold();
+    void aNewerDatabaseIsRefused();
+    void aDatabaseThatIsNotOursIsRefused();
+    void anEmptyDatabaseIsRefused();
+    void afterAFailureAGoodStartWorks();
+    void oddPathsAreNoticed();
+    void makesTheFoldersThatTheDesksNeed();
+    void settlesDeleteMarks();
+    void aFolderThatCannotBeMadeIsNoticed();
+
+private:
+    static ServiceRuntime &runtime() { return ServiceRuntime::instance(); }
+
+    void write(const QString &path, const QByteArray &bytes, qint64 at = -1)
+    {
+        QFile file(path);
+        QVERIFY(file.open(at < 0 ? QIODevice::WriteOnly : QIODevice::ReadWrite));
+        QVERIFY(file.seek(std::max<qint64>(at, 0)));
+        QCOMPARE(file.write(bytes), qint64(bytes.size()));
+    }
+
+    void runSql(const QString &sql)
+    {
+        const auto configuration = Configuration::load(m_home->iniPath());
+        Database(configuration.value.database).run(sql);
+    }
+
+    /// One warning in the log, and the text for people.
+    QString failedStart(const char *logged = nullptr)
+    {
+        if (logged)
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QString::fromUtf8(logged)));
+        const Outcome outcome = runtime().start(m_home->iniPath());
+        return outcome ? QString() : outcome.text;
+    }
+
+    std::unique_ptr<Installation> m_home;
+};
+
+void ServiceRuntimeTest::startsAndStops()
+{
+    m_home->initAndStart();
+    QVERIFY(runtime().isRunning());
+    QCOMPARE(runtime().configPath(), m_home->iniPath());
+    QVERIFY(runtime().databaseText().endsWith(QStringLiteral("kodms.db")));
+    QVERIFY(!runtime().fileStoreText().isEmpty());
+    QVERIFY(runtime().schemaVersion() >= 1);
+    QVERIFY(!runtime().isSample());
+    QVERIFY(RecordContext::current());
+    runtime().stop();
+    QVERIFY(!runtime().isRunning());
+    QVERIFY(!RecordContext::current());
+    QVERIFY(runtime().start(m_home->iniPath()));
+}
+
+void ServiceRuntimeTest::saysNothingWhenNothingRuns()
+{
+    runtime().stop();
+    QVERIFY(runtime().configPath().isEmpty());
+    QVERIFY(runtime().databaseText().isEmpty());
+    QVERIFY(runtime().fileStoreText().isEmpty());
+    QVERIFY(runtime().configurationNotices().isEmpty());
+    QCOMPARE(runtime().schemaVersion(), 0);
+    QCOMPARE(SignIn::current().id, 0);
+    QVERIFY(!SignIn::signIn(QStringLiteral("boss"), Installation::password()));
+}
+
+void ServiceRuntimeTest::startsOnceOnly()
+{
+    m_home->initAndStart();
+    QVERIFY(!runtime().start(m_home->iniPath()));
+    QVERIFY(runtime().isRunning());
+}
+
+void ServiceRuntimeTest::withoutAnInstallationItNamesTheWayOut()
+{
+    const Outcome first = runtime().start();
+    QVERIFY(!first);
+    QVERIFY2(first.text.contains(QStringLiteral("kodms-admin init")), qPrintable(first.text));
+    QVERIFY(QFile::exists(m_home->path("config/kodms/kodms.ini")));
+    QVERIFY(!QFile::exists(m_home->path("data/kodms/kodms.db")));
+}
+
+void ServiceRuntimeTest::aBadConfigurationIsTold_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QString>("named");
+    QTest::newRow("bad port") << QByteArray("[robot]\nport = x\n") << "[robot] port";
+    QTest::newRow("unknown store") << QByteArray("[fileStore]\nkind = tape\n") << "tape";
+    QTest::newRow("rubbish") << QByteArray("\x01\x02") << "kodms.ini";
+}
+
+void ServiceRuntimeTest::aBadConfigurationIsTold()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QString, named);
+    write(m_home->iniPath(), text);
+    QVERIFY2(failedStart().contains(named), qPrintable(named));
+    QVERIFY(!runtime().isRunning());
+}
+
+void ServiceRuntimeTest::aDamagedDatabaseIsTold_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::newRow("text in its place") << 0;
+    QTest::newRow("damaged first page") << 1;
+    QTest::newRow("a folder in its place") << 2;
+}
+
+void ServiceRuntimeTest::aDamagedDatabaseIsTold()
+{
+    QFETCH(int, kind);
+    QVERIFY(m_home->init());
+    const QString path = m_home->path("kodms.db");
+    if (kind == 0) {
+        write(path, "this is no database, and it is longer than a header would be ..........."
+                    "................................................................");
+    } else if (kind == 1) {
+        write(path, QByteArray(400, '\xa5'), 90);
+    } else {
+        QVERIFY(QFile::remove(path));
+        QVERIFY(QDir().mkpath(path));
+    }
+    const QString text = failedStart("open database|upgrade schema");
+    QVERIFY(!text.isEmpty());
+    QVERIFY(!runtime().isRunning());
+}
+
+void ServiceRuntimeTest::aNewerDatabaseIsRefused()
+{
+    QVERIFY(m_home->init());
+    runSql(QStringLiteral("INSERT INTO schema_version (version, applied_time) VALUES (9999, '')"));
+    const QString text = failedStart();
+    QVERIFY2(text.contains(QStringLiteral("9999")), qPrintable(text));
+}
+
+void ServiceRuntimeTest::aDatabaseThatIsNotOursIsRefused()
+{
+    QVERIFY(m_home->init());
+    runSql(QStringLiteral("ALTER TABLE schema_version RENAME TO something_else"));
+    QVERIFY(!failedStart().isEmpty());
+}
+
+void ServiceRuntimeTest::anEmptyDatabaseIsRefused()
+{
+    write(m_home->iniPath(), "");
+    write(m_home->path("kodms.db"), "");
+    QVERIFY(!failedStart().isEmpty());
+}
+
+void ServiceRuntimeTest::afterAFailureAGoodStartWorks()
+{
+    QVERIFY(!failedStart().isEmpty());
+    m_home->initAndStart();
+    QVERIFY(runtime().isRunning());
+}
+
+void ServiceRuntimeTest::oddPathsAreNoticed()
+{
+    QVERIFY(m_home->init());
+    write(m_home->iniPath(),
+          QStringLiteral("[paths]\nstaging = %1\n[fun]\nx = 1\n").arg(m_home->path("in")).toUtf8());
+    NoticeLog log;
+    QVERIFY(runtime().start(m_home->iniPath()));
+    QCOMPARE(log.notices.size(), 2);
+    QVERIFY(log.notices[1].text.contains(QStringLiteral("staging")));
+    QCOMPARE(log.notices[1].level, int(NoticeLevel::Warning));
+    QCOMPARE(runtime().configurationNotices().size(), 2);
+}
+
+void ServiceRuntimeTest::makesTheFoldersThatTheDesksNeed()
+{
+    QVERIFY(m_home->init());
+    QVERIFY(QDir(m_home->path("download")).removeRecursively());
+    QVERIFY(runtime().start(m_home->iniPath()));
+    QVERIFY(QDir(m_home->path("download")).exists());
+    QVERIFY(QDir(m_home->path("staging")).exists());
+}
+
+void ServiceRuntimeTest::settlesDeleteMarks()
+{
+    m_home->initAndStart();
+    NoProgress progress;
+    FileStore &store = Runtime::current()->fileStore();
+    QVERIFY(store.put(m_home->iniPath(), QStringLiteral("marked.zip"), progress));
+    QVERIFY(store.put(m_home->iniPath(), QStringLiteral("gone.zip"), progress));
+    runtime().stop();
+    runSql(
+        QStringLiteral("INSERT INTO file_delete_marks (stored_name, final, mark_time) "
+                       "VALUES ('marked.zip', 0, ''), ('gone.zip', 1, ''), ('never.zip', 1, '')"));
+    QVERIFY(runtime().start(m_home->iniPath()));
+    FileStore &reopened = Runtime::current()->fileStore();
+    QVERIFY(reopened.exists(QStringLiteral("marked.zip")));
+    QVERIFY(!reopened.exists(QStringLiteral("gone.zip")));
+    SqlQuery marks = Runtime::current()->records().database().prepare(
+        QStringLiteral("SELECT count(*) AS marks FROM file_delete_marks"));
+    marks.exec();
+    QVERIFY(marks.next());
+    QCOMPARE(marks.number("marks"), 0);
+}
+
+void ServiceRuntimeTest::aFolderThatCannotBeMadeIsNoticed()
+{
+    QVERIFY(m_home->init());
+    write(m_home->path("blocker"), "");
+    write(m_home->iniPath(),
+          QStringLiteral("[paths]\ndownload = %1/x/\n").arg(m_home->path("blocker")).toUtf8());
+    NoticeLog log;
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("make folder")));
+    QVERIFY(runtime().start(m_home->iniPath()));
+    QCOMPARE(log.notices.size(), 1);
+}
+
+KODMS_TEST_MAIN(ServiceRuntimeTest, QCoreApplication)
+
+#include "ServiceRuntimeTest.moc"

@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "services/api/InstallationSetup.h"
+#include "services/api/ServiceRuntime.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+
+namespace KODMS::Tests {
+
+/// An installation with one administrator in a folder of its own.
+class Installation {
+public:
+    Installation()
+    {
+        qputenv("XDG_CONFIG_HOME", path("config").toUtf8());
+        qputenv("XDG_DATA_HOME", path("data").toUtf8());
+        qunsetenv("KODMS_CONFIG");
+    }
+
+    ~Installation() { Services::ServiceRuntime::instance().stop(); }
+
+    Installation(const Installation &) = delete;
+    Installation &operator=(const Installation &) = delete;
+
+    QString path(const char *name) const { return m_dir.filePath(QString::fromLatin1(name)); }
+
+    QString iniPath() const { return path("kodms.ini"); }
+
+    QString folder() const { return m_dir.path(); }
+
+    QStringList files() const
+    {
+        return QDir(m_dir.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    }
+
+    Services::Outcome init() const
+    {
+        return Services::InstallationSetup::init(iniPath(), login(), QStringLiteral("管理员"),
+                                                 password());
+    }
+
+    void initAndStart() const
+    {
+        const Services::Outcome made = init();
+        if (!made)
+            qFatal("%s", qPrintable(made.text));
+        const Services::Outcome started = Services::ServiceRuntime::instance().start(iniPath());
+        if (!started)
+            qFatal("%s", qPrintable(started.text));
+    }
+
+    static QString login() { return QStringLiteral("boss"); }
+
+    static QString password() { return QStringLiteral("a long password"); }
+
+private:
+    QTemporaryDir m_dir;
+};
+
+} // namespace KODMS::Tests
