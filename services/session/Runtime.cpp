@@ -112,26 +112,51 @@ void Runtime::setActor(const Actor &actor)
 
 /// A mark that no deletion followed is forgotten; a deletion whose stored file
 /// stayed behind, because the program ended in between, is brought to its end.
+/// Without marks nothing is written: a start never waits for another writer.
 Outcome Runtime::settleDeleteMarks()
 {
     try {
-        Transaction transaction(m_records.database());
-        QStringList names;
-        SqlQuery marks = m_records.database().query("select_final_delete_marks");
-        marks.exec();
-        while (marks.next())
-            names << marks.text("stored_name");
-        for (const QString &name : qAsConst(names)) {
-            if (m_storedFiles.removeBody(name))
-                m_records.database().query("delete_delete_mark").bind(":name", name).exec();
-        }
-        m_records.database().query("delete_stale_delete_marks").exec();
+        const QStringList marked = deleteMarks();
+        if (marked.isEmpty())
+            return Outcome::success();
+        const QStringList settled = removeMarkedBodies();
+        Database &database = m_records.database();
+        Transaction transaction(database);
+        for (const QString &name : settled)
+            database.query("delete_delete_mark").bind(":name", name).exec();
+        database.query("delete_stale_delete_marks").exec();
         transaction.commit();
     } catch (const SqlError &error) {
         qCWarning(lcRecords).noquote() << "settle delete marks" << error.logText();
         return Outcome::failure(error.userText());
     }
     return Outcome::success();
+}
+
+QStringList Runtime::deleteMarks()
+{
+    QStringList names;
+    SqlQuery marks = m_records.database().query("select_delete_marks");
+    marks.exec();
+    while (marks.next())
+        names << marks.text("stored_name");
+    return names;
+}
+
+/// The names whose stored file is gone now.
+QStringList Runtime::removeMarkedBodies()
+{
+    QStringList names;
+    QStringList settled;
+    SqlQuery marks = m_records.database().query("select_final_delete_marks");
+    marks.exec();
+    while (marks.next())
+        names << marks.text("stored_name");
+    for (const QString &name : qAsConst(names)) {
+        if (m_storedFiles.removeBody(name))
+            settled << name;
+    }
+    return settled;
 }
 
 /// The desks copy into these folders and never make them.

@@ -46,6 +46,8 @@ private:
             std::unique_ptr<FileStore> fileStore, int schemaVersion);
 
     Outcome settleDeleteMarks();
+    QStringList deleteMarks();
+    QStringList removeMarkedBodies();
     void makeFolders() const;
 
     Configuration m_configuration;

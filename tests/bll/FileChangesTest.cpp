@@ -199,7 +199,7 @@ void FileChangesTest::recordingIsRefused_data()
     add("invalid UTF-8 in the base name", guid, "\xff", "n.zip", "zip", "A1B", "not UTF-8");
     add("1 MB base name", guid, QByteArray(1000000, 'x'), "n.zip", "zip", "A1B", "too long");
     add("1 MB type", guid, "b", "n.zip", QByteArray(1000000, 'x'), "A1B", "too long");
-    add("unknown customer", guid, "b", "n.zip", "zip", "XXX", "no such customer");
+    add("unknown customer", guid, "b", "n.zip", "zip", "ZZZ", "no such customer");
     add("empty GUID", "", "b", "n.zip", "zip", "A1B", "not a GUID");
     add("GUID in capitals", guid.toUpper(), "b", "n.zip", "zip", "A1B", "not a GUID");
 }
