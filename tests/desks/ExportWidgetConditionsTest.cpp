@@ -318,7 +318,8 @@ void ExportWidgetConditionsTest::textsGoOutAsTheyAreTyped_data()
     QTest::newRow("bar") << "a|r";
     QTest::newRow("chinese") << QStringLiteral("张伟");
     QTest::newRow("beyond the basic plane") << QStringLiteral("😀");
-    QTest::newRow("half a million letters") << QString(500000, QLatin1Char('x'));
+    QTest::newRow("NUL in the middle") << QStringLiteral("a") + QChar(0) + QStringLiteral("b");
+    QTest::newRow("a megabyte") << QString(1 << 20, QLatin1Char('x'));
 }
 
 void ExportWidgetConditionsTest::textsGoOutAsTheyAreTyped()

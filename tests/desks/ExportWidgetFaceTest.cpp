@@ -11,6 +11,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include <map>
+
 using namespace KODMS::Tests;
 
 /// What the job-flow desk's controls say and how they look.
@@ -27,6 +29,7 @@ private Q_SLOTS:
     void groupBoxesHaveNoTitle();
     void styleSheets_data();
     void styleSheets();
+    void nothingElseIsStyled();
     void bothTablesAlternateTheirRowColours();
 };
 
@@ -117,12 +120,13 @@ void ExportWidgetFaceTest::groupBoxesHaveNoTitle()
     QCOMPARE(control(*desk, "m_pQuestionGroupBox")->parentWidget(), desk.get());
 }
 
-void ExportWidgetFaceTest::styleSheets_data()
+namespace {
+
+/// The controls that have a style sheet; the others look like their window.
+const std::map<QByteArray, QString> &styled()
 {
     using namespace KODMS::UI;
-    QTest::addColumn<QByteArray>("name");
-    QTest::addColumn<QString>("sheet");
-    const std::initializer_list<std::pair<const char *, QString>> rows = {
+    static const std::map<QByteArray, QString> sheets = {
         {"m_pJobTableWidget", TableWidgetStyle},
         {"m_pQuestionTableWidget", TableWidgetStyle},
         {"m_pJobPassPB", PushButtonBlueStyle},
@@ -132,14 +136,18 @@ void ExportWidgetFaceTest::styleSheets_data()
         {"m_pRefreshPB", PushButtonBlueStyle},
         {"m_pExportPB", PushButtonBlueStyle},
         {"m_pViewQuestionPB", PushButtonBlueStyle},
-        {"m_pResolveQuestionPB", PushButtonGrayStyle},
-        {"m_pDownloadPB", QString()},
-        {"m_pAssignPB", QString()},
-        {"m_pImputPB", QString()},
-        {"m_pJobGroupBox", QString()},
-        {"m_pQuestionGroupBox", QString()}};
-    for (const auto &row : rows)
-        QTest::newRow(row.first) << QByteArray(row.first) << row.second;
+        {"m_pResolveQuestionPB", PushButtonGrayStyle}};
+    return sheets;
+}
+
+} // namespace
+
+void ExportWidgetFaceTest::styleSheets_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QString>("sheet");
+    for (const auto &sheet : styled())
+        QTest::newRow(sheet.first.constData()) << sheet.first << sheet.second;
 }
 
 void ExportWidgetFaceTest::styleSheets()
@@ -147,6 +155,24 @@ void ExportWidgetFaceTest::styleSheets()
     QFETCH(QByteArray, name);
     const auto desk = makeDesk({Right::CheckAuthority});
     QTEST(control(*desk, name.constData())->styleSheet(), "sheet");
+}
+
+void ExportWidgetFaceTest::nothingElseIsStyled()
+{
+    const auto desk = makeDesk({Right::CheckAuthority});
+    QCOMPARE(desk->styleSheet(), QString());
+    QCOMPARE(desk->windowTitle(), QString());
+    const QSize anySize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    const auto widgets = desk->findChildren<QWidget *>();
+    for (const QWidget *widget : widgets) {
+        const QByteArray name = widget->objectName().toLatin1();
+        if (!name.startsWith("m_") || styled().count(name) == 1)
+            continue;
+        QVERIFY2(widget->styleSheet().isEmpty(), name);
+        QVERIFY2(widget->toolTip().isEmpty(), name);
+        QVERIFY2(widget->minimumSize() == QSize(0, 0), name);
+        QVERIFY2(widget->maximumSize() == anySize || name == "m_pGotoPageLE", name);
+    }
 }
 
 void ExportWidgetFaceTest::bothTablesAlternateTheirRowColours()

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QRegularExpression>
+#include <QStyle>
 
 using namespace KODMS::Tests;
 
@@ -28,6 +29,7 @@ private Q_SLOTS:
     void someControlsAreNeverVisible();
     void thePageBarStandsOverTheJobTable();
     void theSpareLayoutIsOwnedAndEmpty();
+    void spacesAreTheStylesOwn();
     void everyMemberHasItsNameOnce();
     void theParentIsTheHosts();
 };
@@ -165,17 +167,23 @@ void ExportWidgetLayoutTest::controlsAreCreatedInOrder_data()
     addRightRows();
 }
 
-/// The order in which controls were made is the order in which Tab reaches them.
+/// The order in which controls were made is the order in which focus passes them.
 void ExportWidgetLayoutTest::controlsAreCreatedInOrder()
 {
     QFETCH(QVector<Right>, rights);
     const auto desk = deskWith(rights);
-    QStringList expected = lines("m_pFilterLE\nm_pJobFilterLE\nm_pLayerFilterLE\n"
-                                 "m_pFeatureFilterLE\nm_pPrerFilterLE\nm_pCheckerFilterLE\n"
-                                 "m_pAssignerCMB\nm_pAssignPB\nm_pImputPB\nm_pJobTableWidget\n");
+    QStringList expected = lines("m_pJobGroupBox\nm_pFilterLE\nm_pFilterCMB\nm_pJobFilterLabel\n"
+                                 "m_pJobFilterLE\nm_pLayerFilterLabel\nm_pLayerFilterLE\n"
+                                 "m_pFeatureFilterLabel\nm_pFeatureFilterLE\n"
+                                 "m_pPrerFilterLabel\nm_pPrerFilterLE\nm_pCheckerFilterLabel\n"
+                                 "m_pCheckerFilterLE\nm_pStatusFilterCMB\nm_pAssignerCMB\n"
+                                 "m_pAssignPB\nm_pImputPB\nm_pJobTableWidget\nm_TurnPage\n"
+                                 "m_pFirstPagePB\nm_pPageUpPB\nm_pGotoPageLE\nm_pTotalLabel\n"
+                                 "m_pPageDownPB\nm_pLastPagePB\n");
     if (isReviewer(rights))
         expected << lines("m_pJobPassPB\nm_pJobUnpassPB\nm_pCreateQuestionPB\nm_pSendRobotPB");
-    expected << lines("m_pQuestionTableWidget\nm_pResolveQuestionPB\nm_pViewQuestionPB");
+    expected << lines(
+        "m_pQuestionGroupBox\nm_pQuestionTableWidget\nm_pResolveQuestionPB\nm_pViewQuestionPB");
     if (!mayUpdateFiles(rights))
         expected << QStringLiteral("m_pDownloadPB");
     expected << lines("m_pRefreshPB\nm_pExportPB");
@@ -183,7 +191,7 @@ void ExportWidgetLayoutTest::controlsAreCreatedInOrder()
     QStringList chain;
     for (const QWidget *next = desk->nextInFocusChain(); next != desk.get();
          next = next->nextInFocusChain())
-        if (expected.contains(next->objectName()))
+        if (next->objectName().startsWith(QLatin1String("m_")))
             chain << next->objectName();
     QCOMPARE(chain, expected);
 }
@@ -251,6 +259,32 @@ void ExportWidgetLayoutTest::theSpareLayoutIsOwnedAndEmpty()
     QCOMPARE(spare->count(), 0);
     QCOMPARE(spare->parent(), desk.get());
     QVERIFY(desk->layout() != spare);
+}
+
+/// No layout has margins, gaps, stretches or alignments of its own.
+void ExportWidgetLayoutTest::spacesAreTheStylesOwn()
+{
+    const auto desk = makeDesk({Right::CheckAuthority});
+    const auto layouts = desk->findChildren<QBoxLayout *>();
+    QVERIFY(layouts.size() > 10);
+    for (const QBoxLayout *layout : layouts) {
+        if (layout->objectName() == QLatin1String("m_pSpareLayout"))
+            continue; // in no place of the desk
+        const QWidget *owner = layout->parentWidget();
+        if (owner != desk.get() && !owner->objectName().startsWith(QLatin1String("m_")))
+            continue; // inside a control of Qt
+        const bool isOutermost = owner->layout() == layout;
+        const int margin =
+            isOutermost ? owner->style()->pixelMetric(QStyle::PM_LayoutLeftMargin, nullptr, owner)
+                        : 0;
+        QCOMPARE(layout->contentsMargins(), QMargins(margin, margin, margin, margin));
+        QCOMPARE(layout->spacing(),
+                 desk->style()->pixelMetric(QStyle::PM_LayoutVerticalSpacing, nullptr, owner));
+        for (int index = 0; index < layout->count(); ++index) {
+            QCOMPARE(layout->stretch(index), 0);
+            QCOMPARE(layout->itemAt(index)->alignment(), Qt::Alignment());
+        }
+    }
 }
 
 void ExportWidgetLayoutTest::everyMemberHasItsNameOnce()

@@ -33,10 +33,31 @@ private Q_SLOTS:
     void anotherJobReplacesTheQuestions();
     void aFailedQuestionQueryClearsTheTable();
     void withoutACurrentRowTheUserIsAskedToSelect();
+    void theQuestionTableIsPaintedAfterTheNotice();
     void aRefillKeepsTheQuestions();
 };
 
 namespace {
+
+/// Counts how often a widget is painted once a message box has been closed.
+class PaintsAfterBox : public QObject {
+public:
+    explicit PaintsAfterBox(QWidget *widget) : m_widget(widget) { qApp->installEventFilter(this); }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Hide && qobject_cast<QMessageBox *>(watched))
+            count = 0;
+        if (event->type() == QEvent::Paint && watched == m_widget)
+            ++count;
+        return false;
+    }
+
+    int count = 0;
+
+private:
+    QWidget *m_widget;
+};
 
 Odbpp_Questions question(int id, int flag, const char *title, const char *description)
 {
@@ -80,6 +101,7 @@ void ExportWidgetQuestionsTest::theQuestionTableIsSetUp()
     QCOMPARE(headers.join(QLatin1Char('/')), QStringLiteral("Id/标题/描述/状态"));
     QCOMPARE(table->selectionMode(), QAbstractItemView::SingleSelection);
     QCOMPARE(table->editTriggers(), QAbstractItemView::NoEditTriggers);
+    QCOMPARE(table->selectionBehavior(), QTableWidget().selectionBehavior());
     QCOMPARE(table->rowCount(), 0);
 }
 
@@ -187,6 +209,19 @@ void ExportWidgetQuestionsTest::withoutACurrentRowTheUserIsAskedToSelect()
     QCOMPARE(box.parent.data(), static_cast<QWidget *>(desk.get()));
     QVERIFY(FakeServices::instance().operations().isEmpty());
     QCOMPARE(questionTable(*desk)->rowCount(), 1);
+}
+
+/// At once: whatever waits for the event loop comes later than the slot's end.
+void ExportWidgetQuestionsTest::theQuestionTableIsPaintedAfterTheNotice()
+{
+    const auto desk = makeDesk({Right::Admin});
+    QVERIFY(QTest::qWaitForWindowExposed(desk.get()));
+    const KODMS::Fakes::MessageBoxProbe probe;
+    const PaintsAfterBox paints(questionTable(*desk));
+    QMetaObject::invokeMethod(desk.get(), "on_m_pJobTableWidget_ItemClicked",
+                              Q_ARG(QTableWidgetItem *, nullptr));
+    QCOMPARE(probe.count(), 1);
+    QCOMPARE(paints.count, 1);
 }
 
 void ExportWidgetQuestionsTest::aRefillKeepsTheQuestions()

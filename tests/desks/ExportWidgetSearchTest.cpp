@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 
@@ -27,6 +28,7 @@ private Q_SLOTS:
     void theJobTableIsSetUp();
     void construction();
     void theFirstFillPrecedesTheAssignees();
+    void aDeskThatIsBeingBuiltHearsNothing();
     void everyKeystrokeSearches_data();
     void everyKeystrokeSearches();
     void theStatusFilterSearches();
@@ -39,6 +41,7 @@ private Q_SLOTS:
     void theSecondAnswerReplacesTheFirst();
     void thePageSurvivesARefill();
     void nothingFoundEmptiesAndSilencesTheTable();
+    void nothingFoundKeepsThePage();
     void aSilentTableStoresNoRemark();
     void flowsFoundAgainGiveTheTableItsVoice();
     void aFailedQueryWithoutACountShowsNothing();
@@ -92,6 +95,8 @@ void ExportWidgetSearchTest::theJobTableIsSetUp()
     QCOMPARE(table->selectionBehavior(), QAbstractItemView::SelectRows);
     QCOMPARE(table->editTriggers(), QTableWidget().editTriggers());
     QVERIFY(!table->isSortingEnabled());
+    QVERIFY(!table->horizontalHeader()->stretchLastSection());
+    QVERIFY(!table->verticalHeader()->isHidden());
 }
 
 void ExportWidgetSearchTest::construction()
@@ -117,6 +122,19 @@ void ExportWidgetSearchTest::theFirstFillPrecedesTheAssignees()
     const auto *combo = control<QComboBox>(*desk, "m_pAssignerCMB");
     QCOMPARE(combo->count(), 1);
     QCOMPARE(combo->itemText(0), QStringLiteral("张伟"));
+}
+
+/// Whoever asks for a refresh while the first fill runs gets it from that fill.
+void ExportWidgetSearchTest::aDeskThatIsBeingBuiltHearsNothing()
+{
+    FakeServices::instance().flowPages.compute([](const auto &) {
+        if (searches() == 1)
+            FakeServices::instance().raiseRefreshExportJobTable();
+        return KODMS::Fakes::Page<KODMS::DataLib::Model::Odbpp_Flow_View>{{someFlow(1)}, 1};
+    });
+    const auto desk = makeDesk({Right::Admin});
+    QCOMPARE(searches(), 1);
+    QCOMPARE(jobTable(*desk)->rowCount(), 1);
 }
 
 void ExportWidgetSearchTest::everyKeystrokeSearches_data()
@@ -289,6 +307,21 @@ void ExportWidgetSearchTest::nothingFoundEmptiesAndSilencesTheTable()
     QVERIFY(jobTable(*desk)->signalsBlocked());
     QCOMPARE(searches(), 2);
     QCOMPARE(probe.count(), 0);
+}
+
+void ExportWidgetSearchTest::nothingFoundKeepsThePage()
+{
+    answerWithFlows(150);
+    const auto desk = makeDesk({Right::Admin});
+    click(*desk, "m_pLastPagePB");
+    answerWithFlows(0);
+    const int before = searches();
+    typeJob(*desk, QStringLiteral("x"));
+    QCOMPARE(searches(), before + 1);
+    answerWithFlows(150);
+    typeJob(*desk, QStringLiteral("y"));
+    QCOMPARE(conditions().back().pageStart, std::string("120"));
+    QCOMPARE(columnTexts(jobTable(*desk), 0).first(), QStringLiteral("121"));
 }
 
 void ExportWidgetSearchTest::aSilentTableStoresNoRemark()

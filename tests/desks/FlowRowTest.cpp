@@ -69,6 +69,7 @@ void FlowRowTest::theLatestUploadIsTheOneThatTheRecordNames_data()
     QTest::addColumn<QString>("shown");
     QTest::newRow("no ODB++ job yet") << 0 << "original";
     QTest::newRow("ODB++ job uploaded") << 1 << "odbpp";
+    QTest::newRow("a flag that says neither") << 2 << "original";
 }
 
 void FlowRowTest::theLatestUploadIsTheOneThatTheRecordNames()

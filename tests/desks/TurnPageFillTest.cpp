@@ -73,6 +73,7 @@ void TurnPageFillTest::theBarReadsFromLeftToRight()
 void TurnPageFillTest::thePageFieldTakesOnlyDigits()
 {
     QCOMPARE(field()->maximumWidth(), 50);
+    QCOMPARE(field()->minimumWidth(), 0);
     const auto *validator = qobject_cast<const QRegExpValidator *>(field()->validator());
     QVERIFY(validator);
     QCOMPARE(validator->regExp().pattern(), QStringLiteral("[0-9]{1,20}$"));
@@ -225,10 +226,12 @@ void TurnPageFillTest::theRowOfTheSelectKeyIsSelected()
 
 void TurnPageFillTest::theHeldRowsAreACopy()
 {
-    Rows rows = someRows(2);
-    m_bar->setData(rows, 2, QString());
+    Rows rows = someRows(70);
+    m_bar->setData(rows, 90, QString());
     rows.clear();
-    QCOMPARE(m_table->rowCount(), 2);
+    // The last page takes its first row count from the rows held: 70 - 30 * 3 + 30.
+    click("m_pLastPagePB");
+    QCOMPARE(m_table->rowCount(), 10);
 }
 
 void TurnPageFillTest::thePageWindowGoesIntoTheLastCondition()

@@ -30,11 +30,31 @@ private Q_SLOTS:
     void theNumberIsTypedWithTheKeypadToo();
     void aNumberOutOfRangeIsRefused_data();
     void aNumberOutOfRangeIsRefused();
+    void onlyEnterOnAClearedFieldIsKeptFromTheWindow();
     void thePresentPageIsNoJump();
     void leavingTheFieldIsSilent_data();
     void leavingTheFieldIsSilent();
     void aSlotCalledWithoutFocusDoesNothing();
 };
+
+namespace {
+
+/// Counts the keys that reach a widget.
+class KeyCounter : public QObject {
+public:
+    explicit KeyCounter(QWidget *widget) { widget->installEventFilter(this); }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::KeyPress)
+            ++pressed;
+        return false;
+    }
+
+    int pressed = 0;
+};
+
+} // namespace
 
 void TurnPageMovesTest::firstPage()
 {
@@ -194,6 +214,26 @@ void TurnPageMovesTest::aNumberOutOfRangeIsRefused()
     QCOMPARE(field()->text(), QStringLiteral("3"));
     QCOMPARE(changed.count(), 0);
     QCOMPARE(currentPage(), 3);
+}
+
+/// A window may have a default button of its own, which Enter presses.
+void TurnPageMovesTest::onlyEnterOnAClearedFieldIsKeptFromTheWindow()
+{
+    showPage(3);
+    const MessageBoxProbe probe;
+    const KeyCounter window(m_window);
+    type(QString(), Qt::Key_Return);
+    QApplication::setActiveWindow(m_window);
+    type(QString(), Qt::Key_Enter);
+    QApplication::setActiveWindow(m_window);
+    QCOMPARE(probe.count(), 2);
+    QCOMPARE(window.pressed, 0);
+    type(QStringLiteral("3"), Qt::Key_Return);
+    QCOMPARE(window.pressed, 1);
+    type(QString(), Qt::Key_Escape);
+    QCOMPARE(probe.count(), 2);
+    QCOMPARE(window.pressed, 2);
+    QCOMPARE(field()->text(), QString());
 }
 
 void TurnPageMovesTest::thePresentPageIsNoJump()

@@ -172,7 +172,7 @@ void FakeContractsTest::everyCallIsRecorded_data()
         return 0;
     });
     addCall("DMS_Import_Widget::DMS_Import_Widget(1, null)", [] {
-        UI::DMS_Import_Widget(1, nullptr);
+        const UI::DMS_Import_Widget window(1, nullptr);
         return 0;
     });
 }
