@@ -4,6 +4,7 @@
 
 #include "apps/admin/commands/DemoCommand.h"
 #include "apps/admin/commands/InitCommand.h"
+#include "apps/admin/commands/IntakeCommand.h"
 #include "apps/admin/commands/OrderPayCommand.h"
 #include "apps/admin/commands/SampleCommand.h"
 #include "apps/admin/commands/StatusCommand.h"
@@ -25,6 +26,7 @@ CommandSet::CommandSet()
     m_commands.push_back(std::make_unique<UserRoleCommand>());
     m_commands.push_back(std::make_unique<UserSwitchCommand>(false));
     m_commands.push_back(std::make_unique<UserSwitchCommand>(true));
+    m_commands.push_back(std::make_unique<IntakeCommand>());
     m_commands.push_back(std::make_unique<OrderPayCommand>());
     m_commands.push_back(std::make_unique<SampleCommand>());
     m_commands.push_back(std::make_unique<DemoCommand>());

@@ -31,7 +31,7 @@ private:
 
 static const char *const AllCommands[] = {"init",        "status",    "user add",     "user list",
                                           "user passwd", "user role", "user disable", "user enable",
-                                          "order pay",   "sample",    "demo"};
+                                          "order pay",   "intake",    "sample",       "demo"};
 
 void TestAdminCommandLine::helpNamesEveryCommand()
 {
@@ -83,6 +83,7 @@ void TestAdminCommandLine::refusesAWrongLine_data()
     row("an unknown option", "status --fast", "fast");
     row("an argument too many", "status now", "now");
     row("a missing argument", "user disable", "LOGIN");
+    row("no customer for an intake", "intake board.tgz", "--customer");
     row("a negative number of flows", "sample --flows -5", "flows");
     row("too many flows", "sample --flows 3000001", "3000000");
     row("too many flows with files", "sample --flows 1001 --files", "1000");
