@@ -20,6 +20,39 @@ void addOnce(std::vector<Condition> &group, Condition child)
         group.push_back(std::move(child));
 }
 
+/// True when whoever meets `narrow` meets `wide`, because `wide` offers all that
+/// `narrow` offers, and more.
+bool isImplied(const Condition &wide, const Condition &narrow)
+{
+    const auto offers = [&wide](const Condition &alternative) {
+        return std::find(wide.children.begin(), wide.children.end(), alternative) !=
+               wide.children.end();
+    };
+    if (narrow.kind != Condition::Kind::Any)
+        return offers(narrow);
+    return narrow.children.size() < wide.children.size() &&
+           std::all_of(narrow.children.begin(), narrow.children.end(), offers);
+}
+
+/// "(mine or yours) and mine" is "mine": the desks ask for the user's own flows, and
+/// the user's scope asks again, more widely.
+void dropImplied(std::vector<Condition> &all)
+{
+    constexpr std::size_t longest = 16;
+    if (all.size() > longest)
+        return;
+    for (std::size_t wide = 0; wide < all.size();) {
+        bool isNeedless = false;
+        for (std::size_t narrow = 0; narrow < all.size() && !isNeedless; ++narrow)
+            isNeedless = narrow != wide && all[wide].kind == Condition::Kind::Any &&
+                         all[wide].children.size() <= longest && isImplied(all[wide], all[narrow]);
+        if (isNeedless)
+            all.erase(all.begin() + static_cast<std::ptrdiff_t>(wide));
+        else
+            ++wide;
+    }
+}
+
 /// `neutral` changes nothing in such a group, `decisive` decides it.
 Condition makeGroup(Condition::Kind kind, Condition::Kind neutral, Condition::Kind decisive,
                     std::vector<Condition> children)
@@ -41,6 +74,8 @@ Condition makeGroup(Condition::Kind kind, Condition::Kind neutral, Condition::Ki
         for (Condition &grandchild : child.children)
             addOnce(group.children, std::move(grandchild));
     }
+    if (kind == Condition::Kind::All)
+        dropImplied(group.children);
     if (group.children.empty()) {
         group.kind = neutral;
         return group;

@@ -3,6 +3,7 @@
 #include "services/records/conditions/ConditionSql.h"
 
 #include "services/records/Dialect.h"
+#include "services/records/conditions/FlowStates.h"
 
 #include <QStringList>
 
@@ -19,24 +20,7 @@ constexpr int longestChain = 50;
 
 bool isSameDimension(const ViewField *a, const ViewField *b)
 {
-    return a->dimension != nullptr && b->dimension != nullptr && qstrcmp(a->key, b->key) == 0;
-}
-
-/// What asking one row costs, roughly: numbers first, then keys, then texts, then
-/// what another table has to be read for.
-int costOf(const Condition &condition)
-{
-    if (condition.kind != Condition::Kind::Test) {
-        int cost = 0;
-        for (const Condition &child : condition.children)
-            cost += costOf(child);
-        return cost;
-    }
-    const ViewField *field = condition.field;
-    const bool isNumber = condition.match == Condition::Match::EqualNumber;
-    const int compare = isNumber || field->dimension != nullptr ? 1 : 3;
-    const unsigned tables = field->dimension != nullptr ? field->keyTables : field->tables;
-    return tables == 0 ? compare : compare + 5;
+    return qstrcmp(a->key, b->key) == 0;
 }
 
 } // namespace
@@ -62,18 +46,15 @@ QString ConditionSql::write(const Condition &condition)
         return QStringLiteral("1 = 1");
     if (condition.kind == Condition::Kind::Nothing)
         return QStringLiteral("1 = 0");
+    if (FlowStates::isAbout(m_view, condition))
+        return writeStateTest(condition);
     const ViewField *dimension = m_isInDimension ? nullptr : commonDimension(condition);
     if (dimension != nullptr) {
         m_tables |= dimension->keyTables;
         return QLatin1String(dimension->key) + QLatin1Char(' ') +
                writeDimension(dimension, condition);
     }
-    if (condition.kind != Condition::Kind::Test)
-        return writeGroup(condition);
-    if (m_isInDimension)
-        return writeTest(condition, QLatin1String(condition.field->dimensionColumn));
-    m_tables |= condition.field->tables;
-    return writeTest(condition, QLatin1String(condition.field->column));
+    return condition.kind == Condition::Kind::Test ? writeTest(condition) : writeGroup(condition);
 }
 
 QString ConditionSql::writeDimension(const ViewField *dimension, const Condition &condition)
@@ -85,33 +66,93 @@ QString ConditionSql::writeDimension(const ViewField *dimension, const Condition
         .arg(QLatin1String(dimension->dimension), inner);
 }
 
-/// Children that look at the same record of few become one, the cheap ones come first.
+QString ConditionSql::writeStates(const Condition &condition) const
+{
+    QStringList codes;
+    for (const int code : FlowStates::codes(m_view, condition))
+        codes << QString::number(code);
+    if (codes.isEmpty())
+        codes << QStringLiteral("-1");
+    return QStringLiteral("IN (") + codes.join(QStringLiteral(", ")) + QLatin1Char(')');
+}
+
+/// Comparisons of neighbouring pairs, which cost a row less than a look into a list.
+QString ConditionSql::writeStateTest(const Condition &condition) const
+{
+    const QVector<int> codes = FlowStates::codes(m_view, condition);
+    QStringList tests;
+    for (int first = 0; first < codes.size();) {
+        int last = first;
+        while (last + 1 < codes.size() && FlowStates::areNeighbours(codes[last], codes[last + 1]))
+            ++last;
+        tests << QStringLiteral("%1 BETWEEN %2 AND %3")
+                     .arg(QLatin1String(m_view.state))
+                     .arg(codes[first])
+                     .arg(codes[last]);
+        first = last + 1;
+    }
+    if (tests.isEmpty())
+        return QStringLiteral("1 = 0");
+    return QLatin1Char('(') + tests.join(QStringLiteral(" OR ")) + QLatin1Char(')');
+}
+
+/// Conditions of one family look at the same small thing and can be asked as one.
+QString ConditionSql::familyOf(const Condition &condition) const
+{
+    if (FlowStates::isAbout(m_view, condition))
+        return QLatin1String(m_view.state);
+    const ViewField *dimension = commonDimension(condition);
+    return dimension == nullptr ? QString() : QString::fromLatin1(dimension->key);
+}
+
+/// What asking one row costs, roughly: numbers first, then texts, then what nearly
+/// every row meets, then what another table has to be read for.
+int ConditionSql::costOf(const Condition &condition) const
+{
+    constexpr int joined = 5;
+    if (FlowStates::isAbout(m_view, condition))
+        return FlowStates::codes(m_view, condition).contains(FlowStates::finished) ? 3 : 1;
+    const ViewField *dimension = commonDimension(condition);
+    if (dimension != nullptr)
+        return dimension->keyTables == 0 ? 1 : 1 + joined;
+    if (condition.kind == Condition::Kind::Test) {
+        const int compare = condition.match == Condition::Match::EqualNumber ? 1 : 2;
+        return condition.field->tables == 0 ? compare : compare + joined;
+    }
+    int cost = 0;
+    for (const Condition &child : condition.children)
+        cost += costOf(child);
+    return cost;
+}
+
+/// Children of one family become one, the cheap ones come first.
 std::vector<Condition> ConditionSql::gathered(const Condition &group) const
 {
-    std::vector<Condition> children;
-    std::vector<bool> taken(group.children.size(), false);
-    for (std::size_t i = 0; i < group.children.size(); ++i) {
-        if (taken[i])
-            continue;
-        const ViewField *field = commonDimension(group.children[i]);
-        if (field == nullptr) {
-            children.push_back(group.children[i]);
-            continue;
-        }
-        std::vector<Condition> same{group.children[i]};
-        for (std::size_t k = i + 1; k < group.children.size(); ++k) {
-            const ViewField *other = taken[k] ? nullptr : commonDimension(group.children[k]);
-            if (other != nullptr && isSameDimension(field, other)) {
-                same.push_back(group.children[k]);
-                taken[k] = true;
-            }
-        }
-        children.push_back(group.kind == Condition::Kind::All ? Condition::all(std::move(same))
-                                                              : Condition::any(std::move(same)));
+    std::vector<std::pair<QString, std::vector<Condition>>> families;
+    for (const Condition &child : group.children) {
+        const QString family = familyOf(child);
+        const auto known = std::find_if(families.begin(), families.end(), [&](const auto &other) {
+            return !family.isEmpty() && other.first == family;
+        });
+        if (known != families.end())
+            known->second.push_back(child);
+        else
+            families.push_back({family, {child}});
+    }
+    std::vector<std::pair<int, Condition>> children;
+    for (auto &family : families) {
+        Condition one = group.kind == Condition::Kind::All
+                            ? Condition::all(std::move(family.second))
+                            : Condition::any(std::move(family.second));
+        const int cost = costOf(one);
+        children.emplace_back(cost, std::move(one));
     }
     std::stable_sort(children.begin(), children.end(),
-                     [](const Condition &a, const Condition &b) { return costOf(a) < costOf(b); });
-    return children;
+                     [](const auto &a, const auto &b) { return a.first < b.first; });
+    std::vector<Condition> sorted;
+    for (auto &child : children)
+        sorted.push_back(std::move(child.second));
+    return sorted;
 }
 
 QString ConditionSql::writeGroup(const Condition &group)
@@ -144,24 +185,33 @@ QString ConditionSql::join(const QStringList &parts, const QString &word)
     return join(chains, word);
 }
 
-QString ConditionSql::writeTest(const Condition &test, const QString &column)
+QString ConditionSql::writeTest(const Condition &test)
 {
-    const bool isNumberField = test.field->kind == ViewField::Kind::Number;
-    switch (test.match) {
-    case Condition::Match::EqualText:
+    const ViewField *field = test.field;
+    const QString column = QLatin1String(m_isInDimension ? field->dimensionColumn : field->column);
+    if (!m_isInDimension)
+        m_tables |= field->tables;
+    if (test.match == Condition::Match::EqualText) {
         m_values << test.text;
         return column + QStringLiteral(" = ?");
-    case Condition::Match::EqualNumber:
-        m_values << test.number;
-        return (isNumberField ? column : m_dialect.numberInText(column)) + QStringLiteral(" = ?");
-    case Condition::Match::Contains:
-        break;
     }
-    const QString text = isNumberField ? QStringLiteral("CAST(%1 AS TEXT)").arg(column) : column;
+    if (test.match == Condition::Match::EqualNumber)
+        return writeNumberTest(test, column);
+    const bool isNumber = field->kind == ViewField::Kind::Number;
     QString bound;
-    const QString contains = m_dialect.containsText(text, test.text, &bound);
+    const QString contains = m_dialect.containsText(
+        isNumber ? QStringLiteral("CAST(%1 AS TEXT)").arg(column) : column, test.text, &bound);
     m_values << bound;
     return contains;
+}
+
+QString ConditionSql::writeNumberTest(const Condition &test, const QString &column)
+{
+    m_values << test.number;
+    if (test.field->kind == ViewField::Kind::Text)
+        return m_dialect.numberInText(column) + QStringLiteral(" = ?");
+    const bool hidesIndex = test.field->walk != nullptr && m_indexes == Indexes::Avoid;
+    return column + (hidesIndex ? QStringLiteral(" + 0 = ?") : QStringLiteral(" = ?"));
 }
 
 } // namespace KODMS::Services

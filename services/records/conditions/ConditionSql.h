@@ -3,6 +3,7 @@
 #pragma once
 
 #include "services/records/conditions/Condition.h"
+#include "services/records/conditions/SearchView.h"
 
 #include <QString>
 #include <QVariant>
@@ -18,9 +19,23 @@ class Dialect;
 /// written: values() are for the "?" of the expression, in order.
 class ConditionSql {
 public:
-    explicit ConditionSql(const Dialect &dialect) : m_dialect(dialect) {}
+    enum class Indexes {
+        Avoid, ///< the search has its own way to the rows and only asks them
+        Use    ///< the engine may look for a way
+    };
+
+    ConditionSql(const SearchView &view, const Dialect &dialect, Indexes indexes = Indexes::Avoid)
+        : m_view(view), m_dialect(dialect), m_indexes(indexes)
+    {
+    }
 
     QString write(const Condition &condition);
+
+    /// "IN (SELECT id FROM ...)": the records of few that such a condition means.
+    QString writeDimension(const ViewField *dimension, const Condition &condition);
+
+    /// "IN (1, 2)": the pairs of status and flag that such a condition means.
+    QString writeStates(const Condition &condition) const;
 
     const QVector<QVariant> &values() const { return m_values; }
 
@@ -34,16 +49,19 @@ public:
     /// at one record of few (a person, a customer); else null.
     static const ViewField *commonDimension(const Condition &condition);
 
-    /// "IN (SELECT id FROM ...)": the records that such a condition means.
-    QString writeDimension(const ViewField *dimension, const Condition &condition);
-
 private:
     QString writeGroup(const Condition &group);
-    QString writeTest(const Condition &test, const QString &column);
+    QString writeTest(const Condition &test);
+    QString writeNumberTest(const Condition &test, const QString &column);
     QString join(const QStringList &parts, const QString &word);
+    QString writeStateTest(const Condition &condition) const;
+    QString familyOf(const Condition &condition) const;
+    int costOf(const Condition &condition) const;
     std::vector<Condition> gathered(const Condition &group) const;
 
+    const SearchView &m_view;
     const Dialect &m_dialect;
+    Indexes m_indexes;
     QVector<QVariant> m_values;
     unsigned m_tables = 0;
     int m_height = 0;

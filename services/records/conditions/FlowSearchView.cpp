@@ -20,14 +20,21 @@ enum Table : unsigned {
 constexpr auto text = ViewField::Kind::Text;
 constexpr auto number = ViewField::Kind::Number;
 
+constexpr const char *byExecutor = "SELECT flow_id FROM orig_file_assign WHERE executor_id";
+constexpr const char *byChecker = "SELECT flow_id FROM pre_check_assign WHERE executor_id";
+
 SearchView makeView()
 {
     SearchView view;
     view.name = "flow view";
     view.table = "job_flows f";
     view.id = "f.id";
+    view.status = "Flow_FlowStatus";
+    view.flag = "Flow_CheckFlag";
+    view.state = "f.check_flag + f.flow_status * 4";
+    view.stateWalk = "SELECT id FROM job_flows WHERE flow_status * 4 + check_flag";
     view.joins = {
-        {Jobs, 0, "JOIN jobs j ON j.name = f.job_name"},
+        {Jobs, 0, "LEFT JOIN jobs j ON j.name = f.job_name"},
         {Executor, 0, "LEFT JOIN orig_file_assign oa ON oa.flow_id = f.id"},
         {ExecutorUser, Executor, "LEFT JOIN users ou ON ou.id = oa.executor_id"},
         {Checker, 0, "LEFT JOIN pre_check_assign pa ON pa.flow_id = f.id"},
@@ -37,26 +44,30 @@ SearchView makeView()
         {Order, 0, "LEFT JOIN orders r ON r.flow_id = f.id"},
     };
     view.fields = {
-        {"Flow_Id", number, "f.id", 0},
-        {"KoJobName", text, "f.job_name", 0},
+        {"Flow_Id", number, "f.id", 0, -1, "SELECT id FROM job_flows WHERE id"},
+        {"KoJobName", text, "f.job_name", 0, -1, "SELECT id FROM job_flows WHERE job_name"},
         {"Flow_OrigJobName", text, "f.orig_job_name", 0},
         {"Flow_OrigUploadTime", text, "o.create_time", Original},
         {"Flow_OdbppUploadTime", text, "f.last_import_time", 0},
         {"Flow_OdbppUploaded", number, "CASE WHEN f.last_import_time IS NULL THEN 0 ELSE 1 END", 0,
          1},
-        {"JobTable_LayerCount", number, "j.layer_count", Jobs},
-        {"JobTable_FeatureCount", number, "j.feature_count", Jobs},
-        {"JobTable_CreateUserId", number, "j.create_user_id", Jobs},
+        {"JobTable_LayerCount", number, "j.layer_count", Jobs, -1,
+         "SELECT f2.id FROM jobs j2 JOIN job_flows f2 ON f2.job_name = j2.name WHERE "
+         "j2.layer_count"},
+        {"JobTable_FeatureCount", number, "j.feature_count", Jobs, -1,
+         "SELECT f2.id FROM jobs j2 JOIN job_flows f2 ON f2.job_name = j2.name WHERE "
+         "j2.feature_count"},
+        {"JobTable_CreateUserId", number, "j.create_user_id", Jobs, -1,
+         "SELECT f2.id FROM jobs j2 JOIN job_flows f2 ON f2.job_name = j2.name WHERE "
+         "j2.create_user_id"},
         {"Flow_FlowStatus", number, "f.flow_status", 0, 3},
         {"Flow_CheckFlag", number, "f.check_flag", 0, 2},
         {"Flow_PreCheckTime", text, "f.check_time", 0},
-        {"Flow_FlowGUID", text, "f.guid", 0},
-        {"PreUserRealName_OFAssign_Executor", text, "ou.real_name", ExecutorUser, -1, "users",
-         "real_name", "oa.executor_id", Executor,
-         "SELECT flow_id FROM orig_file_assign WHERE executor_id"},
-        {"PreCheckUserRealName_PCAssign_Executor", text, "pu.real_name", CheckerUser, -1, "users",
-         "real_name", "pa.executor_id", Checker,
-         "SELECT flow_id FROM pre_check_assign WHERE executor_id"},
+        {"Flow_FlowGUID", text, "f.guid", 0, -1, "SELECT id FROM job_flows WHERE guid"},
+        {"PreUserRealName_OFAssign_Executor", text, "ou.real_name", ExecutorUser, -1, byExecutor,
+         "users", "real_name", "oa.executor_id", Executor},
+        {"PreCheckUserRealName_PCAssign_Executor", text, "pu.real_name", CheckerUser, -1, byChecker,
+         "users", "real_name", "pa.executor_id", Checker},
         {"Flow_Tips", text, "f.tips", 0},
         {"Flow_FileUuid", text, "COALESCE(i.stored_name, o.stored_name)", Original | Imported},
         {"Flow_WebFlag", number, "CASE WHEN lower(f.job_name) LIKE 'web%' THEN 1 ELSE 0 END", 0, 1},
@@ -64,10 +75,12 @@ SearchView makeView()
         {"OrigFile_Suffix", text, "COALESCE(i.file_type, o.file_type)", Original | Imported},
         {"Flow_UploadBatchNum", number, "f.batch_number", 0},
         {"Flow_CreateTime", text, "f.create_time", 0},
-        {"Flow_CreateUserId", number, "f.create_user_id", 0},
-        {"Flow_LastOdbppImportUserId", number, "f.last_import_user_id", 0},
-        {"OFAssign_ExecutorId", number, "oa.executor_id", Executor},
-        {"PCAssign_ExecutorId", number, "pa.executor_id", Checker},
+        {"Flow_CreateUserId", number, "f.create_user_id", 0, -1,
+         "SELECT id FROM job_flows WHERE create_user_id"},
+        {"Flow_LastOdbppImportUserId", number, "f.last_import_user_id", 0, -1,
+         "SELECT id FROM job_flows WHERE last_import_user_id"},
+        {"OFAssign_ExecutorId", number, "oa.executor_id", Executor, -1, byExecutor},
+        {"PCAssign_ExecutorId", number, "pa.executor_id", Checker, -1, byChecker},
     };
     return view;
 }

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/records/conditions/SearchSql.h"
 
-#include "services/records/conditions/ConditionSql.h"
+#include <utility>
 
 namespace KODMS::Services {
 
@@ -14,22 +14,39 @@ constexpr int mostValues = 30000;
 
 } // namespace
 
-SearchSql::Statement SearchSql::selection(const QString &result, const Condition &where,
-                                          unsigned moreTables) const
+SearchSql::SearchSql(const SearchView &view, const Dialect &dialect, CandidateSql::Walk start)
+    : m_view(view), m_dialect(dialect), m_start(std::move(start))
 {
-    ConditionSql condition(m_dialect);
-    const QString expression = condition.write(where);
-    const unsigned tables = m_view.closure(condition.tables() | moreTables);
-    Statement statement;
-    statement.sql =
-        QStringLiteral("SELECT ") + result + QStringLiteral(" FROM ") + QLatin1String(m_view.table);
+}
+
+QString SearchSql::joins(unsigned tables) const
+{
+    QString text;
     for (const SearchView::Join &join : m_view.joins) {
         if ((tables & join.bit) != 0)
-            statement.sql += QLatin1Char(' ') + QLatin1String(join.clause);
+            text += QLatin1Char(' ') + QLatin1String(join.clause);
     }
+    return text;
+}
+
+SearchSql::Statement SearchSql::selection(const QString &result, const Condition &where,
+                                          unsigned moreTables, ConditionSql::Indexes indexes) const
+{
+    ConditionSql condition(m_view, m_dialect, indexes);
+    const QString expression = condition.write(where);
+    QStringList tests;
+    if (!m_start.sql.isEmpty())
+        tests << QLatin1String(m_view.id) + QStringLiteral(" IN (") + m_start.sql +
+                     QLatin1Char(')');
     if (where.kind != Condition::Kind::Everything)
-        statement.sql += QStringLiteral(" WHERE ") + expression;
-    statement.values = condition.values();
+        tests << QLatin1Char('(') + expression + QLatin1Char(')');
+    Statement statement;
+    statement.sql = QStringLiteral("SELECT ") + result + QStringLiteral(" FROM ") +
+                    QLatin1String(m_view.table) +
+                    joins(m_view.closure(condition.tables() | moreTables));
+    if (!tests.isEmpty())
+        statement.sql += QStringLiteral(" WHERE ") + tests.join(QStringLiteral(" AND "));
+    statement.values = m_start.values + condition.values();
     statement.isTooLarge = condition.height() > highestExpression ||
                            statement.sql.size() > longestStatement ||
                            statement.values.size() > mostValues;
@@ -38,7 +55,17 @@ SearchSql::Statement SearchSql::selection(const QString &result, const Condition
 
 SearchSql::Statement SearchSql::count(const Condition &where) const
 {
-    return selection(QStringLiteral("count(*) AS total"), where, 0);
+    const auto indexes =
+        m_start.sql.isEmpty() ? ConditionSql::Indexes::Use : ConditionSql::Indexes::Avoid;
+    return selection(QStringLiteral("count(*) AS total"), where, 0, indexes);
+}
+
+SearchSql::Statement SearchSql::walkLength(const CandidateSql::Walk &walk, int most)
+{
+    return {QStringLiteral("SELECT count(*) AS total FROM (SELECT 1 FROM (%1) w LIMIT %2) l")
+                .arg(walk.sql)
+                .arg(most),
+            walk.values, false};
 }
 
 QString SearchSql::order(const SearchRequest &request) const
@@ -55,8 +82,8 @@ QString SearchSql::order(const SearchRequest &request) const
 SearchSql::Statement SearchSql::ids(const SearchRequest &request) const
 {
     const unsigned orderTables = request.orderBy != nullptr ? request.orderBy->tables : 0;
-    Statement statement =
-        selection(QLatin1String(m_view.id) + QStringLiteral(" AS id"), request.where, orderTables);
+    Statement statement = selection(QLatin1String(m_view.id) + QStringLiteral(" AS id"),
+                                    request.where, orderTables, ConditionSql::Indexes::Avoid);
     statement.sql += order(request);
     if (request.page) {
         statement.sql += QStringLiteral(" LIMIT ? OFFSET ?");

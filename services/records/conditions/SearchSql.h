@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "services/records/conditions/CandidateSql.h"
+#include "services/records/conditions/ConditionSql.h"
 #include "services/records/conditions/SearchRequest.h"
 #include "services/records/conditions/SearchView.h"
 
@@ -23,7 +25,8 @@ public:
         bool isTooLarge = false;  ///< the engine would refuse it
     };
 
-    SearchSql(const SearchView &view, const Dialect &dialect) : m_view(view), m_dialect(dialect) {}
+    /// `start`: the index walk to begin with; empty: all rows.
+    SearchSql(const SearchView &view, const Dialect &dialect, CandidateSql::Walk start = {});
 
     /// Ids of the rows of the page, in order.
     Statement ids(const SearchRequest &request) const;
@@ -31,12 +34,18 @@ public:
     /// One number: the rows that meet the condition.
     Statement count(const Condition &where) const;
 
+    /// One number: the rows of the walk, counted up to `most`.
+    static Statement walkLength(const CandidateSql::Walk &walk, int most);
+
 private:
-    Statement selection(const QString &result, const Condition &where, unsigned moreTables) const;
+    Statement selection(const QString &result, const Condition &where, unsigned moreTables,
+                        ConditionSql::Indexes indexes) const;
+    QString joins(unsigned tables) const;
     QString order(const SearchRequest &request) const;
 
     const SearchView &m_view;
     const Dialect &m_dialect;
+    CandidateSql::Walk m_start;
 };
 
 } // namespace KODMS::Services

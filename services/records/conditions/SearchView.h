@@ -19,10 +19,20 @@ public:
         const char *clause;
     };
 
-    const char *name;  ///< for the log
-    const char *table; ///< "job_flows f"
-    const char *id;    ///< "f.id"
+    const char *name = nullptr;  ///< for the log
+    const char *table = nullptr; ///< "job_flows f"
+    const char *id = nullptr;    ///< "f.id"
     std::vector<Join> joins;
+
+    /// The two fields of the pair that says how far a flow has come, the pair as one
+    /// number (status * 4 + flag), and the index walk to it. The column is written so
+    /// that it does not match the index: a search takes the walk only on purpose.
+    /// Null: the view has no such fields.
+    const char *status = nullptr;
+    const char *flag = nullptr;
+    const char *state = nullptr;
+    const char *stateWalk = nullptr;
+
     std::vector<ViewField> fields;
 
     /// Null when the view has no field of that name.

@@ -15,13 +15,17 @@ struct ViewField {
     unsigned tables;    ///< joined tables that `column` needs, one bit each
     int largest = -1;   ///< the schema admits only 0 to this number; -1: any
 
+    /// An index walk that gives the ids of the rows with one value, without the
+    /// comparison at its end: "SELECT id FROM job_flows WHERE create_user_id".
+    /// For a field with a dimension, with the dimension's key in place of the value.
+    const char *walk = nullptr;
+
     /// For a text that few records share among many rows (people, customers): the
-    /// column is looked up there first, and the rows are asked for the key alone.
+    /// text is looked up there first, and the rows are asked for the key alone.
     const char *dimension = nullptr; ///< "users", "customers"; null: none
     const char *dimensionColumn = nullptr;
-    const char *key = nullptr;   ///< column of the row that names the record
-    unsigned keyTables = 0;      ///< joined tables that `key` needs
-    const char *byKey = nullptr; ///< rows by key, an index walk: "SELECT id FROM t WHERE key"
+    const char *key = nullptr; ///< column of the row that names the record
+    unsigned keyTables = 0;    ///< joined tables that `key` needs
 };
 
 } // namespace KODMS::Services

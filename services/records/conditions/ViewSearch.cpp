@@ -13,7 +13,8 @@ namespace KODMS::Services {
 
 namespace {
 
-using List = std::vector<DataLib::Model::DB_Search>;
+/// A walk that gives more rows than this is no faster than looking at all of them.
+constexpr int longestWalk = 30000;
 
 SqlQuery execute(Database &database, const SearchSql::Statement &statement)
 {
@@ -24,10 +25,17 @@ SqlQuery execute(Database &database, const SearchSql::Statement &statement)
     return query;
 }
 
+int executeCount(Database &database, const SearchSql::Statement &statement)
+{
+    SqlQuery query = execute(database, statement);
+    query.next();
+    return query.number("total");
+}
+
 } // namespace
 
 ViewSearch::ViewSearch(RecordContext &context, const SearchView &view)
-    : m_context(context), m_view(view)
+    : m_context(context), m_view(view), m_database(context.database())
 {
 }
 
@@ -53,46 +61,81 @@ bool ViewSearch::run(const List &conditions, const List &countConditions)
 {
     m_ids.clear();
     m_totalCount = 0;
-    return readLists(conditions, countConditions) && countRows() && findIds();
+    if (!readLists(conditions, countConditions))
+        return false;
+    return m_request.where == m_countWhere ? searchTogether() : searchApart();
 }
 
-bool ViewSearch::checkSize(const SearchSql::Statement &statement)
+/// Both lists ask for the same rows, as the desks' lists do: a page that is not full
+/// says how many rows there are, and the second look at the table is saved.
+bool ViewSearch::searchTogether()
+{
+    if (m_request.where.kind == Condition::Kind::Nothing)
+        return true;
+    const CandidateSql::Walk start = bestStart(m_request.where);
+    if (!findPage(start))
+        return false;
+    const qint64 offset = m_request.page ? m_request.page->offset : 0;
+    const bool isLastPage = !m_request.page || m_ids.size() < m_request.page->size;
+    if (!isLastPage || (m_ids.isEmpty() && offset > 0))
+        return countRows(start);
+    m_totalCount = static_cast<int>(offset) + m_ids.size();
+    return true;
+}
+
+bool ViewSearch::searchApart()
+{
+    return (m_countWhere.kind == Condition::Kind::Nothing || countRows(bestStart(m_countWhere))) &&
+           (m_request.where.kind == Condition::Kind::Nothing ||
+            findPage(bestStart(m_request.where)));
+}
+
+bool ViewSearch::check(const SearchSql::Statement &statement)
 {
     if (statement.isTooLarge)
         m_problem = QStringLiteral("the list is too long for one statement");
     return !statement.isTooLarge;
 }
 
-bool ViewSearch::countRows()
+bool ViewSearch::readIds(const SearchSql::Statement &statement)
 {
-    if (m_countWhere.kind == Condition::Kind::Nothing)
-        return true;
-    Database &database = m_context.database();
-    const SearchSql::Statement statement =
-        SearchSql(m_view, database.dialect()).count(m_countWhere);
-    if (!checkSize(statement))
+    if (!check(statement))
         return false;
-    SqlQuery query = execute(database, statement);
-    query.next();
-    m_totalCount = query.number("total");
-    return true;
-}
-
-bool ViewSearch::findIds()
-{
-    const bool isEmptyForSure = m_request.where.kind == Condition::Kind::Nothing ||
-                                (m_request.where == m_countWhere && m_request.page &&
-                                 m_request.page->offset >= m_totalCount);
-    if (isEmptyForSure)
-        return true;
-    Database &database = m_context.database();
-    const SearchSql::Statement statement = SearchSql(m_view, database.dialect()).ids(m_request);
-    if (!checkSize(statement))
-        return false;
-    SqlQuery query = execute(database, statement);
+    SqlQuery query = execute(m_database, statement);
     while (query.next())
         m_ids << query.number("id");
     return true;
+}
+
+bool ViewSearch::countRows(const CandidateSql::Walk &start)
+{
+    const SearchSql::Statement statement =
+        SearchSql(m_view, m_database.dialect(), start).count(m_countWhere);
+    if (!check(statement))
+        return false;
+    m_totalCount = executeCount(m_database, statement);
+    return true;
+}
+
+bool ViewSearch::findPage(const CandidateSql::Walk &start)
+{
+    return readIds(SearchSql(m_view, m_database.dialect(), start).ids(m_request));
+}
+
+/// The shortest index walk that leads to all rows of the condition, if it is short.
+CandidateSql::Walk ViewSearch::bestStart(const Condition &where)
+{
+    CandidateSql::Walk best;
+    int shortest = longestWalk;
+    const auto walks = CandidateSql(m_view, m_database.dialect()).walks(where);
+    for (const CandidateSql::Walk &walk : walks) {
+        const int length = executeCount(m_database, SearchSql::walkLength(walk, shortest));
+        if (length >= shortest)
+            continue;
+        shortest = length;
+        best = walk;
+    }
+    return best;
 }
 
 } // namespace KODMS::Services

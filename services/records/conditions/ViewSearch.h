@@ -19,12 +19,13 @@ class RecordContext;
 /// see, and finds ids and count.
 class ViewSearch {
 public:
+    using List = std::vector<DataLib::Model::DB_Search>;
+
     ViewSearch(RecordContext &context, const SearchView &view);
 
     /// False when a list cannot be understood; problem() says why, in English.
     /// Throws SqlError when the database fails.
-    bool run(const std::vector<DataLib::Model::DB_Search> &conditions,
-             const std::vector<DataLib::Model::DB_Search> &countConditions);
+    bool run(const List &conditions, const List &countConditions);
 
     const QVector<int> &ids() const { return m_ids; }
 
@@ -33,14 +34,18 @@ public:
     const QString &problem() const { return m_problem; }
 
 private:
-    bool readLists(const std::vector<DataLib::Model::DB_Search> &conditions,
-                   const std::vector<DataLib::Model::DB_Search> &countConditions);
-    bool findIds();
-    bool countRows();
-    bool checkSize(const SearchSql::Statement &statement);
+    bool readLists(const List &conditions, const List &countConditions);
+    bool searchTogether();
+    bool searchApart();
+    bool findPage(const CandidateSql::Walk &start);
+    bool countRows(const CandidateSql::Walk &start);
+    bool readIds(const SearchSql::Statement &statement);
+    bool check(const SearchSql::Statement &statement);
+    CandidateSql::Walk bestStart(const Condition &where);
 
     RecordContext &m_context;
     const SearchView &m_view;
+    Database &m_database;
     SearchRequest m_request;
     Condition m_countWhere;
     QVector<int> m_ids;
