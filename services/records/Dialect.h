@@ -50,6 +50,10 @@ public:
     /// Starts a transaction that only reads one state of the database.
     virtual QString beginRead() const = 0;
 
+    /// Writes one moment of the whole database into a new file of the engine's own
+    /// form, while others write; empty when the engine cannot.
+    virtual QString snapshotInto(const QString &path) const = 0;
+
     /// Type of a key column that the engine counts up and never gives out twice.
     virtual QString identityColumn() const = 0;
 

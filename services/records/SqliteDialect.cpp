@@ -170,6 +170,13 @@ QString SqliteDialect::beginRead() const
     return QStringLiteral("BEGIN");
 }
 
+QString SqliteDialect::snapshotInto(const QString &path) const
+{
+    QString quoted = path;
+    return QStringLiteral("VACUUM INTO '%1'")
+        .arg(quoted.replace(QLatin1Char('\''), QStringLiteral("''")));
+}
+
 QString SqliteDialect::identityColumn() const
 {
     return QStringLiteral("INTEGER PRIMARY KEY AUTOINCREMENT");

@@ -19,6 +19,7 @@ public:
     SqlError::Kind kindOf(const QSqlError &error) const override;
     QString beginWrite() const override;
     QString beginRead() const override;
+    QString snapshotInto(const QString &path) const override;
     QString identityColumn() const override;
     QString dropOf(const QString &createStatement) const override;
     QString containsText(const QString &column, const QString &text, QString *bound) const override;
