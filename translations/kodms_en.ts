@@ -259,6 +259,37 @@
         <source>取文件</source>
         <translation>Fetch file</translation>
     </message>
+    <message>
+        <source>存入文件</source>
+        <translation>Store file</translation>
+    </message>
+    <message>
+        <source>标记删除文件</source>
+        <translation>Mark file for deletion</translation>
+    </message>
+    <message>
+        <source>打包存入文件夹</source>
+        <translation>Pack and store folder</translation>
+    </message>
+</context>
+<context>
+    <name>Common</name>
+    <message>
+        <source>服务尚未启动，没有配置</source>
+        <translation>the services are not running, there is no configuration</translation>
+    </message>
+    <message>
+        <source>存入 %1</source>
+        <translation>Storing %1</translation>
+    </message>
+    <message>
+        <source>不是当前使用的文件库</source>
+        <translation>this is not the file store in use</translation>
+    </message>
+    <message>
+        <source>打包存入 %1</source>
+        <translation>Packing and storing %1</translation>
+    </message>
 </context>
 <context>
     <name>Configuration</name>
@@ -362,7 +393,7 @@
     </message>
     <message>
         <source>取文件 %1</source>
-        <translation>Fetch file %1</translation>
+        <translation>Fetching %1</translation>
     </message>
 </context>
 <context>
@@ -417,6 +448,24 @@
     <message>
         <source>%1 中的一行无法识别</source>
         <translation>A line of %1 is not understood</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS</name>
+    <message>
+        <source>文件库中没有该文件</source>
+        <translation type="unfinished">the file is not in the file store</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::DMS_Function</name>
+    <message>
+        <source>没有指定解压的目标文件夹</source>
+        <translation>no folder to unpack to is given</translation>
+    </message>
+    <message>
+        <source>解压 %1</source>
+        <translation>Unpacking %1</translation>
     </message>
 </context>
 <context>
@@ -948,6 +997,74 @@ Roles: %2</translation>
     </message>
 </context>
 <context>
+    <name>KODMS::Services::Intake</name>
+    <message>
+        <source>服务尚未启动</source>
+        <translation type="unfinished">the services are not running</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Services::IntakeBooking</name>
+    <message>
+        <source>该账号已停用</source>
+        <translation type="unfinished">the account is disabled</translation>
+    </message>
+    <message>
+        <source>您没有接收文件的权限</source>
+        <translation>You do not have the right to take in files</translation>
+    </message>
+    <message>
+        <source>客户代码须为三位字母或数字：%1</source>
+        <translation>A customer code is three letters or digits: %1</translation>
+    </message>
+    <message>
+        <source>客户 %1 的序号已用完</source>
+        <translation>Customer %1 has no serial number left</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Services::IntakeFile</name>
+    <message>
+        <source>没有指定文件或文件夹</source>
+        <translation>No file or folder is given</translation>
+    </message>
+    <message>
+        <source>这是链接，请指定它所指的文件或文件夹：%1</source>
+        <translation>This is a link; give the file or folder that it leads to: %1</translation>
+    </message>
+    <message>
+        <source>不是文件或文件夹：%1</source>
+        <translation>Neither file nor folder: %1</translation>
+    </message>
+    <message>
+        <source>文件是空的：%1</source>
+        <translation>The file is empty: %1</translation>
+    </message>
+    <message>
+        <source>压缩包中没有文件：%1</source>
+        <translation>There is no file in the archive: %1</translation>
+    </message>
+    <message>
+        <source>文件超过 %1 字节：%2</source>
+        <translation>The file has more than %1 bytes: %2</translation>
+    </message>
+    <message>
+        <source>不是可识别的压缩包（zip、rar、tgz、tar、7z、kos）：%1</source>
+        <translation>Not a known archive (zip, rar, tgz, tar, 7z, kos): %1</translation>
+    </message>
+    <message>
+        <source>文件在接收时被修改：%1</source>
+        <translation>The file was changed while it was taken in: %1</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Services::IntakeRun</name>
+    <message>
+        <source>接收 %1</source>
+        <translation>Taking in %1</translation>
+    </message>
+</context>
+<context>
     <name>KODMS::Services::IoFailure</name>
     <message>
         <source>磁盘空间不足：%1</source>
@@ -994,6 +1111,13 @@ Roles: %2</translation>
     <message>
         <source>与另一条目 %1 冲突</source>
         <translation>clashes with the entry %1</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Services::PlacedStore</name>
+    <message>
+        <source>服务尚未启动</source>
+        <translation type="unfinished">the services are not running</translation>
     </message>
 </context>
 <context>
@@ -1112,6 +1236,39 @@ Roles: %2</translation>
     <message>
         <source>无法创建文件夹 %1</source>
         <translation>Cannot make the folder %1</translation>
+    </message>
+</context>
+<context>
+    <name>SampleArchive</name>
+    <message>
+        <source>无法写入示例文件：%1</source>
+        <translation>Cannot write the sample file: %1</translation>
+    </message>
+</context>
+<context>
+    <name>SampleData</name>
+    <message>
+        <source>示例流程数应为 1 到 %1</source>
+        <translation>The number of sample flows is 1 to %1</translation>
+    </message>
+    <message>
+        <source>带文件的示例最多 %1 个流程</source>
+        <translation>A sample with files has at most %1 flows</translation>
+    </message>
+    <message>
+        <source>此处已有真实数据，不能加入示例数据</source>
+        <translation>There are real records here; sample data cannot be added</translation>
+    </message>
+    <message>
+        <source>服务未运行</source>
+        <translation>the services are not running</translation>
+    </message>
+</context>
+<context>
+    <name>SampleRecords</name>
+    <message>
+        <source>已取消</source>
+        <translation type="unfinished">Cancelled</translation>
     </message>
 </context>
 <context>

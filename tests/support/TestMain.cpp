@@ -13,8 +13,9 @@ namespace KODMS::Tests {
 
 namespace {
 
-/// What the offscreen platform says of every window that has a fixed size.
-constexpr char OffscreenSizeHints[] = "This plugin does not support propagateSizeHints()";
+/// How the offscreen platform begins to say what it cannot do for a window: bound its
+/// size, raise it, give it the keyboard.
+constexpr char OffscreenLimit[] = "This plugin does not support ";
 
 /// The test library logs an announced message nowhere, so whatever warning stands
 /// in the log was not announced.
@@ -34,7 +35,7 @@ QStringList unexpectedWarnings(const QString &xmlLog)
         } else if (xml.isStartElement() && xml.name() == QLatin1String("Description") &&
                    inWarning) {
             const QString text = xml.readElementText();
-            if (text != QLatin1String(OffscreenSizeHints))
+            if (!text.startsWith(QLatin1String(OffscreenLimit)))
                 found << text;
             inWarning = false;
         }

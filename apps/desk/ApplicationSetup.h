@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+
+class QApplication;
+
+namespace KODMS::Host {
+
+struct Options;
+
+/// What the application object needs around its making.
+struct ApplicationSetup {
+    /// High-DPI behaviour, and the platform of a run without a screen. Must stand
+    /// before QApplication.
+    static void before(const Options &options);
+
+    /// Names, look and language.
+    static void after(QApplication &app, const QString &language);
+};
+
+} // namespace KODMS::Host

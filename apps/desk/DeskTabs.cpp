@@ -1,0 +1,112 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "apps/desk/DeskTabs.h"
+
+#include "apps/desk/ColumnMemory.h"
+#include "apps/desk/Preferences.h"
+#include "apps/desk/StatusChipDelegate.h"
+#include "desks/export/DMS_Export_Widget.h"
+
+#include <QBoxLayout>
+#include <QHash>
+#include <QHeaderView>
+#include <QTableWidget>
+
+namespace KODMS::Host {
+
+namespace {
+
+/// Widths that show the usual content whole, by column.
+int firstWidth(const QString &columnId)
+{
+    static const QHash<QString, int> widths{
+        {QStringLiteral("料号名称"), 150}, {QStringLiteral("原始料名"), 240},
+        {QStringLiteral("状态"), 140},     {QStringLiteral("前处理审核时间"), 190},
+        {QStringLiteral("前处理人"), 110}, {QStringLiteral("料号管理备注"), 260},
+        {QStringLiteral("批号"), 80}};
+    return widths.value(columnId, 0);
+}
+
+int statusColumn(const QTableWidget &table)
+{
+    for (int column = 0; column < table.columnCount(); ++column) {
+        const QTableWidgetItem *item = table.horizontalHeaderItem(column);
+        if (item && item->text() == QStringLiteral("状态"))
+            return column;
+    }
+    return -1;
+}
+
+/// A page has 30 jobs, a job has few questions.
+void giveJobsMostRoom(QWidget &desk)
+{
+    auto *column = qobject_cast<QBoxLayout *>(desk.layout());
+    auto *jobs = desk.findChild<QWidget *>(QStringLiteral("m_pJobGroupBox"));
+    auto *questions = desk.findChild<QWidget *>(QStringLiteral("m_pQuestionGroupBox"));
+    if (!column || !jobs || !questions)
+        return;
+    column->setStretchFactor(jobs, 3);
+    column->setStretchFactor(questions, 1);
+}
+
+} // namespace
+
+DeskTabs::DeskTabs(Preferences &preferences, int userId, QWidget *parent)
+    : QTabWidget(parent), m_preferences(preferences), m_userId(userId),
+      m_chips(new StatusChipDelegate(this))
+{
+    setObjectName(QStringLiteral("deskTabs"));
+    setDocumentMode(true);
+    addExportDesk();
+    const auto tables = findChildren<QTableWidget *>();
+    for (QTableWidget *table : tables)
+        prepareTable(*table);
+    setHighContrastStatus(m_preferences.highContrastStatus(m_userId));
+}
+
+void DeskTabs::addExportDesk()
+{
+    m_exportDesk = new UI::DMS_Export_Widget(this);
+    giveJobsMostRoom(*m_exportDesk);
+    addTab(m_exportDesk, tr("料号流程"));
+}
+
+void DeskTabs::prepareTable(QTableWidget &table)
+{
+    QHeaderView *header = table.horizontalHeader();
+    header->setSectionsMovable(true);
+    header->setStretchLastSection(true);
+    for (int column = 0; column < header->count(); ++column) {
+        const int width = firstWidth(ColumnMemory::columnId(*header, column));
+        if (width > 0 && header->sectionResizeMode(column) == QHeaderView::Interactive)
+            header->resizeSection(column, width);
+    }
+    ColumnMemory::restore(*header, m_preferences.columns(m_userId, table.objectName()));
+}
+
+void DeskTabs::setHighContrastStatus(bool on)
+{
+    const auto tables = findChildren<QTableWidget *>();
+    for (QTableWidget *table : tables) {
+        const int column = statusColumn(*table);
+        if (column >= 0)
+            table->setItemDelegateForColumn(column, on ? m_chips : nullptr);
+    }
+    m_preferences.setHighContrastStatus(m_userId, on);
+}
+
+void DeskTabs::saveColumns()
+{
+    const auto tables = findChildren<QTableWidget *>();
+    for (const QTableWidget *table : tables)
+        m_preferences.setColumns(m_userId, table->objectName(),
+                                 ColumnMemory::save(*table->horizontalHeader()));
+}
+
+void DeskTabs::announceClose()
+{
+    if (m_exportDesk)
+        m_exportDesk->on_parent_main_ui_closed();
+}
+
+} // namespace KODMS::Host

@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QPointer>
+#include <QTabWidget>
+
+class QTableWidget;
+
+namespace KODMS::UI {
+class DMS_Export_Widget;
+}
+
+namespace KODMS::Host {
+
+class Preferences;
+class StatusChipDelegate;
+
+/// The desks of one signed-in user, one a tab, with the columns as that user left
+/// them.
+class DeskTabs : public QTabWidget {
+    Q_OBJECT
+
+public:
+    DeskTabs(Preferences &preferences, int userId, QWidget *parent = nullptr);
+
+    void setHighContrastStatus(bool on);
+
+    /// Remembers the columns of every table.
+    void saveColumns();
+
+    /// Tells the desks that the main window closes.
+    void announceClose();
+
+private:
+    void addExportDesk();
+    void prepareTable(QTableWidget &table);
+
+    Preferences &m_preferences;
+    int m_userId;
+    QPointer<UI::DMS_Export_Widget> m_exportDesk;
+    StatusChipDelegate *m_chips = nullptr;
+};
+
+} // namespace KODMS::Host

@@ -1,0 +1,102 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "apps/desk/MainMenu.h"
+
+#include "apps/desk/MainWindow.h"
+#include "apps/desk/Preferences.h"
+
+#include <QActionGroup>
+#include <QCoreApplication>
+#include <QDockWidget>
+#include <QMenu>
+#include <QMenuBar>
+
+namespace KODMS::Host {
+
+namespace {
+
+QString text(const char *source)
+{
+    return QCoreApplication::translate("MainMenu", source);
+}
+
+template <typename Slot>
+QAction *add(QMenu &menu, const char *objectName, const QString &caption, const QKeySequence &key,
+             MainWindow &window, Slot slot)
+{
+    QAction *action = menu.addAction(caption);
+    action->setObjectName(QLatin1String(objectName));
+    action->setShortcut(key);
+    QObject::connect(action, &QAction::triggered, &window, slot);
+    return action;
+}
+
+void buildFileMenu(MainWindow &window)
+{
+    QMenu &menu = *window.menuBar()->addMenu(text(QT_TRANSLATE_NOOP("MainMenu", "文件(&F)")));
+    QAction *intake =
+        add(menu, "intakeAction", text(QT_TRANSLATE_NOOP("MainMenu", "接收客户文件(&N)…")),
+            QKeySequence::New, window, [&window] { window.openIntake(); });
+    intake->setEnabled(MainWindow::mayTakeIn());
+    menu.addSeparator();
+    add(menu, "switchUserAction", text(QT_TRANSLATE_NOOP("MainMenu", "切换用户(&U)…")),
+        QKeySequence(Qt::CTRL | Qt::Key_U), window, &MainWindow::switchUserRequested);
+    add(menu, "quitAction", text(QT_TRANSLATE_NOOP("MainMenu", "退出(&Q)")),
+        QKeySequence(Qt::CTRL | Qt::Key_Q), window, &MainWindow::close);
+}
+
+void buildLanguageMenu(QMenu &view, MainWindow &window, const Preferences &preferences)
+{
+    QMenu &menu = *view.addMenu(text(QT_TRANSLATE_NOOP("MainMenu", "语言(&L)")));
+    auto *group = new QActionGroup(&menu);
+    const QPair<QString, QString> languages[] = {{QStringLiteral("zh"), QStringLiteral("中文")},
+                                                 {QStringLiteral("en"), QStringLiteral("English")}};
+    for (const auto &language : languages) {
+        QAction *action = menu.addAction(language.second);
+        action->setCheckable(true);
+        action->setChecked(preferences.language() == language.first);
+        action->setActionGroup(group);
+        const QString code = language.first;
+        QObject::connect(action, &QAction::triggered, &window,
+                         [&window, code] { window.chooseLanguage(code); });
+    }
+}
+
+void buildViewMenu(MainWindow &window, QDockWidget &notices, const Preferences &preferences,
+                   int userId)
+{
+    QMenu &menu = *window.menuBar()->addMenu(text(QT_TRANSLATE_NOOP("MainMenu", "视图(&V)")));
+    add(menu, "refreshAction", text(QT_TRANSLATE_NOOP("MainMenu", "刷新(&R)")),
+        QKeySequence(Qt::Key_F5), window, &MainWindow::refreshDesks);
+    QAction *toggle = notices.toggleViewAction();
+    toggle->setObjectName(QStringLiteral("noticesAction"));
+    toggle->setText(text(QT_TRANSLATE_NOOP("MainMenu", "通知列表(&T)")));
+    toggle->setShortcut(QKeySequence(Qt::Key_F8));
+    menu.addAction(toggle);
+    menu.addSeparator();
+    QAction *chips = menu.addAction(text(QT_TRANSLATE_NOOP("MainMenu", "高对比度状态列(&H)")));
+    chips->setObjectName(QStringLiteral("highContrastAction"));
+    chips->setCheckable(true);
+    chips->setChecked(preferences.highContrastStatus(userId));
+    QObject::connect(chips, &QAction::toggled, &window, &MainWindow::setHighContrastStatus);
+    buildLanguageMenu(menu, window, preferences);
+}
+
+void buildHelpMenu(MainWindow &window)
+{
+    QMenu &menu = *window.menuBar()->addMenu(text(QT_TRANSLATE_NOOP("MainMenu", "帮助(&H)")));
+    add(menu, "aboutAction", text(QT_TRANSLATE_NOOP("MainMenu", "关于 KODMS(&A)")),
+        QKeySequence(Qt::Key_F1), window, &MainWindow::showAbout);
+}
+
+} // namespace
+
+void MainMenu::build(MainWindow &window, QDockWidget &notices, const Preferences &preferences,
+                     int userId)
+{
+    buildFileMenu(window);
+    buildViewMenu(window, notices, preferences, userId);
+    buildHelpMenu(window);
+}
+
+} // namespace KODMS::Host

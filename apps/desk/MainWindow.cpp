@@ -1,0 +1,136 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "apps/desk/MainWindow.h"
+
+#include "apps/desk/AboutBox.h"
+#include "apps/desk/DeskTabs.h"
+#include "apps/desk/IntakeDialog.h"
+#include "apps/desk/MainMenu.h"
+#include "apps/desk/NoticeLog.h"
+#include "apps/desk/NoticePanel.h"
+#include "apps/desk/Preferences.h"
+#include "apps/desk/SampleBanner.h"
+#include "apps/desk/StatusFields.h"
+#include "foundation/ui/DMS_UICommon.h"
+#include "services/api/SignIn.h"
+
+#include <QCloseEvent>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QScreen>
+#include <QStatusBar>
+#include <QVBoxLayout>
+
+namespace KODMS::Host {
+
+MainWindow::MainWindow(Preferences &preferences, NoticeLog &notices)
+    : m_preferences(preferences), m_userId(Services::SignIn::current().id)
+{
+    setObjectName(QStringLiteral("mainWindow"));
+    setWindowTitle(tr("KODMS 料号管理 - %1").arg(Services::SignIn::current().realName));
+    setAcceptDrops(mayTakeIn());
+    buildCentre();
+    m_notices = new NoticePanel(notices, this);
+    addDockWidget(Qt::BottomDockWidgetArea, m_notices);
+    resizeDocks({m_notices}, {190}, Qt::Vertical);
+    m_notices->hide();
+    buildStatusBar(notices);
+    MainMenu::build(*this, *m_notices, m_preferences, m_userId);
+    restorePlace();
+}
+
+bool MainWindow::mayTakeIn()
+{
+    UI::DMS_UICommon *hub = UI::DMS_UICommon::interface();
+    return hub->hasAdminRole() || hub->hasOrigFileUpdateAuthority();
+}
+
+void MainWindow::buildCentre()
+{
+    auto *centre = new QWidget(this);
+    m_desks = new DeskTabs(m_preferences, m_userId, centre);
+    auto *column = new QVBoxLayout(centre);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(new SampleBanner(centre));
+    column->addWidget(m_desks);
+    setCentralWidget(centre);
+}
+
+void MainWindow::buildStatusBar(NoticeLog &notices)
+{
+    auto *fields = new StatusFields(*statusBar(), notices);
+    connect(fields, &StatusFields::noticesRequested, this, &MainWindow::showNotices);
+}
+
+void MainWindow::restorePlace()
+{
+    const QSize room = screen()->availableSize();
+    resize(QSize(1360, 900).boundedTo(room));
+    restoreGeometry(m_preferences.windowGeometry(m_userId));
+}
+
+void MainWindow::openIntake(const QString &path)
+{
+    IntakeDialog dialog(this);
+    if (!path.isEmpty())
+        dialog.choosePath(path);
+    dialog.exec();
+}
+
+void MainWindow::refreshDesks()
+{
+    UI::DMS_UICommon::interface()->emitGobalSingal();
+}
+
+void MainWindow::showNotices()
+{
+    m_notices->show();
+    m_notices->raise();
+}
+
+void MainWindow::showAbout()
+{
+    AboutBox box(this);
+    box.exec();
+}
+
+void MainWindow::setHighContrastStatus(bool on)
+{
+    m_desks->setHighContrastStatus(on);
+}
+
+void MainWindow::chooseLanguage(const QString &language)
+{
+    if (language == m_preferences.language())
+        return;
+    m_preferences.setLanguage(language);
+    QMessageBox::information(this, tr("语言"), tr("下次启动时使用所选的语言。"));
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    m_desks->announceClose();
+    m_desks->saveColumns();
+    m_preferences.setWindowGeometry(m_userId, saveGeometry());
+    event->accept();
+    Q_EMIT closed();
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent *event)
+{
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (urls.size() == 1 && urls.first().isLocalFile())
+        event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent *event)
+{
+    const QString path = event->mimeData()->urls().value(0).toLocalFile();
+    event->acceptProposedAction();
+    // The source of the drag waits for this event to return: the dialog opens after it.
+    QMetaObject::invokeMethod(
+        this, [this, path] { openIntake(path); }, Qt::QueuedConnection);
+}
+
+} // namespace KODMS::Host

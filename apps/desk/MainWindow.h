@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QMainWindow>
+
+namespace KODMS::Host {
+
+class DeskTabs;
+class NoticeLog;
+class NoticePanel;
+class Preferences;
+
+/// The host's window for one signed-in user: desks, notices, status bar, menus.
+/// A shell: what it shows and does lives in the classes that it puts together.
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    MainWindow(Preferences &preferences, NoticeLog &notices);
+
+    /// True for users who may take in files.
+    static bool mayTakeIn();
+
+public Q_SLOTS:
+    void openIntake(const QString &path = QString());
+    void refreshDesks();
+    void showNotices();
+    void showAbout();
+    void setHighContrastStatus(bool on);
+    void chooseLanguage(const QString &language);
+
+Q_SIGNALS:
+    void switchUserRequested();
+    /// The window has closed; its state is stored.
+    void closed();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+
+private:
+    void buildCentre();
+    void buildStatusBar(NoticeLog &notices);
+    void restorePlace();
+
+    Preferences &m_preferences;
+    int m_userId;
+    DeskTabs *m_desks = nullptr;
+    NoticePanel *m_notices = nullptr;
+};
+
+} // namespace KODMS::Host

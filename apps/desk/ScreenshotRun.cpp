@@ -1,0 +1,181 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "apps/desk/ScreenshotRun.h"
+
+#include "apps/desk/AboutBox.h"
+#include "apps/desk/IntakeDialog.h"
+#include "apps/desk/MainWindow.h"
+#include "apps/desk/NoticeLog.h"
+#include "apps/desk/NoticePanel.h"
+#include "apps/desk/Preferences.h"
+#include "apps/desk/SignInWindow.h"
+#include "foundation/ui/DMS_StdCommon.h"
+#include "foundation/ui/DMS_UICommon.h"
+#include "services/api/InstallationSetup.h"
+#include "services/api/Intake.h"
+#include "services/api/ServiceRuntime.h"
+#include "services/api/SignIn.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QPixmap>
+#include <QTableWidget>
+#include <QTemporaryDir>
+#include <QVector>
+
+#include <cstdio>
+#include <utility>
+
+namespace KODMS::Host {
+
+namespace {
+
+const QSize DeskSize(1360, 900);
+
+void settle()
+{
+    for (int round = 0; round < 5; ++round)
+        QCoreApplication::processEvents();
+}
+
+const Services::SampleAccount *accountWith(const QVector<Services::SampleAccount> &accounts,
+                                           const QStringList &roles)
+{
+    for (const Services::SampleAccount &account : accounts) {
+        if (account.roles == roles)
+            return &account;
+    }
+    return nullptr;
+}
+
+/// A desk at work: the first job of the page that has questions is clicked.
+void clickJobWithQuestions(const QWidget &window)
+{
+    auto *jobs = window.findChild<QTableWidget *>(QStringLiteral("m_pJobTableWidget"));
+    const auto *questions =
+        window.findChild<QTableWidget *>(QStringLiteral("m_pQuestionTableWidget"));
+    for (int row = 0; row < jobs->rowCount() && questions->rowCount() == 0; ++row) {
+        jobs->selectRow(row);
+        Q_EMIT jobs->itemClicked(jobs->item(row, 1));
+    }
+    if (questions->rowCount() == 0)
+        jobs->clearSelection();
+}
+
+bool complain(const QString &text)
+{
+    std::fprintf(stderr, "kodms-desk: %s\n", qPrintable(text));
+    return false;
+}
+
+} // namespace
+
+ScreenshotRun::ScreenshotRun(QString folder, NoticeLog &notices)
+    : m_folder(std::move(folder)), m_notices(notices)
+{
+}
+
+int ScreenshotRun::run()
+{
+    if (!Services::ServiceRuntime::instance().isSample()) {
+        complain(QStringLiteral("--screenshots works on a sample installation only"));
+        return 1;
+    }
+    if (!QDir().mkpath(m_folder)) {
+        complain(QStringLiteral("cannot make the folder ") + m_folder);
+        return 1;
+    }
+    // Pictures do not depend on what somebody's session left behind.
+    const QTemporaryDir scratch;
+    Preferences preferences(scratch.filePath(QStringLiteral("kodms-desk.ini")));
+    return renderSignIn() && renderDesks(preferences) ? 0 : 1;
+}
+
+bool ScreenshotRun::renderSignIn()
+{
+    SignInWindow window;
+    window.prepare(QString());
+    return save(window, QStringLiteral("sign-in"));
+}
+
+bool ScreenshotRun::renderDesks(Preferences &preferences)
+{
+    const QString config = Services::ServiceRuntime::instance().configPath();
+    const auto accounts = Services::InstallationSetup::sampleAccounts(QFileInfo(config).path());
+    if (!accounts)
+        return complain(accounts.text());
+    const QPair<QString, QStringList> wanted[] = {
+        {QStringLiteral("user"), {}},
+        {QStringLiteral("reviewer"), {QStringLiteral("check-authority")}},
+        {QStringLiteral("admin"), {QStringLiteral("admin")}}};
+    for (const auto &one : wanted) {
+        const Services::SampleAccount *account = accountWith(accounts.value, one.second);
+        if (!account)
+            return complain(QStringLiteral("no demo account for ") + one.first);
+        if (!renderDesk(*account, one.first, preferences))
+            return false;
+    }
+    return true;
+}
+
+bool ScreenshotRun::renderDesk(const Services::SampleAccount &account, const QString &name,
+                               Preferences &preferences)
+{
+    const Services::Outcome outcome = Services::SignIn::signIn(account.loginName, account.password);
+    if (!outcome)
+        return complain(outcome.text);
+    bool saved = false;
+    {
+        MainWindow window(preferences, m_notices);
+        window.resize(DeskSize);
+        clickJobWithQuestions(window);
+        saved = save(window, QStringLiteral("desk-") + name);
+        if (saved && account.roles.contains(QStringLiteral("admin")))
+            saved = renderExtras(window);
+        else
+            provokeRefusal();
+    }
+    Services::SignIn::signOut();
+    return saved;
+}
+
+/// The notice list shows what the services really say.
+void ScreenshotRun::provokeRefusal()
+{
+    Services::IntakeRequest request;
+    request.path = Services::ServiceRuntime::instance().configPath();
+    request.customerCode = QStringLiteral("A1B");
+    request.origName = QStringLiteral("demo");
+    const auto refused = Services::Intake::take(request);
+    if (refused)
+        complain(QStringLiteral("an ordinary user took in a file"));
+}
+
+bool ScreenshotRun::renderExtras(MainWindow &window)
+{
+    window.setHighContrastStatus(true);
+    bool saved = save(window, QStringLiteral("desk-high-contrast"));
+    window.setHighContrastStatus(false);
+    UI::DMS_UICommon::interface()->sendemitCAMExportJobInfo(QStringLiteral("web000001"), 1);
+    UI::DMS_StdCommon::getFilesFrommogodbUuidTypeOriginName("web000001", "no-such-file.zip", "zip");
+    window.showNotices();
+    saved = saved && save(window, QStringLiteral("notices"));
+    {
+        IntakeDialog dialog(&window);
+        saved = saved && save(dialog, QStringLiteral("intake"));
+    }
+    AboutBox about(&window);
+    return saved && save(about, QStringLiteral("about"));
+}
+
+bool ScreenshotRun::save(QWidget &window, const QString &name)
+{
+    window.show();
+    settle();
+    const QString file = QDir(m_folder).filePath(name + QStringLiteral(".png"));
+    const bool saved = window.grab().save(file);
+    return saved || complain(QStringLiteral("cannot write ") + file);
+}
+
+} // namespace KODMS::Host

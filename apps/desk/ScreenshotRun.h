@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+
+class QWidget;
+
+namespace KODMS::Services {
+struct SampleAccount;
+}
+
+namespace KODMS::Host {
+
+class MainWindow;
+class NoticeLog;
+class Preferences;
+
+/// Renders the host's windows into PNG files, signed in with the demo accounts of
+/// the running sample installation. Refuses any other installation.
+class ScreenshotRun {
+public:
+    ScreenshotRun(QString folder, NoticeLog &notices);
+
+    /// The exit code; what went wrong is printed.
+    int run();
+
+private:
+    bool renderSignIn();
+    bool renderDesks(Preferences &preferences);
+    bool renderDesk(const Services::SampleAccount &account, const QString &name,
+                    Preferences &preferences);
+    bool renderExtras(MainWindow &window);
+    void provokeRefusal();
+    bool save(QWidget &window, const QString &name);
+
+    QString m_folder;
+    NoticeLog &m_notices;
+};
+
+} // namespace KODMS::Host
