@@ -45,7 +45,10 @@ public:
     void sendemitCAMExportJobInfo(const QString &jobName, int jobId);
 
 Q_SIGNALS:
+    /// The original-file desks are to reload.
     void refreshOrigFileTable();
+
+    /// The job-flow desks are to reload.
     void refreshExportJobTable();
 
     /// Something happened that people should see. `level`: 0 = information,

@@ -14,6 +14,7 @@
 #include <QPushButton>
 
 #include <array>
+#include <type_traits>
 
 using namespace KODMS::Tests;
 using KODMS::UI::DMS_Export_Widget;
@@ -50,6 +51,13 @@ private Q_SLOTS:
 };
 
 namespace {
+
+static_assert(std::is_constructible_v<DMS_Export_Widget, QWidget *>);
+static_assert(!std::is_default_constructible_v<DMS_Export_Widget>);
+static_assert(std::is_same_v<decltype(&DMS_Export_Widget::setFlowDetailsData),
+                             void (DMS_Export_Widget::*)(QString)>);
+static_assert(std::is_same_v<decltype(&DMS_Export_Widget::emitExportJobInfo),
+                             void (DMS_Export_Widget::*)(const QString &, int)>);
 
 /// A look at how many receivers a signal of any object has.
 class Receivers : public QObject {

@@ -8,10 +8,26 @@
 #include <QSignalSpy>
 
 #include <stdexcept>
+#include <type_traits>
 
 using namespace KODMS::Tests;
 using KODMS::DataLib::Model::DB_Search;
 using KODMS::UI::Temp_Widget;
+
+namespace {
+
+template <auto operation, typename Type>
+constexpr bool is = std::is_same_v<decltype(operation), Type Bar::*>;
+
+using Conditions = std::vector<DB_Search>;
+static_assert(is<&Bar::setData, void(Rows, int, QString)>);
+static_assert(is<&Bar::setSearchPage, void(Conditions &, bool)>);
+static_assert(is<&Bar::clampPage, bool(int)>);
+static_assert(std::is_constructible_v<Bar, Rows, QTableWidget *, QWidget *>);
+static_assert(std::is_base_of_v<Temp_Widget, Bar> && std::has_virtual_destructor_v<Bar>);
+static_assert(Bar::PageSize == 30);
+
+} // namespace
 
 /// What the page bar is built of, how it fills the table and asks for a page.
 class TurnPageFillTest : public QObject, private BarWindow {
