@@ -35,6 +35,8 @@ private Q_SLOTS:
     void flowAndRowMoveTogetherOrNotAtAll();
     void unknownOrForeignFilesAreRefused_data();
     void unknownOrForeignFilesAreRefused();
+    void theRowTakesOnlyWhatIsStoredAndRecorded_data();
+    void theRowTakesOnlyWhatIsStoredAndRecorded();
     void lastImportTakesAGuidOrAStoredName();
     void deletionRemovesRecordThenBody();
     void deletionKeepsWhatAnotherFlowUses();
@@ -255,6 +257,45 @@ void FileChangesTest::unknownOrForeignFilesAreRefused()
     expectFailure([&] { return service.UpdateOrigFileGuid(guid, m_job.flowGuid); }, logged);
     expectFailure([&] { return service.UpdateLastOdbppImportMongoFsGuid(guid, m_job.flowGuid); },
                   logged);
+}
+
+void FileChangesTest::theRowTakesOnlyWhatIsStoredAndRecorded_data()
+{
+    QTest::addColumn<int>("rowOffset");
+    QTest::addColumn<QByteArray>("storedName");
+    QTest::addColumn<QByteArray>("origName");
+    QTest::addColumn<QByteArray>("logged");
+    const auto add = [](const char *name, int offset, const char *stored, const QByteArray &orig,
+                        const char *logged) {
+        QTest::newRow(name) << offset << QByteArray(stored) << orig << QByteArray(logged);
+    };
+    add("unknown row", 50, "n.zip", "x", "no row");
+    add("not recorded", 0, "unrecorded.zip", "x", "no such file is stored and recorded");
+    add("recorded, but not in the store", 0, "lost.zip", "x",
+        "no such file is stored and recorded");
+    add("another customer's", 0, "web.zip", "x", "of customer web");
+    add("name with NUL", 0, "n.zip", QByteArray("a\0b", 3), "NUL");
+    add("name too long", 0, "n.zip", QByteArray(501, 'x'), "too long");
+}
+
+void FileChangesTest::theRowTakesOnlyWhatIsStoredAndRecorded()
+{
+    QFETCH(int, rowOffset);
+    QFETCH(QByteArray, storedName);
+    QFETCH(QByteArray, origName);
+    QFETCH(QByteArray, logged);
+    const QString zip = QStringLiteral("zip");
+    m_home.files().names.insert(QStringLiteral("unrecorded.zip"));
+    m_home.addFile(QStringLiteral("n.zip"), zip);
+    m_home.addFile(QStringLiteral("lost.zip"), zip);
+    m_home.addFile(QStringLiteral("web.zip"), zip, QStringLiteral("web"));
+    m_home.files().names.remove(QStringLiteral("lost.zip"));
+    expectFailure(
+        [&] {
+            return BLL::Odbpp_JobCompressBll().UpdateZipUUID_OrigName(
+                m_job.rowId + rowOffset, storedName.toStdString(), m_user, origName.toStdString());
+        },
+        logged.constData());
 }
 
 void FileChangesTest::lastImportTakesAGuidOrAStoredName()

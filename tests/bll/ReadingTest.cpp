@@ -14,7 +14,6 @@
 
 using namespace KODMS;
 using namespace KODMS::DataLib;
-using Services::Role;
 using Tests::TestJob;
 
 using Texts = std::map<std::string, std::string>;

@@ -21,6 +21,11 @@ constexpr Operation updateStatus{"question.UpdateQuestionStatus",
 
 constexpr int LargestFlag = 3;
 
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("Change", text);
+}
+
 const std::vector<KeyConditions::Key> keys{{"Title", "title", false},
                                            {"Id", "id", true},
                                            {"JobId", "flow_id", true},
@@ -70,17 +75,15 @@ bool Odbpp_QuestionsBll::select(const std::map<std::string, std::string> &textCo
 
 bool Odbpp_QuestionsBll::UpdateQuestionStatus(int questionId, int checkFlag, int userId)
 {
-    const auto fail = [](const QString &cause, const char *text) {
-        Change::fail(cause, QCoreApplication::translate("Change", text));
-    };
     return Change::run(updateStatus, std::to_string(questionId), [&](Change &change) {
         change.actsAs(userId);
         if (checkFlag < 0 || checkFlag > LargestFlag)
-            fail(QStringLiteral("no question has state %1").arg(checkFlag), "问题状态无效");
+            Change::fail(QStringLiteral("no question has state %1").arg(checkFlag),
+                         tr("问题状态无效"));
         SqlQuery query = change.database().query("select_question_by_id");
         query.bind(":id", questionId).exec();
         if (!query.next())
-            fail(QStringLiteral("there is no such question"), "该问题已不存在");
+            Change::fail(QStringLiteral("there is no such question"), tr("该问题已不存在"));
         change.needs(Right::Question, change.flowById(query.number("flow_id")));
         change.isAbout(QStringLiteral("question"), questionId, query.text("title"));
         change.audit(QString::number(query.number("check_flag")), QString::number(checkFlag));
