@@ -10,6 +10,16 @@
 
 namespace KODMS::Services {
 
+namespace {
+
+/// A connection closed after the application object has gone would be too late.
+void stopWithApplication()
+{
+    ServiceRuntime::instance().stop();
+}
+
+} // namespace
+
 ServiceRuntime &ServiceRuntime::instance()
 {
     static ServiceRuntime runtime;
@@ -27,6 +37,8 @@ Outcome ServiceRuntime::start(const QString &iniPath)
         return opened.outcome;
     }
     Runtime::setCurrent(opened.value);
+    qRemovePostRoutine(stopWithApplication);
+    qAddPostRoutine(stopWithApplication);
     const QStringList notices = configurationNotices();
     for (const QString &notice : notices) {
         qCInfo(lcConfig).noquote() << notice;

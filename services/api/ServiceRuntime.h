@@ -22,7 +22,8 @@ public:
     /// without stop() fails.
     Outcome start(const QString &iniPath = QString());
 
-    /// Signs out, closes everything. Without effect when not running.
+    /// Signs out, closes everything. Without effect when not running; happens by
+    /// itself when the application object goes.
     void stop();
 
     bool isRunning() const;

@@ -248,6 +248,24 @@ void ServiceRuntimeTest::aFolderThatCannotBeMadeIsNoticed()
     QCOMPARE(log.notices.size(), 1);
 }
 
-KODMS_TEST_MAIN(ServiceRuntimeTest, QCoreApplication)
+/// After the last test an installation is left running: it has to close with the
+/// application object.
+int main(int argc, char **argv)
+{
+    KODMS::Tests::prepareEnvironment();
+    const Installation last;
+    int failed = 0;
+    {
+        QCoreApplication app(argc, argv);
+        ServiceRuntimeTest test;
+        failed = KODMS::Tests::runTests(&test, QCoreApplication::arguments());
+        last.initAndStart();
+    }
+    if (ServiceRuntime::instance().isRunning()) {
+        qCritical("the services outlived the application");
+        ++failed;
+    }
+    return failed;
+}
 
 #include "ServiceRuntimeTest.moc"
