@@ -16,6 +16,9 @@ public:
         stop();
     }
 
+    /// A wall time, in milliseconds, that somebody else has measured.
+    void add(double wall) { m_wall.push_back(wall); }
+
     std::size_t count() const { return m_wall.size(); }
 
     double wallMedian() const { return quantile(m_wall, 0.5); }
