@@ -8,12 +8,12 @@
 #include "desks/export/DMS_Export_Widget.h"
 
 #include <QApplication>
-#include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QTableWidget>
+#include <QTimer>
 
 #include <memory>
 #include <stdexcept>
@@ -41,9 +41,11 @@ public:
     /// Handles events until the widget has been painted `count` times.
     void waitFor(int count) const
     {
-        const QDeadlineTimer deadline(5000);
-        while (m_paints < count && !deadline.hasExpired())
-            QApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
+        QTimer deadline;
+        deadline.setSingleShot(true);
+        deadline.start(5000);
+        while (m_paints < count && deadline.isActive())
+            QApplication::processEvents(QEventLoop::WaitForMoreEvents);
         if (m_paints < count)
             throw std::runtime_error("the table was not repainted");
     }

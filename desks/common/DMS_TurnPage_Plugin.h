@@ -197,12 +197,14 @@ template <typename Data, typename Table> void DMS_TurnPage_Plugin<Data, Table>::
 template <typename Data, typename Table>
 QTableWidgetItem *DMS_TurnPage_Plugin<Data, Table>::makeCell(int row, const QString &cell)
 {
-    const QStringList pieces = cell.split(QLatin1Char('|'), Qt::KeepEmptyParts);
-    auto *item = new QTableWidgetItem(pieces.first());
-    if (!m_selectKey.isEmpty() && m_selectKey == pieces.first())
+    // Most cells have no bar; splitting them would cost more than the item itself.
+    const int bar = cell.indexOf(QLatin1Char('|'));
+    const QString text = bar < 0 ? cell : cell.left(bar);
+    auto *item = new QTableWidgetItem(text);
+    if (!m_selectKey.isEmpty() && m_selectKey == text)
         m_pTable->selectRow(row);
-    if (pieces.size() >= 2)
-        applyColourCode(pieces.at(1), item);
+    if (bar >= 0)
+        applyColourCode(cell.section(QLatin1Char('|'), 1, 1), item);
     return item;
 }
 
