@@ -318,6 +318,9 @@ void TurnPageFillTest::clampingTouchesNeitherFieldNorSignal()
     QCOMPARE(field()->text(), QStringLiteral("5"));
     QCOMPARE(total(), QStringLiteral("/ 5"));
     QCOMPARE(changed.count(), 0);
+    m_bar->setData(someRows(1), 31, QString());
+    QCOMPARE(field()->text(), QStringLiteral("2"));
+    QCOMPARE(total(), QStringLiteral("/ 2"));
 }
 
 void TurnPageFillTest::theTableIsNotOwned()
