@@ -1,0 +1,168 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "services/records/Database.h"
+#include "services/records/SqliteDialect.h"
+#include "tests/records/support/Failures.h"
+#include "tests/records/support/TempDatabase.h"
+#include "tests/support/TestMain.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTest>
+
+#ifdef Q_OS_LINUX
+#include <unistd.h>
+#endif
+
+using namespace KODMS::Services;
+using KODMS::Tests::failureOf;
+using KODMS::Tests::TempDatabase;
+
+namespace {
+
+#ifdef Q_OS_LINUX
+/// Nobody's rights for a while, since an administrator may write everywhere.
+class WithoutPrivilege {
+public:
+    WithoutPrivilege()
+    {
+        if (::geteuid() == 0)
+            m_isChanged = ::setresuid(65534, 65534, 0) == 0;
+    }
+
+    ~WithoutPrivilege()
+    {
+        if (m_isChanged && ::setresuid(0, 0, 0) != 0)
+            qFatal("the test cannot get its rights back");
+    }
+
+    WithoutPrivilege(const WithoutPrivilege &) = delete;
+    WithoutPrivilege &operator=(const WithoutPrivilege &) = delete;
+
+private:
+    bool m_isChanged = false;
+};
+#endif
+
+} // namespace
+
+/// Every way in which a database can be unusable.
+class TestDatabasePlaces : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void anUnusablePlaceIsRefused_data();
+    void anUnusablePlaceIsRefused();
+    void aDamagedFileIsRefused();
+    void aTruncatedFileIsRefused();
+    void aDamagedPageIsReportedWhenItIsRead();
+    void aReadOnlyFolderIsRefused();
+    void anUnknownDriverIsRefused();
+    void networkFileSystemsAreKnown();
+};
+
+void TestDatabasePlaces::anUnusablePlaceIsRefused_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::newRow("no file") << QStringLiteral("missing.db");
+    QTest::newRow("no folder") << QStringLiteral("no/folder/records.db");
+    QTest::newRow("a folder") << QStringLiteral(".");
+}
+
+void TestDatabasePlaces::anUnusablePlaceIsRefused()
+{
+    QFETCH(QString, path);
+    const QTemporaryDir dir;
+    const auto settings = TempDatabase::settingsFor(dir.filePath(path));
+    QCOMPARE(failureOf([&] { Database database(settings); }), SqlError::Kind::Lost);
+    QVERIFY(!QFileInfo(settings.path).isFile());
+}
+
+void TestDatabasePlaces::aDamagedFileIsRefused()
+{
+    const QTemporaryDir dir;
+    const auto settings = TempDatabase::settingsFor(dir.filePath(QStringLiteral("records.db")));
+    QFile file(settings.path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(QByteArray(8192, 'x'));
+    file.close();
+    QCOMPARE(failureOf([&] { Database database(settings); }), SqlError::Kind::Corrupt);
+}
+
+void TestDatabasePlaces::aTruncatedFileIsRefused()
+{
+    TempDatabase database;
+    const QString copy = database.folder() + QStringLiteral("/cut.db");
+    database->run(QStringLiteral("VACUUM INTO '%1'").arg(copy));
+    QVERIFY(QFile::resize(copy, QFileInfo(copy).size() / 3));
+    QCOMPARE(failureOf([&] { Database cut(TempDatabase::settingsFor(copy)); }),
+             SqlError::Kind::Corrupt);
+}
+
+void TestDatabasePlaces::aDamagedPageIsReportedWhenItIsRead()
+{
+    TempDatabase database;
+    for (int i = 0; i < 200; ++i)
+        database->run(QStringLiteral("INSERT INTO events (create_time, action) VALUES ('t', '%1')")
+                          .arg(QString(500, QLatin1Char('e'))));
+    const QString copy = database.folder() + QStringLiteral("/damaged.db");
+    database->run(QStringLiteral("VACUUM INTO '%1'").arg(copy));
+    QFile file(copy);
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    for (qint64 page = 4096; page < file.size(); page += 4096) {
+        file.seek(page);
+        file.write(QByteArray(64, '\xff'));
+    }
+    file.close();
+    QCOMPARE(failureOf([&] {
+                 Database damaged(TempDatabase::settingsFor(copy));
+                 SqlQuery query = damaged.prepare(QStringLiteral("SELECT action FROM events"));
+                 query.exec();
+                 while (query.next()) {
+                 }
+             }),
+             SqlError::Kind::Corrupt);
+}
+
+void TestDatabasePlaces::aReadOnlyFolderIsRefused()
+{
+#ifdef Q_OS_LINUX
+    const QTemporaryDir dir;
+    const QString folder = dir.filePath(QStringLiteral("locked"));
+    QVERIFY(QDir().mkpath(folder));
+    const auto settings = TempDatabase::settingsFor(folder + QStringLiteral("/records.db"));
+    const auto openPermissions =
+        QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther;
+    QVERIFY(QFile::setPermissions(dir.path(), openPermissions));
+    QVERIFY(QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther |
+                                              QFile::ExeOther));
+    std::optional<SqlError::Kind> kind;
+    {
+        const WithoutPrivilege ordinary;
+        kind = failureOf([&] { Database database(settings, Database::Open::Create); });
+    }
+    QVERIFY(QFile::setPermissions(folder, openPermissions));
+    QCOMPARE(kind, SqlError::Kind::ReadOnly);
+#else
+    QSKIP("folders have no such permission here");
+#endif
+}
+
+void TestDatabasePlaces::anUnknownDriverIsRefused()
+{
+    auto settings = TempDatabase::settingsFor(QStringLiteral("x.db"));
+    settings.driver = QStringLiteral("paper");
+    QCOMPARE(failureOf([&] { Database database(settings); }), SqlError::Kind::Lost);
+}
+
+void TestDatabasePlaces::networkFileSystemsAreKnown()
+{
+    for (const char *type : {"nfs", "nfs4", "cifs", "smb3", "smbfs", "fuse.sshfs", "9p"})
+        QVERIFY2(SqliteDialect::isNetworkFileSystem(type), type);
+    for (const char *type : {"ext4", "btrfs", "xfs", "tmpfs", "overlay", "NTFS", "fuseblk", ""})
+        QVERIFY2(!SqliteDialect::isNetworkFileSystem(type), type);
+}
+
+KODMS_TEST_MAIN(TestDatabasePlaces, QCoreApplication)
+#include "TestDatabasePlaces.moc"
