@@ -132,17 +132,16 @@ void TestDatabasePlaces::aReadOnlyFolderIsRefused()
     const QString folder = dir.filePath(QStringLiteral("locked"));
     QVERIFY(QDir().mkpath(folder));
     const auto settings = TempDatabase::settingsFor(folder + QStringLiteral("/records.db"));
-    const auto openPermissions =
-        QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther;
-    QVERIFY(QFile::setPermissions(dir.path(), openPermissions));
-    QVERIFY(QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther |
-                                              QFile::ExeOther));
+    const auto readable = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadGroup | QFile::ExeGroup |
+                          QFile::ReadOther | QFile::ExeOther;
+    QVERIFY(QFile::setPermissions(dir.path(), readable | QFile::WriteOwner));
+    QVERIFY(QFile::setPermissions(folder, readable));
     std::optional<SqlError::Kind> kind;
     {
         const WithoutPrivilege ordinary;
         kind = failureOf([&] { Database database(settings, Database::Open::Create); });
     }
-    QVERIFY(QFile::setPermissions(folder, openPermissions));
+    QVERIFY(QFile::setPermissions(folder, readable | QFile::WriteOwner));
     QCOMPARE(kind, SqlError::Kind::ReadOnly);
 #else
     QSKIP("folders have no such permission here");
