@@ -2,6 +2,65 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="zh_CN">
 <context>
+    <name>Backup</name>
+    <message>
+        <source>服务正在运行，不能在此时恢复</source>
+        <translation>The services are running; nothing can be restored now</translation>
+    </message>
+    <message>
+        <source>服务尚未启动</source>
+        <translation>the services are not running</translation>
+    </message>
+    <message>
+        <source>只有管理员可以备份</source>
+        <translation>Only an administrator may make a backup</translation>
+    </message>
+    <message>
+        <source>备份文件已存在，不会覆盖：%1</source>
+        <translation>The backup file exists already and is not overwritten: %1</translation>
+    </message>
+    <message>
+        <source>备份到 %1</source>
+        <translation>Backing up to %1</translation>
+    </message>
+    <message>
+        <source>恢复 %1</source>
+        <translation>Restoring %1</translation>
+    </message>
+    <message>
+        <source>核对 %1</source>
+        <translation>Comparing %1</translation>
+    </message>
+    <message>
+        <source>不是备份文件，或已损坏</source>
+        <translation>Not a backup, or damaged</translation>
+    </message>
+    <message>
+        <source>此种数据库须用数据库服务器自己的工具恢复</source>
+        <translation>This kind of database is restored with the database server&apos;s own tools</translation>
+    </message>
+    <message>
+        <source>已有数据库 %1，只能恢复到空的安装</source>
+        <translation>There is a database %1 already; only an empty installation can be restored into</translation>
+    </message>
+    <message>
+        <source>备份来自另一种数据库（%1）</source>
+        <translation>The backup comes from another kind of database (%1)</translation>
+    </message>
+    <message>
+        <source>文件库 %1 不是空的，只能恢复到空的安装</source>
+        <translation>The file store %1 is not empty; only an empty installation can be restored into</translation>
+    </message>
+    <message>
+        <source>备份中缺少文件 %1</source>
+        <translation>The file %1 is not in the backup</translation>
+    </message>
+    <message>
+        <source>备份中的文件与记录不符</source>
+        <translation>The files of the backup are not those of its records</translation>
+    </message>
+</context>
+<context>
     <name>Change</name>
     <message>
         <source>被指派人不存在或已停用</source>
@@ -271,6 +330,14 @@
         <source>打包存入文件夹</source>
         <translation>Pack and store folder</translation>
     </message>
+    <message>
+        <source>问题状态无效</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>该问题已不存在</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>Common</name>
@@ -289,6 +356,10 @@
     <message>
         <source>打包存入 %1</source>
         <translation>Packing and storing %1</translation>
+    </message>
+    <message>
+        <source>文件库中没有该文件</source>
+        <translation>the file is not in the file store</translation>
     </message>
 </context>
 <context>
@@ -374,6 +445,35 @@
     </message>
 </context>
 <context>
+    <name>DMS_Function</name>
+    <message>
+        <source>没有指定解压的目标文件夹</source>
+        <translation>no folder to unpack to is given</translation>
+    </message>
+    <message>
+        <source>解压 %1</source>
+        <translation>Unpacking %1</translation>
+    </message>
+</context>
+<context>
+    <name>DatabaseFile</name>
+    <message>
+        <source>数据库已损坏：%1</source>
+        <translation>The database is damaged: %1</translation>
+    </message>
+    <message>
+        <source>数据库的结构版本 %1 不受支持</source>
+        <translation>The database has schema version %1, which this program does not know</translation>
+    </message>
+</context>
+<context>
+    <name>DatabaseSnapshot</name>
+    <message>
+        <source>此种数据库须用数据库服务器自己的工具备份</source>
+        <translation>This kind of database is backed up with the database server&apos;s own tools</translation>
+    </message>
+</context>
+<context>
     <name>Fetch</name>
     <message>
         <source>取文件（%1）：%2</source>
@@ -451,21 +551,30 @@
     </message>
 </context>
 <context>
-    <name>KODMS</name>
+    <name>Intake</name>
     <message>
-        <source>文件库中没有该文件</source>
-        <translation type="unfinished">the file is not in the file store</translation>
-    </message>
-</context>
-<context>
-    <name>KODMS::DMS_Function</name>
-    <message>
-        <source>没有指定解压的目标文件夹</source>
-        <translation>no folder to unpack to is given</translation>
+        <source>接收 %1</source>
+        <translation>Taking in %1</translation>
     </message>
     <message>
-        <source>解压 %1</source>
-        <translation>Unpacking %1</translation>
+        <source>服务尚未启动</source>
+        <translation>the services are not running</translation>
+    </message>
+    <message>
+        <source>该账号已停用</source>
+        <translation>the account is disabled</translation>
+    </message>
+    <message>
+        <source>您没有接收文件的权限</source>
+        <translation>You do not have the right to take in files</translation>
+    </message>
+    <message>
+        <source>客户代码须为三位字母或数字：%1</source>
+        <translation>A customer code is three letters or digits: %1</translation>
+    </message>
+    <message>
+        <source>客户 %1 的序号已用完</source>
+        <translation>Customer %1 has no serial number left</translation>
     </message>
 </context>
 <context>
@@ -997,32 +1106,6 @@ Roles: %2</translation>
     </message>
 </context>
 <context>
-    <name>KODMS::Services::Intake</name>
-    <message>
-        <source>服务尚未启动</source>
-        <translation type="unfinished">the services are not running</translation>
-    </message>
-</context>
-<context>
-    <name>KODMS::Services::IntakeBooking</name>
-    <message>
-        <source>该账号已停用</source>
-        <translation type="unfinished">the account is disabled</translation>
-    </message>
-    <message>
-        <source>您没有接收文件的权限</source>
-        <translation>You do not have the right to take in files</translation>
-    </message>
-    <message>
-        <source>客户代码须为三位字母或数字：%1</source>
-        <translation>A customer code is three letters or digits: %1</translation>
-    </message>
-    <message>
-        <source>客户 %1 的序号已用完</source>
-        <translation>Customer %1 has no serial number left</translation>
-    </message>
-</context>
-<context>
     <name>KODMS::Services::IntakeFile</name>
     <message>
         <source>没有指定文件或文件夹</source>
@@ -1055,13 +1138,6 @@ Roles: %2</translation>
     <message>
         <source>文件在接收时被修改：%1</source>
         <translation>The file was changed while it was taken in: %1</translation>
-    </message>
-</context>
-<context>
-    <name>KODMS::Services::IntakeRun</name>
-    <message>
-        <source>接收 %1</source>
-        <translation>Taking in %1</translation>
     </message>
 </context>
 <context>
@@ -1117,7 +1193,7 @@ Roles: %2</translation>
     <name>KODMS::Services::PlacedStore</name>
     <message>
         <source>服务尚未启动</source>
-        <translation type="unfinished">the services are not running</translation>
+        <translation>the services are not running</translation>
     </message>
 </context>
 <context>
@@ -1342,6 +1418,45 @@ Roles: %2</translation>
     <message>
         <source>数据库操作失败</source>
         <translation>the database operation failed</translation>
+    </message>
+</context>
+<context>
+    <name>StoreCheck</name>
+    <message>
+        <source>数据库：%1</source>
+        <translation>Database: %1</translation>
+    </message>
+    <message>
+        <source>记录已删除，文件有待删除：%1</source>
+        <translation>The record is deleted, the file still has to go: %1</translation>
+    </message>
+    <message>
+        <source>文件带有删除标记，但未删除：%1</source>
+        <translation>The file is marked for deletion, but was not deleted: %1</translation>
+    </message>
+    <message>
+        <source>文件尚无记录，可能正在登记：%1</source>
+        <translation>The file has no record yet; it may be about to get one: %1</translation>
+    </message>
+    <message>
+        <source>没有记录指向此文件：%1</source>
+        <translation>No record names this file: %1</translation>
+    </message>
+    <message>
+        <source>文件库中的残留：%1</source>
+        <translation>Left over in the file store: %1</translation>
+    </message>
+    <message>
+        <source>服务尚未启动</source>
+        <translation>the services are not running</translation>
+    </message>
+    <message>
+        <source>只有管理员可以检查文件库</source>
+        <translation>Only an administrator may check the file store</translation>
+    </message>
+    <message>
+        <source>检查文件库</source>
+        <translation>Checking the file store</translation>
     </message>
 </context>
 <context>

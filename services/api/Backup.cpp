@@ -20,7 +20,7 @@ using Work = std::function<Result<BackupSummary>(Progress &)>;
 
 QString tr(const char *text)
 {
-    return QCoreApplication::translate("KODMS::Services::Backup", text);
+    return QCoreApplication::translate("Backup", text);
 }
 
 Result<BackupSummary> ran(const char *action, const QString &file, const QString &title,

@@ -22,7 +22,7 @@ constexpr const char *Action = "intake.take";
 
 QString tr(const char *text)
 {
-    return QCoreApplication::translate("KODMS::Services::Intake", text);
+    return QCoreApplication::translate("Intake", text);
 }
 
 class IntakeRun {

@@ -32,7 +32,7 @@ constexpr int Failed = -1;
 
 QString tr(const char *text)
 {
-    return QCoreApplication::translate("KODMS::Common", text);
+    return QCoreApplication::translate("Common", text);
 }
 
 /// Asked before the long part, which holds no transaction.

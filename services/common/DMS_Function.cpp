@@ -22,7 +22,7 @@ constexpr int Failed = -1;
 
 QString tr(const char *text)
 {
-    return QCoreApplication::translate("KODMS::DMS_Function", text);
+    return QCoreApplication::translate("DMS_Function", text);
 }
 
 int reported(const QString &archive, const Outcome &failure)

@@ -15,7 +15,7 @@ namespace {
 
 QString tr(const char *text)
 {
-    return QCoreApplication::translate("KODMS::Services::DatabaseFile", text);
+    return QCoreApplication::translate("DatabaseFile", text);
 }
 
 Outcome checkWhole(Database &database, const QString &path)

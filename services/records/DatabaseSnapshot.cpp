@@ -69,7 +69,7 @@ Outcome DatabaseSnapshot::fill(const DatabaseSettings &settings)
         const QString statement = database.dialect().snapshotInto(m_path);
         if (statement.isEmpty())
             return Outcome::failure(QCoreApplication::translate(
-                "KODMS::Services::DatabaseSnapshot", "此种数据库须用数据库服务器自己的工具备份"));
+                "DatabaseSnapshot", "此种数据库须用数据库服务器自己的工具备份"));
         database.run(statement);
     } catch (const SqlError &error) {
         return Outcome::failure(error.userText(), error.logText());

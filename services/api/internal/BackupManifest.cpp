@@ -17,8 +17,7 @@ constexpr int DigestLength = 64;
 
 Outcome damaged(const QString &cause)
 {
-    return Outcome::failure(
-        QCoreApplication::translate("KODMS::Services::Backup", "不是备份文件，或已损坏"), cause);
+    return Outcome::failure(QCoreApplication::translate("Backup", "不是备份文件，或已损坏"), cause);
 }
 
 QByteArray line(const char *word, const StoredFileInfo &file)

@@ -20,8 +20,7 @@ constexpr int LargestList = 1 << 30;
 
 Outcome damaged(const QString &cause)
 {
-    return Outcome::failure(
-        QCoreApplication::translate("KODMS::Services::Backup", "不是备份文件，或已损坏"), cause);
+    return Outcome::failure(QCoreApplication::translate("Backup", "不是备份文件，或已损坏"), cause);
 }
 
 } // namespace

@@ -18,7 +18,7 @@ namespace {
 
 QString tr(const char *text)
 {
-    return QCoreApplication::translate("KODMS::Services::Backup", text);
+    return QCoreApplication::translate("Backup", text);
 }
 
 void removeDatabaseFiles(const QString &path)

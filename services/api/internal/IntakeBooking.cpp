@@ -28,7 +28,7 @@ constexpr FlowState ReadyForRobot{1, 2};
 
 QString tr(const char *text)
 {
-    return QCoreApplication::translate("KODMS::Services::Intake", text);
+    return QCoreApplication::translate("Intake", text);
 }
 
 [[noreturn]] void fail(const QString &cause, const QString &text)

@@ -17,7 +17,7 @@ namespace {
 
 QString tr(const char *text)
 {
-    return QCoreApplication::translate("KODMS::Services::StoreCheck", text);
+    return QCoreApplication::translate("StoreCheck", text);
 }
 
 /// A check may take long, and so may its statements.
