@@ -6,7 +6,7 @@
 
 namespace KODMS::Admin {
 
-/// A command that changes records, and so is somebody's: the user named with --login, who
+/// A command that only some may give, and so is somebody's: the user named with --login, who
 /// gives their password and has their own rights, else whoever runs the tool, as the
 /// operator "kodms-admin". The audit names which.
 class ActingCommand : public InstalledCommand {

@@ -2,10 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "apps/admin/CommandSet.h"
 
+#include "apps/admin/commands/BackupCommand.h"
+#include "apps/admin/commands/CheckCommand.h"
 #include "apps/admin/commands/DemoCommand.h"
 #include "apps/admin/commands/InitCommand.h"
 #include "apps/admin/commands/IntakeCommand.h"
 #include "apps/admin/commands/OrderPayCommand.h"
+#include "apps/admin/commands/RestoreCommand.h"
 #include "apps/admin/commands/SampleCommand.h"
 #include "apps/admin/commands/StatusCommand.h"
 #include "apps/admin/commands/UserAddCommand.h"
@@ -28,6 +31,9 @@ CommandSet::CommandSet()
     m_commands.push_back(std::make_unique<UserSwitchCommand>(true));
     m_commands.push_back(std::make_unique<IntakeCommand>());
     m_commands.push_back(std::make_unique<OrderPayCommand>());
+    m_commands.push_back(std::make_unique<CheckCommand>());
+    m_commands.push_back(std::make_unique<BackupCommand>());
+    m_commands.push_back(std::make_unique<RestoreCommand>());
     m_commands.push_back(std::make_unique<SampleCommand>());
     m_commands.push_back(std::make_unique<DemoCommand>());
 }

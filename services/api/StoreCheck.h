@@ -22,7 +22,7 @@ struct CheckFinding {
     bool isRepaired = false; ///< was put right by this run
 };
 
-struct CheckReport {
+struct KODMS_SERVICES_API CheckReport {
     qint64 records = 0;       ///< of stored files
     qint64 sampleRecords = 0; ///< made without a file; not looked for in the store
     qint64 files = 0;         ///< in the store

@@ -33,7 +33,7 @@ DatabaseContents contentsOf(Database &database)
     contents.schemaVersion = SchemaMigrator(database).installedVersion();
     SqlQuery flows = database.query("count_flows");
     flows.exec().next();
-    contents.flows = flows.int64("flows");
+    contents.flows = flows.int64("total");
     SqlQuery files = database.query("select_recorded_files");
     files.exec();
     while (files.next())

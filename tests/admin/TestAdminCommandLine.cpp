@@ -31,7 +31,8 @@ private:
 
 static const char *const AllCommands[] = {"init",        "status",    "user add",     "user list",
                                           "user passwd", "user role", "user disable", "user enable",
-                                          "order pay",   "intake",    "sample",       "demo"};
+                                          "order pay",   "intake",    "check",        "backup",
+                                          "restore",     "sample",    "demo"};
 
 void TestAdminCommandLine::helpNamesEveryCommand()
 {

@@ -1,3 +1,3 @@
 -- SPDX-FileCopyrightText: the KODMS desks authors
 -- SPDX-License-Identifier: Apache-2.0
-SELECT count(*) AS flows FROM job_flows
+SELECT count(*) AS total FROM job_flows
