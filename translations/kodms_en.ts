@@ -332,11 +332,11 @@
     </message>
     <message>
         <source>问题状态无效</source>
-        <translation type="unfinished"></translation>
+        <translation>the state of the question is not valid</translation>
     </message>
     <message>
         <source>该问题已不存在</source>
-        <translation type="unfinished"></translation>
+        <translation>the question is no longer there</translation>
     </message>
 </context>
 <context>
@@ -1344,7 +1344,7 @@ Roles: %2</translation>
     <name>SampleRecords</name>
     <message>
         <source>已取消</source>
-        <translation type="unfinished">Cancelled</translation>
+        <translation>Cancelled</translation>
     </message>
 </context>
 <context>

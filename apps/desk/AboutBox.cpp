@@ -67,6 +67,7 @@ AboutBox::AboutBox(QWidget *parent) : QDialog(parent)
     column->addLayout(form);
     column->addWidget(licence);
     column->addWidget(buttons);
+    buttons->button(QDialogButtonBox::Close)->setFocus();
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(copy, &QPushButton::clicked, this,
             [] { QGuiApplication::clipboard()->setText(plainText()); });

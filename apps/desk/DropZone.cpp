@@ -33,6 +33,7 @@ DropZone::DropZone(QWidget *parent) : QFrame(parent)
     folder->setObjectName(QStringLiteral("chooseFolder"));
     for (QPushButton *button : {file, folder})
         button->setAutoDefault(false); // Enter in a field of the form means the form
+    setFocusProxy(file);
     auto *buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(file);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "apps/desk/HostStyle.h"
 
+#include "apps/desk/Icons.h"
 #include "apps/desk/Theme.h"
 
 #include <QPainter>
@@ -80,6 +81,22 @@ void HostStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
     paintComboBox(*painter, *combo,
                   proxy()->subControlRect(CC_ComboBox, combo, SC_ComboBoxArrow, widget));
     painter->restore();
+}
+
+QIcon HostStyle::standardIcon(StandardPixmap icon, const QStyleOption *option,
+                              const QWidget *widget) const
+{
+    switch (icon) {
+    case SP_MessageBoxInformation:
+    case SP_MessageBoxQuestion:
+        return Icons::notice(0);
+    case SP_MessageBoxWarning:
+        return Icons::notice(1);
+    case SP_MessageBoxCritical:
+        return Icons::notice(2);
+    default:
+        return QProxyStyle::standardIcon(icon, option, widget);
+    }
 }
 
 } // namespace KODMS::Host

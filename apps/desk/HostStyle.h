@@ -7,7 +7,7 @@
 namespace KODMS::Host {
 
 /// The base style with check boxes and combo boxes whose outlines and marks are
-/// seen on the dark background, at any scale.
+/// seen on the dark background, at any scale, and message boxes with the host's icons.
 class HostStyle : public QProxyStyle {
     Q_OBJECT
 
@@ -18,6 +18,8 @@ public:
                        const QWidget *widget) const override;
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex *option,
                             QPainter *painter, const QWidget *widget) const override;
+    QIcon standardIcon(StandardPixmap icon, const QStyleOption *option,
+                       const QWidget *widget) const override;
 };
 
 } // namespace KODMS::Host

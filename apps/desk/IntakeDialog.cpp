@@ -25,6 +25,7 @@ IntakeDialog::IntakeDialog(QWidget *parent) : QDialog(parent)
     connect(m_close, &QPushButton::clicked, this, &QDialog::reject);
     connect(m_receipt, &IntakeReceiptPage::nextRequested, this, &IntakeDialog::startNext);
     showPage(m_form);
+    m_form->setFocus();
 }
 
 void IntakeDialog::buildLayout()

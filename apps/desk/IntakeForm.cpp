@@ -43,6 +43,7 @@ IntakeForm::IntakeForm(QWidget *parent) : QWidget(parent)
     buildCode();
     buildFields();
     buildLayout();
+    setFocusProxy(m_drop);
     connect(m_drop, &DropZone::pathChanged, this, &IntakeForm::pathChosen);
     connect(m_drop, &DropZone::refused, this, &IntakeForm::showError);
     connect(m_code, &QLineEdit::textChanged, this, &IntakeForm::codeEdited);

@@ -133,23 +133,23 @@ bool ScreenshotRun::renderDesk(const Services::SampleAccount &account, const QSt
         saved = save(window, QStringLiteral("desk-") + name);
         if (saved && account.roles.contains(QStringLiteral("admin")))
             saved = renderExtras(window);
-        else
-            provokeRefusal();
     }
     Services::SignIn::signOut();
     return saved;
 }
 
-/// The notice list shows what the services really say.
-void ScreenshotRun::provokeRefusal()
+/// The notice list shows what the services really say: a refusal, an error and a job
+/// for the CAM side.
+void ScreenshotRun::provokeNotices()
 {
     Services::IntakeRequest request;
     request.path = Services::ServiceRuntime::instance().configPath();
     request.customerCode = QStringLiteral("A1B");
-    request.origName = QStringLiteral("demo");
     const auto refused = Services::Intake::take(request);
     if (refused)
-        complain(QStringLiteral("an ordinary user took in a file"));
+        complain(QStringLiteral("a configuration file was taken in as an archive"));
+    UI::DMS_StdCommon::getFilesFrommogodbUuidTypeOriginName("web000001", "no-such-file.zip", "zip");
+    UI::DMS_UICommon::interface()->sendemitCAMExportJobInfo(QStringLiteral("web000001"), 1);
 }
 
 bool ScreenshotRun::renderExtras(MainWindow &window)
@@ -157,8 +157,7 @@ bool ScreenshotRun::renderExtras(MainWindow &window)
     window.setHighContrastStatus(true);
     bool saved = save(window, QStringLiteral("desk-high-contrast"));
     window.setHighContrastStatus(false);
-    UI::DMS_UICommon::interface()->sendemitCAMExportJobInfo(QStringLiteral("web000001"), 1);
-    UI::DMS_StdCommon::getFilesFrommogodbUuidTypeOriginName("web000001", "no-such-file.zip", "zip");
+    provokeNotices();
     window.showNotices();
     saved = saved && save(window, QStringLiteral("notices"));
     {

@@ -31,7 +31,7 @@ private:
     bool renderDesk(const Services::SampleAccount &account, const QString &name,
                     Preferences &preferences);
     bool renderExtras(MainWindow &window);
-    void provokeRefusal();
+    void provokeNotices();
     bool save(QWidget &window, const QString &name);
 
     QString m_folder;

@@ -24,6 +24,7 @@ QLabel *makeText(const QString &text, const char *objectName, QWidget *parent)
     label->setTextFormat(Qt::PlainText);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     label->setWordWrap(true);
+    label->setFixedWidth(460); // the window is then as high as the text needs
     return label;
 }
 
@@ -59,7 +60,7 @@ StartFailureWindow::StartFailureWindow(const QString &reason, const QString &con
     column->addLayout(body);
     column->addStretch();
     column->addWidget(buttons);
-    setMinimumWidth(560);
+    quit->setFocus();
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(copy, &QPushButton::clicked, this, [reason, where] {
         QGuiApplication::clipboard()->setText(reason + QLatin1Char('\n') + where);
