@@ -130,6 +130,8 @@ void SampleFactory::setFile(SampleFlow &flow, Pair state)
     const bool mayBeFinishedJob = state.status > 1 || (state.status == 1 && state.flag == 2);
     flow.fileType =
         mayBeFinishedJob && m_random.percent(5) ? QStringLiteral("kos") : m_random.oneOf(types);
+    if (!m_plan.hasRar && flow.fileType == QLatin1String("rar"))
+        flow.fileType = QStringLiteral("zip");
     SampleFile file = makeFile(flow, 0, flow.fileType, m_time);
     file.userId = flow.creator;
     flow.origFileId = file.id;
