@@ -28,7 +28,7 @@ BenchDatabase::BenchDatabase(const QString &path, int flows)
         generate();
     SqlQuery query = m_context->database().query("count_flows");
     query.exec().next();
-    m_flows = query.number("flows");
+    m_flows = query.number("total");
     RecordContext::setCurrent(m_context.get());
 }
 

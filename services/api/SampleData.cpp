@@ -25,7 +25,7 @@ bool holdsRealWork(Runtime &runtime)
         return false;
     SqlQuery query = runtime.records().database().query("count_flows");
     query.exec().next();
-    return query.int64("flows") > 0;
+    return query.int64("total") > 0;
 }
 
 /// Puts the generated files into the store, and takes them out again when the

@@ -75,7 +75,7 @@ bool WriterLoop::deleteOldestIntake()
     QString storedName;
     {
         Transaction transaction(database());
-        if (intOf(database().query("count_flows"), "flows") < KeptIntakes)
+        if (intOf(database().query("count_flows"), "total") < KeptIntakes)
             return false;
         SqlQuery oldest = database().prepare(
             QStringLiteral("SELECT f.id, o.id AS file, o.stored_name FROM job_flows f "

@@ -6,8 +6,10 @@
 #include "tests/support/TestMain.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QRegularExpression>
+#include <QSet>
 #include <QTest>
 
 using namespace KODMS::Services;
@@ -19,9 +21,12 @@ class TestSchema : public QObject {
 
 private Q_SLOTS:
     void everyStatementOfTheCatalogueCanBePrepared();
+    void everyStatementThatTheSourcesNameIsInTheCatalogue();
     void aFreshDatabaseHasTheKnownVersion();
     void aSecondInstallationIsRefused();
     void aFreshSchemaEqualsAnUpgradedOne();
+    void everyOlderVersionUpgradesToThePresentSchema_data();
+    void everyOlderVersionUpgradesToThePresentSchema();
     void aFailedStepLeavesTheVersionBefore();
     void aNewerDatabaseIsRefused();
     void anEmptyDatabaseIsNotUpgraded();
@@ -68,6 +73,38 @@ void TestSchema::everyStatementOfTheCatalogueCanBePrepared()
             QFAIL(qPrintable(error.logText()));
         }
     }
+}
+
+/// query("name") in the sources, and the statements, name each other.
+void TestSchema::everyStatementThatTheSourcesNameIsInTheCatalogue()
+{
+    const SqlCatalog catalog(QStringLiteral("sqlite"));
+    const QString services = QStringLiteral(KODMS_SOURCE_DIR "/services");
+    static const QRegularExpression word(QStringLiteral("\"([a-z]+(?:_[a-z]+)+)\""));
+    static const QRegularExpression query(QStringLiteral("query\\(\"([a-z_]+)\"\\)"));
+    QSet<QString> named;
+    QStringList unknown;
+    QDirIterator files(services, {QStringLiteral("*.cpp"), QStringLiteral("*.h")}, QDir::Files,
+                       QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        QFile file(files.next());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QString text = QString::fromUtf8(file.readAll());
+        for (auto words = word.globalMatch(text); words.hasNext();)
+            named << words.next().captured(1);
+        for (auto queries = query.globalMatch(text); queries.hasNext();) {
+            const QString name = queries.next().captured(1);
+            if (!catalog.names().contains(name))
+                unknown << file.fileName() + QLatin1Char(' ') + name;
+        }
+    }
+    QCOMPARE(unknown, QStringList());
+    QStringList unused;
+    for (const QString &name : catalog.names()) {
+        if (!named.contains(name))
+            unused << name;
+    }
+    QCOMPARE(unused, QStringList());
 }
 
 void TestSchema::aFreshDatabaseHasTheKnownVersion()
@@ -119,6 +156,37 @@ void TestSchema::aFreshSchemaEqualsAnUpgradedOne()
     kept.exec();
     QVERIFY(kept.next());
     QCOMPARE(kept.text("name"), QStringLiteral("kept"));
+}
+
+void TestSchema::everyOlderVersionUpgradesToThePresentSchema_data()
+{
+    QTest::addColumn<int>("version");
+    const SqlCatalog catalog(QStringLiteral("sqlite"));
+    for (int version = 1; version <= catalog.latestVersion(); ++version)
+        QTest::newRow(qPrintable(QStringLiteral("version %1").arg(version))) << version;
+}
+
+/// The schema of every version was kept as it was installed then. The newest one has to
+/// be what a fresh installation makes now: whoever changes the schema adds a version.
+void TestSchema::everyOlderVersionUpgradesToThePresentSchema()
+{
+    QFETCH(int, version);
+    QFile script(QStringLiteral(KODMS_SOURCE_DIR "/tests/records/data/schema-%1.sql").arg(version));
+    QVERIFY(script.open(QIODevice::ReadOnly));
+    const QTemporaryDir dir;
+    Database old(TempDatabase::settingsFor(dir.filePath(QStringLiteral("old.db"))),
+                 Database::Open::Create);
+    const QStringList statements = SqlCatalog::split(QString::fromUtf8(script.readAll()));
+    for (const QString &statement : statements)
+        old.run(statement);
+    old.query("insert_schema_version")
+        .bind(":version", version)
+        .bind(":applied_time", QStringLiteral("2026-11-21T00:00:00.000Z"))
+        .exec();
+    const Outcome outcome = SchemaMigrator(old).upgrade();
+    QVERIFY2(outcome.ok, qPrintable(outcome.text));
+    TempDatabase fresh;
+    QCOMPARE(schemaOf(old), schemaOf(*fresh));
 }
 
 void TestSchema::aFailedStepLeavesTheVersionBefore()
