@@ -22,7 +22,9 @@ namespace {
 
 constexpr int Backups = KODMS_ROUNDS;
 constexpr quint32 Writers = 4;
-constexpr unsigned long BetweenMs = 300;
+constexpr unsigned long BetweenMs = 200;
+constexpr int Ballast = 4 << 20;
+constexpr int BallastFiles = 20;
 
 } // namespace
 
@@ -31,6 +33,10 @@ constexpr unsigned long BetweenMs = 300;
 /// a backup taken meanwhile holds must be one of these states, to the byte.
 class BackupUnderWritersTest : public QObject {
     Q_OBJECT
+
+public:
+    /// All backups are one function, for which QtTest allows five minutes.
+    BackupUnderWritersTest() { qputenv("QTEST_FUNCTION_TIMEOUT", "1200000"); }
 
 private Q_SLOTS:
 
@@ -45,6 +51,10 @@ private Q_SLOTS:
         request.customerCode = QStringLiteral("K0S");
         QVERIFY(writeFile(request.path, rawZip({{"a", "1"}})));
         for (int i = 0; i < 5; ++i)
+            QVERIFY(Intake::take(request));
+        // Enough to copy that a backup takes a while.
+        QVERIFY(writeFile(request.path, rawZip({{"a", QByteArray(Ballast, 'x')}})));
+        for (int i = 0; i < BallastFiles; ++i)
             QVERIFY(Intake::take(request));
         makeStateTable(m_home->database());
         rememberState(m_home->database());

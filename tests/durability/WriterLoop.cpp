@@ -15,7 +15,7 @@ using namespace Services;
 
 namespace {
 
-constexpr int KeptIntakes = 12;
+constexpr int KeptIntakes = 32;
 constexpr unsigned PauseMicroseconds = 2000;
 
 bool isInputOpen()
