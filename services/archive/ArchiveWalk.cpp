@@ -41,6 +41,22 @@ public:
 
 } // namespace
 
+qint64 allowedBytes(qint64 archiveSize, const LimitSettings &limits)
+{
+    const qint64 byRatio = qMin(archiveSize, limits.archiveBytes) * limits.archiveRatio;
+    return qMin(limits.archiveBytes, qMax(FreeBytes, byRatio));
+}
+
+Outcome tooManyEntries(const QString &entry, qint64 limit)
+{
+    return ArchiveWalkTexts::tooManyEntries(entry, limit);
+}
+
+Outcome tooManyBytes(const QString &entry, qint64 limit)
+{
+    return ArchiveWalkTexts::tooManyBytes(entry, limit);
+}
+
 ArchiveWalk::ArchiveWalk(const LimitSettings &limits, Progress &progress)
     : m_limits(limits), m_progress(progress), m_buffer(BufferSize)
 {
@@ -52,8 +68,7 @@ Result<ArchiveSummary> ArchiveWalk::run(const QString &path, ArchiveVisitor &vis
     if (!reader)
         return reader.outcome;
     const qint64 size = QFileInfo(path).size();
-    const qint64 byRatio = qMin(size, m_limits.archiveBytes) * m_limits.archiveRatio;
-    m_allowedBytes = qMin(m_limits.archiveBytes, qMax(FreeBytes, byRatio));
+    m_allowedBytes = allowedBytes(size, m_limits);
     m_summary.type = reader.value->type();
     m_progress.setTotal(size);
     for (;;) {
@@ -77,7 +92,7 @@ Outcome ArchiveWalk::visit(ArchiveReader &reader, const ArchiveEntry &entry,
     if (m_progress.isCancelled())
         return cancelledFailure();
     if (++m_summary.entries > m_limits.archiveEntries)
-        return ArchiveWalkTexts::tooManyEntries(entry.name, m_limits.archiveEntries);
+        return tooManyEntries(entry.name, m_limits.archiveEntries);
     const Result<EntryPath> path = EntryPath::of(entry.name);
     if (!path)
         return path.outcome;

@@ -33,6 +33,12 @@ struct ArchiveSummary {
     qint64 bytes = 0;
 };
 
+/// How many bytes may come out of an archive of that size.
+qint64 allowedBytes(qint64 archiveSize, const LimitSettings &limits);
+
+Outcome tooManyEntries(const QString &entry, qint64 limit);
+Outcome tooManyBytes(const QString &entry, qint64 limit);
+
 /// Goes through an archive once, from its first to its last byte, refusing what is
 /// damaged, hostile or beyond the limits. What is declared is not believed: the
 /// limits count what comes out.

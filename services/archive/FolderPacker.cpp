@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/archive/FolderPacker.h"
 
+#include "services/archive/ArchiveWalk.h"
 #include "services/archive/Utf8Locale.h"
 #include "services/disk/FileHandle.h"
 #include "services/disk/FsPath.h"
@@ -68,8 +69,10 @@ struct Member {
 
 class Packing {
 public:
-    Packing(const QString &folder, const QString &zipPath, Progress &progress)
-        : m_folder(QDir::cleanPath(folder)), m_zipPath(zipPath), m_progress(progress)
+    Packing(const QString &folder, const QString &zipPath, const LimitSettings &limits,
+            Progress &progress)
+        : m_folder(QDir::cleanPath(folder)), m_zipPath(zipPath), m_limits(limits),
+          m_progress(progress)
     {
     }
 
@@ -88,6 +91,30 @@ public:
         if (Outcome written = write(); !written)
             return written;
         return m_files;
+    }
+
+    /// As the archive will be judged when it is unpacked.
+    Outcome checkMember(const Member &member)
+    {
+        const QString name = QString::fromUtf8(member.name);
+        const auto path = EntryPath::of(name);
+        if (!path)
+            return path.outcome;
+        m_bytes += member.size;
+        if (static_cast<qint64>(m_members.size()) >= m_limits.archiveEntries)
+            return tooManyEntries(name, m_limits.archiveEntries);
+        if (m_bytes > m_limits.archiveBytes)
+            return tooManyBytes(name, m_limits.archiveBytes);
+        return member.isFolder ? m_clashes.addFolder(path.value.path)
+                               : m_clashes.addFile(path.value.path, name);
+    }
+
+    Outcome checkRatio() const
+    {
+        std::error_code error;
+        const auto size = static_cast<qint64>(fs::file_size(fsPath(m_zipPath), error));
+        const qint64 allowed = allowedBytes(size, m_limits);
+        return m_bytes > allowed ? tooManyBytes(m_folder, allowed) : Outcome::success();
     }
 
 private:
@@ -116,17 +143,18 @@ private:
             return FolderPackerTexts::badName(fromFsPath(path));
         std::error_code error;
         const auto status = fs::symlink_status(path, error);
-        if (status.type() == fs::file_type::directory) {
-            m_members.push_back({path, prefix + own + '/', true, 0});
-            return collect(path, prefix + own + '/');
-        }
-        if (status.type() != fs::file_type::regular)
+        Member member{path, prefix + own, status.type() == fs::file_type::directory, 0};
+        if (member.isFolder)
+            member.name += '/';
+        else if (status.type() != fs::file_type::regular)
             return FolderPackerTexts::special(fromFsPath(path));
-        const auto size = static_cast<qint64>(fs::file_size(path, error));
-        m_members.push_back({path, prefix + own, false, size});
-        m_bytes += size;
-        ++m_files;
-        return Outcome::success();
+        else
+            member.size = static_cast<qint64>(fs::file_size(path, error));
+        if (Outcome good = checkMember(member); !good)
+            return good;
+        m_members.push_back(member);
+        m_files += member.isFolder ? 0 : 1;
+        return member.isFolder ? collect(path, member.name) : Outcome::success();
     }
 
     Outcome write()
@@ -139,6 +167,8 @@ private:
         Outcome done = writeMembers();
         if (done)
             done = zip.value.close();
+        if (done)
+            done = checkRatio();
         if (!done) {
             std::error_code ignored;
             fs::remove(fsPath(m_zipPath), ignored);
@@ -234,7 +264,9 @@ private:
 
     QString m_folder;
     QString m_zipPath;
+    LimitSettings m_limits;
     Progress &m_progress;
+    PathClashes m_clashes;
     std::vector<Member> m_members;
     std::vector<char> m_piece = std::vector<char>(PieceSize);
     qint64 m_files = 0;
@@ -246,9 +278,10 @@ private:
 
 } // namespace
 
-Result<qint64> packFolder(const QString &folder, const QString &zipPath, Progress &progress)
+Result<qint64> packFolder(const QString &folder, const QString &zipPath,
+                          const LimitSettings &limits, Progress &progress)
 {
-    return Packing(folder, zipPath, progress).run();
+    return Packing(folder, zipPath, limits, progress).run();
 }
 
 } // namespace KODMS::Services

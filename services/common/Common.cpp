@@ -66,13 +66,13 @@ void writeMark(Change &change, FileStore &store, const QString &name)
 }
 
 /// The packed folder stands in the staging folder only until it is stored.
-Outcome packInto(FileStore &store, const QString &folder, const QString &zip, const QString &name,
+Outcome packInto(Runtime &runtime, const QString &folder, const QString &zip, const QString &name,
                  Progress &progress)
 {
-    const auto packed = packFolder(folder, zip, progress);
+    const auto packed = packFolder(folder, zip, runtime.configuration().limits, progress);
     if (!packed)
         return packed.outcome;
-    Outcome stored = store.put(zip, name, progress);
+    Outcome stored = runtime.fileStore().put(zip, name, progress);
     QFile::remove(zip);
     return stored;
 }
@@ -154,7 +154,7 @@ int Common::FoldersCompressSave2MongoDb(const std::string &folder, const std::st
     const QString from = QString::fromStdString(folder);
     const Outcome stored =
         TaskRunner::instance().run(tr("打包存入 %1").arg(from), [&](Progress &progress) {
-            return packInto(runtime->fileStore(), from, zip, name, progress);
+            return packInto(*runtime, from, zip, name, progress);
         });
     if (stored)
         storedName = guid.toStdString();

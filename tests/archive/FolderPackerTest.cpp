@@ -58,7 +58,7 @@ private Q_SLOTS:
 
     void whatIsPackedUnpacksToTheSame()
     {
-        const auto packed = packFolder(m_folder, m_zip, m_progress);
+        const auto packed = packFolder(m_folder, m_zip, m_limits, m_progress);
         QVERIFY2(packed, qPrintable(packed.text()));
         QCOMPARE(packed.value, qint64{3});
         const QString target = m_dir->filePath(QStringLiteral("target"));
@@ -70,13 +70,13 @@ private Q_SLOTS:
 
     void itReallyDeflates()
     {
-        QVERIFY(packFolder(m_folder, m_zip, m_progress));
+        QVERIFY(packFolder(m_folder, m_zip, m_limits, m_progress));
         QVERIFY(QFileInfo(m_zip).size() < 10000);
     }
 
     void aFolderNamedWithATrailingSlash()
     {
-        QVERIFY(packFolder(m_folder + QLatin1Char('/'), m_zip, m_progress));
+        QVERIFY(packFolder(m_folder + QLatin1Char('/'), m_zip, m_limits, m_progress));
         const QString target = m_dir->filePath(QStringLiteral("target"));
         QVERIFY(unpackArchive(m_zip, target, LimitSettings(), m_progress));
         QVERIFY(QFileInfo(target + QStringLiteral("/料号job/matrix/matrix")).isFile());
@@ -84,10 +84,10 @@ private Q_SLOTS:
 
     void theSameFolderGivesTheSameBytes()
     {
-        QVERIFY(packFolder(m_folder, m_zip, m_progress));
+        QVERIFY(packFolder(m_folder, m_zip, m_limits, m_progress));
         const QString again = m_dir->filePath(QStringLiteral("again.zip"));
         QTest::qSleep(1100);
-        QVERIFY(packFolder(m_folder, again, m_progress));
+        QVERIFY(packFolder(m_folder, again, m_limits, m_progress));
         QFile one(m_zip);
         QFile two(again);
         QVERIFY(one.open(QIODevice::ReadOnly) && two.open(QIODevice::ReadOnly));
@@ -96,7 +96,7 @@ private Q_SLOTS:
 
     void namesAreMarkedAsUtf8()
     {
-        QVERIFY(packFolder(m_folder, m_zip, m_progress));
+        QVERIFY(packFolder(m_folder, m_zip, m_limits, m_progress));
         QFile zip(m_zip);
         QVERIFY(zip.open(QIODevice::ReadOnly));
         const QByteArray head = zip.read(8);
@@ -114,6 +114,11 @@ private Q_SLOTS:
         QTest::newRow("a pipe") << QStringLiteral("mkfifo a-pipe") << QStringLiteral("a-pipe");
         QTest::newRow("a name in no encoding")
             << QStringLiteral("touch \"$(printf 'a\\377b')\"") << QStringLiteral("料号job/a");
+        QTest::newRow("names that differ in case")
+            << QStringLiteral("touch Top.gbr top.GBR") << QStringLiteral("top.GBR");
+        QTest::newRow("too deep") << QStringLiteral("mkdir -p $(printf 'd/%.0s' $(seq 200)); "
+                                                    "touch $(printf 'd/%.0s' $(seq 200))x")
+                                  << QStringLiteral("d/d");
         QTest::newRow("no files") << QStringLiteral("rm -r -- *; mkdir x")
                                   << QStringLiteral("料号job");
         QTest::newRow("no folder") << QStringLiteral("rm -r \"$PWD\"") << QStringLiteral("料号job");
@@ -124,13 +129,39 @@ private Q_SLOTS:
         QFETCH(QString, command);
         QFETCH(QString, named);
         runInFolder(command);
-        const auto packed = packFolder(m_folder, m_zip, m_progress);
+        const auto packed = packFolder(m_folder, m_zip, m_limits, m_progress);
         QVERIFY(!packed);
         QVERIFY2(packed.text().contains(named), qPrintable(packed.text()));
         QVERIFY(!QFileInfo::exists(m_zip));
         // Qt cannot remove what it cannot name.
         QVERIFY(QDir().mkpath(m_folder));
         runInFolder(QStringLiteral("rm -rf -- *"));
+    }
+
+    /// What is packed must be fit to be unpacked under the same limits.
+    void limits_data()
+    {
+        QTest::addColumn<qint64>("entries");
+        QTest::addColumn<qint64>("bytes");
+        QTest::addColumn<qint64>("ratio");
+        QTest::addColumn<int>("zeros");
+        QTest::newRow("an entry too many") << qint64{5} << qint64{1 << 30} << qint64{200} << 0;
+        QTest::newRow("too many bytes") << qint64{100} << qint64{600000} << qint64{200} << 0;
+        QTest::newRow("shrinks too much")
+            << qint64{100} << qint64{1 << 30} << qint64{200} << (20 << 20);
+    }
+
+    void limits()
+    {
+        QFETCH(qint64, entries);
+        QFETCH(qint64, bytes);
+        QFETCH(qint64, ratio);
+        QFETCH(int, zeros);
+        QVERIFY(writeFile(m_folder + QStringLiteral("/zeros"), QByteArray(zeros, '\0')));
+        QVERIFY(packFolder(m_folder, m_zip, {1000, 1 << 30, 10000}, m_progress));
+        QVERIFY(QFile::remove(m_zip));
+        QVERIFY(!packFolder(m_folder, m_zip, {entries, bytes, ratio}, m_progress));
+        QVERIFY(!QFileInfo::exists(m_zip));
     }
 
     void aFileThatGrows()
@@ -141,7 +172,7 @@ private Q_SLOTS:
             QVERIFY(file.open(QIODevice::Append));
             file.write("more");
         });
-        const auto packed = packFolder(m_folder, m_zip, progress);
+        const auto packed = packFolder(m_folder, m_zip, m_limits, progress);
         QVERIFY(!packed);
         QVERIFY(packed.text().contains(growing));
         QVERIFY(!QFileInfo::exists(m_zip));
@@ -150,14 +181,14 @@ private Q_SLOTS:
     void cancelled()
     {
         MeddlingProgress progress([&progress] { progress.cancelled = true; });
-        QVERIFY(!packFolder(m_folder, m_zip, progress));
+        QVERIFY(!packFolder(m_folder, m_zip, m_limits, progress));
         QVERIFY(!QFileInfo::exists(m_zip));
     }
 
     void aTargetThatStandsIsNotOverwritten()
     {
         QVERIFY(writeFile(m_zip, "mine"));
-        QVERIFY(!packFolder(m_folder, m_zip, m_progress));
+        QVERIFY(!packFolder(m_folder, m_zip, m_limits, m_progress));
         QFile zip(m_zip);
         QVERIFY(zip.open(QIODevice::ReadOnly));
         QCOMPARE(zip.readAll(), QByteArray("mine"));
@@ -176,6 +207,7 @@ private:
     std::unique_ptr<QTemporaryDir> m_dir;
     QString m_folder;
     QString m_zip;
+    LimitSettings m_limits;
     NoProgress m_progress;
 };
 

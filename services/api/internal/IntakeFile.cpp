@@ -151,7 +151,7 @@ Outcome IntakeFile::putFolder(FileStore &store, const QString &staging, Progress
     if (Outcome made = makeFolder(QDir(staging).absolutePath()); !made)
         return made;
     const QString zip = QDir(staging).absoluteFilePath(m_storedName);
-    const auto packed = packFolder(m_path, zip, progress);
+    const auto packed = packFolder(m_path, zip, m_limits, progress);
     if (!packed)
         return packed.outcome;
     Outcome stored = store.put(zip, m_storedName, progress);
