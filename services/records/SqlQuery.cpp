@@ -12,8 +12,8 @@
 
 namespace KODMS::Services {
 
-SqlQuery::SqlQuery(Database &database, QSqlQuery query, const QString &name)
-    : m_database(&database), m_query(std::move(query)), m_name(name)
+SqlQuery::SqlQuery(Database &database, const QSqlQuery &query, const QString &name)
+    : m_database(&database), m_query(query), m_name(name)
 {
 }
 

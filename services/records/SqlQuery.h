@@ -52,7 +52,7 @@ private:
     friend class Database;
 
     /// `name` empty: not from the catalogue, not kept.
-    SqlQuery(Database &database, QSqlQuery query, const QString &name);
+    SqlQuery(Database &database, const QSqlQuery &query, const QString &name);
 
     QVariant value(const char *column) const;
     [[noreturn]] void fail() const;

@@ -10,7 +10,6 @@
 #include <QTest>
 
 using namespace KODMS::UI;
-using KODMS::DataLib::Model::User_View;
 using KODMS::Fakes::FakeServices;
 
 class AssigneeComboTest : public QObject {
