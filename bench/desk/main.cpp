@@ -36,9 +36,10 @@ QVector<Measured> measureAll(const BenchInstallation &installation, int terms)
     return all;
 }
 
-QString ratioText(const Measured &measured)
+/// Empty for what was not measured: another process's CPU time, a ratio to nothing.
+QString figure(double value)
 {
-    return measured.ratio > 0 ? QString::number(measured.ratio, 'f', 2) : QString();
+    return value > 0 ? QString::number(value, 'f', 2) : QString();
 }
 
 void printTable(const QVector<Measured> &all)
@@ -46,10 +47,10 @@ void printTable(const QVector<Measured> &all)
     std::printf("| what | goal | measured | median ms | p99 ms | CPU median ms | ratio |\n"
                 "|---|---|---|---|---|---|---|\n");
     for (const Measured &one : all)
-        std::printf("| %s | %s | %d | %.2f | %.2f | %.2f | %s |\n", qPrintable(one.name),
+        std::printf("| %s | %s | %d | %.2f | %.2f | %s | %s |\n", qPrintable(one.name),
                     qPrintable(one.goal), static_cast<int>(one.watch.count()),
-                    one.watch.wallMedian(), one.watch.wall99(), one.watch.cpuMedian(),
-                    qPrintable(ratioText(one)));
+                    one.watch.wallMedian(), one.watch.wall99(),
+                    qPrintable(figure(one.watch.cpuMedian())), qPrintable(figure(one.ratio)));
 }
 
 void printJson(int flows, const QVector<Measured> &all)
