@@ -40,7 +40,7 @@ void paintShape(QPainter &painter, int level)
         painter.drawEllipse(QPointF(8, 8), 7, 7);
     painter.setBrush(QColor(0x26, 0x26, 0x26));
     const bool dotBelow = level >= 1;
-    painter.drawRoundedRect(QRectF(7.1, dotBelow ? 5 : 7, 1.8, dotBelow ? 5 : 5), 0.8, 0.8);
+    painter.drawRoundedRect(QRectF(7.1, dotBelow ? 5 : 7, 1.8, 5), 0.8, 0.8);
     painter.drawEllipse(QPointF(8, dotBelow ? 12 : 4.9), 1.05, 1.05);
 }
 

@@ -40,9 +40,9 @@ void buildFileMenu(MainWindow &window)
     intake->setEnabled(MainWindow::mayTakeIn());
     menu.addSeparator();
     add(menu, "switchUserAction", text(QT_TRANSLATE_NOOP("MainMenu", "切换用户(&U)…")),
-        QKeySequence(Qt::CTRL | Qt::Key_U), window, &MainWindow::switchUserRequested);
+        QKeySequence(QStringLiteral("Ctrl+U")), window, &MainWindow::switchUserRequested);
     add(menu, "quitAction", text(QT_TRANSLATE_NOOP("MainMenu", "退出(&Q)")),
-        QKeySequence(Qt::CTRL | Qt::Key_Q), window, &MainWindow::close);
+        QKeySequence(QStringLiteral("Ctrl+Q")), window, &MainWindow::close);
 }
 
 void buildLanguageMenu(QMenu &view, MainWindow &window, const Preferences &preferences)
