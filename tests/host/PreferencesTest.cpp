@@ -75,7 +75,8 @@ void PreferencesTest::aDamagedFileCostsOnlyTheMemory()
 {
     QFile damaged(file("damaged.ini"));
     QVERIFY(damaged.open(QIODevice::WriteOnly));
-    damaged.write(QByteArray("[user-1\n\x00\xff\xfe language=@Invalid(\nlanguage=fr\n=", 50));
+    const char rubbish[] = "[user-1\n\x00\xff\xfe language=@Invalid(\nlanguage=fr\n=";
+    damaged.write(rubbish, sizeof rubbish - 1);
     damaged.close();
     Preferences preferences(damaged.fileName());
     QCOMPARE(preferences.language(), QStringLiteral("zh"));
