@@ -14,8 +14,9 @@ namespace KODMS::Bench {
 struct Measured {
     QString name;
     QString goal;
-    Stopwatch watch;
-    double ratio = 0; ///< of two things measured side by side; 0: there is no other thing
+    Stopwatch watch = {};
+    Stopwatch search = {}; ///< keystrokes: the search and the fill alone, once more
+    double ratio = 0;      ///< of two things measured side by side; 0: there is no other thing
 };
 
 /// `count` desks built one after the other, first page included; then the same,
