@@ -127,6 +127,18 @@ private Q_SLOTS:
         QCOMPARE(kinds(check()), QStringList());
     }
 
+    /// A body that could not be removed may have been recorded anew before the repair comes.
+    void aFileThatIsRecordedAgainOutlivesItsMark()
+    {
+        const QString name = take();
+        mark(name, true);
+        const CheckReport repaired = check(true);
+        QVERIFY(repaired.isClean());
+        QVERIFY(repaired.findings.first().isRepaired);
+        QVERIFY(m_home->store().exists(name));
+        QCOMPARE(kinds(check()), QStringList());
+    }
+
     void sampleRecordsHaveNoFiles()
     {
         const QString name = take();

@@ -88,7 +88,9 @@ void StoreCheckRun::lookAtMarks()
         CheckFinding &finding = add("delete-mark", mark.key(), text, false);
         if (!m_options.repair)
             continue;
-        const bool removesBody = mark.value() && m_store.exists(mark.key());
+        // A name that is recorded again is no leftover.
+        const bool removesBody =
+            mark.value() && !isRecorded(mark.key()) && m_store.exists(mark.key());
         const Outcome done = removesBody ? m_store.remove(mark.key()) : Outcome::success();
         finding.isRepaired = repaired(mark.key(), "delete mark removed", done);
         if (finding.isRepaired)
