@@ -38,6 +38,9 @@ bool ViewService::search(const List &conditions, const List &countConditions,
     } catch (const SqlError &error) {
         *totalCount = 0;
         return fail(error.logText(), tr("查询失败：%1").arg(error.userText()));
+    } catch (const std::exception &error) {
+        *totalCount = 0;
+        return fail(QString::fromUtf8(error.what()), tr("查询失败：%1").arg(tr("内部错误")));
     }
 }
 

@@ -56,6 +56,7 @@ void TestHostileLists::badListsAreRefused_data()
     QTest::newRow("page start") << 5 << "page window";
     QTest::newRow("negative page size") << 6 << "page window";
     QTest::newRow("unknown bracket") << 7 << "unknown bracket";
+    QTest::newRow("unknown second sort field") << 8 << "unknown field to sort by: secret";
 }
 
 void TestHostileLists::badListsAreRefused()
@@ -86,6 +87,10 @@ void TestHostileLists::badListsAreRefused()
         break;
     case 6:
         list = paged(list, "0", "-30");
+        break;
+    case 8:
+        list.push_back(list[1]);
+        list[2].sortField = "secret";
         break;
     default:
         list[0].openBracket = 5;

@@ -8,6 +8,8 @@
 #include <QRegularExpression>
 #include <QTest>
 
+#include <stdexcept>
+
 using namespace KODMS::Services;
 using namespace KODMS::Tests;
 
@@ -18,6 +20,11 @@ public:
     void shown(const ShownRow &row) override { rows << row; }
 
     QVector<ShownRow> rows;
+};
+
+class Forgetful final : public ShownRecords {
+public:
+    void shown(const ShownRow &) override { throw std::runtime_error("no memory left"); }
 };
 
 } // namespace
@@ -36,6 +43,7 @@ private Q_SLOTS:
     void anOriginalFileShowsEveryField();
     void timesAreShownInLocalTime();
     void shownRowsAreRemembered();
+    void noExceptionLeavesASearch();
     void anOrdinaryUserSeesOwnFlowsOnly_data();
     void anOrdinaryUserSeesOwnFlowsOnly();
     void originalFilesAreShownToTheirExecutor();
@@ -207,6 +215,25 @@ void TestViewRows::shownRowsAreRemembered()
         QCOMPARE(row.versions.assignment, 5);
         QCOMPARE(row.versions.remark, 6);
     }
+}
+
+void TestViewRows::noExceptionLeavesASearch()
+{
+    ViewFixture fixture;
+    fixture.addFlow(4, QStringLiteral("A1B000004"));
+    Forgetful memory;
+    fixture.context().setShownRecords(&memory);
+    const QRegularExpression line(QStringLiteral("^search .*no memory left"));
+    QTest::ignoreMessage(QtWarningMsg, line);
+    QVERIFY(!fixture.searchFlows({condition("KoJobName", "", true)}));
+    QVERIFY(fixture.flows.empty());
+    QCOMPARE(fixture.total, 0);
+    QTest::ignoreMessage(QtWarningMsg, line);
+    QVERIFY(!fixture.searchOrigFiles({condition("KoName", "", true)}));
+    QVERIFY(fixture.origFiles.empty());
+    fixture.context().setShownRecords(nullptr);
+    QVERIFY(fixture.searchFlows({condition("KoJobName", "", true)}));
+    QCOMPARE(fixture.total, 1);
 }
 
 void TestViewRows::anOrdinaryUserSeesOwnFlowsOnly_data()

@@ -111,12 +111,15 @@ bool ConditionReader::repeats(const Record &record, const Record &before)
 
 bool ConditionReader::readOrder(const Record &record)
 {
-    if (record.sortEnabled != 1 || m_request.orderBy != nullptr)
+    if (record.sortEnabled != 1)
         return true;
-    m_request.orderBy = m_view.field(record.sortField);
-    if (m_request.orderBy == nullptr)
+    const ViewField *field = m_view.field(record.sortField);
+    if (field == nullptr)
         return fail(QStringLiteral("unknown field to sort by: ") +
                     QString::fromStdString(record.sortField));
+    if (m_request.orderBy != nullptr) // the first order counts
+        return true;
+    m_request.orderBy = field;
     m_request.isDescending = record.sortDirection == 1;
     return true;
 }
