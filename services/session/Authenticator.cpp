@@ -43,6 +43,14 @@ QDateTime timeOf(const QString &stored)
     return QDateTime::fromString(stored, Qt::ISODateWithMs);
 }
 
+/// Without memory for a new hash the old one stays: an empty one would lock the user out.
+void renewHash(UserRecords &users, int userId, const QString &password)
+{
+    const QString hash = PasswordHash::make(password);
+    if (!hash.isEmpty())
+        users.setPasswordHash(userId, hash);
+}
+
 Outcome wrong()
 {
     return Outcome::failure(tr("用户名或密码不正确"));
@@ -72,7 +80,7 @@ Result<Actor> Authenticator::check(const QString &loginName, const QString &pass
     const auto user = UserRecords(m_database).byLogin(key);
     const QString hash = user ? user->passwordHash : QString();
     if (!PasswordHash::matches(hash, password)) {
-        countFailure(key);
+        countFailure(key, user.has_value());
         return wrong();
     }
     if (user->disabled) {
@@ -96,8 +104,11 @@ int Authenticator::remainingDelay(const QString &key)
     return left <= 0 ? 0 : static_cast<int>((left + 999) / 1000);
 }
 
-void Authenticator::countFailure(const QString &key)
+void Authenticator::countFailure(const QString &key, bool isKnown)
 {
+    // People type a password where the name belongs: what names nobody is written down nowhere
+    // but in the count, which is forgotten after a day.
+    const QString name = isKnown ? key : QStringLiteral("(unknown)");
     Transaction transaction(m_database);
     m_database.query("delete_old_sign_in_failures")
         .bind(":time", storedTime(m_clock().addSecs(-Memory)))
@@ -106,10 +117,10 @@ void Authenticator::countFailure(const QString &key)
         .bind(":login", key)
         .bind(":time", storedTime(m_clock()))
         .exec();
-    writeAudit(m_database, {0, QStringLiteral("session.SignIn"), QStringLiteral("login"), 0, key,
+    writeAudit(m_database, {0, QStringLiteral("session.SignIn"), QStringLiteral("login"), 0, name,
                             QString(), QStringLiteral("wrong name or password"), true});
     transaction.commit();
-    qCInfo(lcSession).noquote() << "sign-in failed:" << key;
+    qCInfo(lcSession).noquote() << "sign-in failed:" << name;
 }
 
 Actor Authenticator::succeed(const QString &key, int userId, const QString &password)
@@ -119,7 +130,7 @@ Actor Authenticator::succeed(const QString &key, int userId, const QString &pass
     const UserRow user = users.byId(userId).value();
     m_database.query("delete_sign_in_failures").bind(":login", key).exec();
     if (PasswordHash::isOutdated(user.passwordHash))
-        users.setPasswordHash(userId, PasswordHash::make(password));
+        renewHash(users, userId, password);
     users.stampSignIn(userId);
     writeAudit(m_database, {userId, QStringLiteral("session.SignIn"), QStringLiteral("user"),
                             userId, user.loginName, QString(), QString(), false});

@@ -31,7 +31,7 @@ public:
 private:
     /// What is left of the delay, in seconds.
     int remainingDelay(const QString &key);
-    void countFailure(const QString &key);
+    void countFailure(const QString &key, bool isKnown);
     Actor succeed(const QString &key, int userId, const QString &password);
 
     Database &m_database;

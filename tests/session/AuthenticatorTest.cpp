@@ -34,6 +34,7 @@ private Q_SLOTS:
     void aClockPutBackNeverLocksForever();
     void failuresAreForgottenAfterADay();
     void everyTryIsAudited();
+    void aNameThatIsNobodysIsNotWrittenDown();
     void awkwardNames_data();
     void awkwardNames();
 
@@ -222,6 +223,15 @@ void AuthenticatorTest::everyTryIsAudited()
                                                 "|| after_value) AS value FROM events"))
                             .toString();
     QVERIFY(!all.contains(m_right));
+}
+
+/// A password typed where the name belongs must not stand in the audit for ever.
+void AuthenticatorTest::aNameThatIsNobodysIsNotWrittenDown()
+{
+    failTimes(m_right, 1);
+    QCOMPARE(m_home.refusals(), 1);
+    QCOMPARE(m_home.lastEvent()[QStringLiteral("record_name")].toString(),
+             QStringLiteral("(unknown)"));
 }
 
 void AuthenticatorTest::awkwardNames_data()
