@@ -29,10 +29,9 @@ QString ActingCommand::fault(const Invocation &invocation) const
 Report ActingCommand::work(const Invocation &invocation)
 {
     const QString login = invocation.value(QStringLiteral("login"));
-    if (login.isEmpty()) {
-        SignIn::actAsOperator();
+    if (login.isEmpty())
         return act(invocation);
-    }
+    SignIn::signOut();
     const Result<QString> password = PasswordSource(invocation.passwordFile())
                                          .existing(QStringLiteral("Password of %1:").arg(login));
     if (!password)

@@ -3,6 +3,7 @@
 #include "apps/admin/InstalledCommand.h"
 
 #include "services/api/ServiceRuntime.h"
+#include "services/api/SignIn.h"
 
 namespace KODMS::Admin {
 
@@ -32,7 +33,10 @@ private:
 Report InstalledCommand::run(const Invocation &invocation)
 {
     const Installation installation(invocation.configPath());
-    return installation.opened() ? work(invocation) : Report::failure(installation.opened().text);
+    if (!installation.opened())
+        return Report::failure(installation.opened().text);
+    Services::SignIn::actAsOperator(); // unless the command is told of a user to act as
+    return work(invocation);
 }
 
 } // namespace KODMS::Admin

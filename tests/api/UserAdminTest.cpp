@@ -37,6 +37,7 @@ private Q_SLOTS:
     void everyChangeIsAudited();
     void onlyAnAdministratorWhenSomebodyIsSignedIn();
     void theOperatorHasNoSeatAtTheDesks();
+    void nobodyIsRefused();
     void withoutServices();
 
 private:
@@ -250,6 +251,19 @@ void UserAdminTest::theOperatorHasNoSeatAtTheDesks()
     QVERIFY(UserAdmin::add(someone()));
     SignIn::signOut();
     QVERIFY(SignIn::current().roles.isEmpty());
+}
+
+/// Nobody is not the operator: a host without a signed-in user changes no account.
+void UserAdminTest::nobodyIsRefused()
+{
+    SignIn::signOut();
+    NoticeLog log;
+    QVERIFY(!UserAdmin::add(someone()));
+    QVERIFY(!UserAdmin::grantRole(Installation::login(), QStringLiteral("robot")));
+    QCOMPARE(log.notices.size(), 2);
+    QCOMPARE(UserAdmin::list().value.size(), 1);
+    SignIn::actAsOperator();
+    QVERIFY(UserAdmin::add(someone()));
 }
 
 void UserAdminTest::withoutServices()

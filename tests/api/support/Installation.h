@@ -4,6 +4,7 @@
 
 #include "services/api/InstallationSetup.h"
 #include "services/api/ServiceRuntime.h"
+#include "services/api/SignIn.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -50,6 +51,7 @@ public:
         const Services::Outcome started = Services::ServiceRuntime::instance().start(iniPath());
         if (!started)
             qFatal("%s", qPrintable(started.text));
+        Services::SignIn::actAsOperator();
     }
 
     static QString login() { return QStringLiteral("boss"); }
