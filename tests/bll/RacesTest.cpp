@@ -32,6 +32,8 @@ private Q_SLOTS:
     void init();
     void theSecondWriteOnAGroupIsRefused_data();
     void theSecondWriteOnAGroupIsRefused();
+    void nobodyDeletesWhatAnotherReplaced();
+    void nobodyFinishesWhatAnotherReviewed();
     void writesOnDifferentGroupsDoNotDisturb();
     void ownWritesMoveTheVersionOn();
     void aRefreshAllowsTheWrite();
@@ -124,6 +126,31 @@ void RacesTest::theSecondWriteOnAGroupIsRefused()
     QVERIFY2(log.notices[0].text.contains(QStringLiteral("FAST")), qPrintable(log.notices[0].text));
     QVERIFY2(log.notices[0].text.contains(group), qPrintable(log.notices[0].text));
     QCOMPARE(m_home.refusals(), 1);
+}
+
+void RacesTest::nobodyDeletesWhatAnotherReplaced()
+{
+    QVERIFY(BLL::Odbpp_JobFlowBll().UpdateOrigFileGuid(m_job.fileGuid, m_job.flowGuid));
+    m_home.makeCurrent(*m_slowSession);
+    const auto remove = [this] {
+        return BLL::Odbpp_JobCompressBll().DelOrigFile(m_job.rowId, m_job.storedName,
+                                                       m_job.flowGuid);
+    };
+    QVERIFY(!remove());
+    QVERIFY(m_home.files().exists(QString::fromStdString(m_job.storedName)));
+    m_home.show(*m_slowSession, m_job);
+    QVERIFY(remove());
+}
+
+void RacesTest::nobodyFinishesWhatAnotherReviewed()
+{
+    for (const char *column : {"flow_status", "check_flag"})
+        m_home.set(QStringLiteral("job_flows"), QString::fromLatin1(column), 2, m_job.flowId);
+    QVERIFY(BLL::Odbpp_JobFlowBll().UpdateState(m_fast, 2, 2, m_job.flowGuid));
+    m_home.makeCurrent(*m_slowSession);
+    QVERIFY(!DBS_API::kodms_update_flow_status(m_job.jobName, 3, 2));
+    m_home.show(*m_slowSession, m_job);
+    QVERIFY(DBS_API::kodms_update_flow_status(m_job.jobName, 3, 2));
 }
 
 void RacesTest::writesOnDifferentGroupsDoNotDisturb()

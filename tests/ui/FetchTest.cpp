@@ -34,6 +34,7 @@ private Q_SLOTS:
     void neverWritesThroughALink();
     void whoMayHaveIt_data();
     void whoMayHaveIt();
+    void whatWasReplacedIsForAdministrators();
     void aHostileJobNameStaysInside_data();
     void aHostileJobNameStaysInside();
     void aFailureLeavesNothing_data();
@@ -164,6 +165,18 @@ void FetchTest::whoMayHaveIt()
     const QString refused =
         QStringLiteral("SELECT count(*) FROM events WHERE action = 'file.fetch' AND refused = 1");
     QCOMPARE(m_home->value(refused).toInt(), may ? 0 : 1);
+}
+
+/// No flow uses it any more, so that it is in nobody's scope.
+void FetchTest::whatWasReplacedIsForAdministrators()
+{
+    m_home->database().run(QStringLiteral("UPDATE job_flows SET orig_file_id = NULL"));
+    m_home->actAs(QStringLiteral("somebody"), {Role::TestAdmin, Role::ShowCompanyName});
+    fetch(QStringLiteral("job"), m_job.storedName);
+    QVERIFY(!QFile::exists(target()));
+    m_home->actAs(QStringLiteral("boss"), {Role::Admin});
+    fetch(QStringLiteral("job"), m_job.storedName);
+    QVERIFY(QFile::exists(target()));
 }
 
 void FetchTest::aHostileJobNameStaysInside_data()
