@@ -1509,6 +1509,10 @@ Roles: %2</translation>
         <translation>The database is not open</translation>
     </message>
     <message>
+        <source>内部错误</source>
+        <translation>internal error</translation>
+    </message>
+    <message>
         <source>查询失败：%1</source>
         <translation>The search failed: %1</translation>
     </message>
