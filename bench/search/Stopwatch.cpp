@@ -6,7 +6,6 @@
 #include <chrono>
 #include <cmath>
 #include <ctime>
-#include <numeric>
 
 namespace KODMS::Bench {
 
@@ -31,11 +30,6 @@ void Stopwatch::stop()
 {
     m_wall.push_back(wallNow() - m_wallStart);
     m_cpu.push_back(cpuNow() - m_cpuStart);
-}
-
-double Stopwatch::cpuSum() const
-{
-    return std::accumulate(m_cpu.begin(), m_cpu.end(), 0.0);
 }
 
 double Stopwatch::quantile(std::vector<double> values, double share)

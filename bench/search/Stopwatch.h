@@ -27,7 +27,8 @@ public:
 
     double cpuMedian() const { return quantile(m_cpu, 0.5); }
 
-    double cpuSum() const;
+    /// CPU time of one repetition.
+    double cpuOf(std::size_t repetition) const { return m_cpu[repetition]; }
 
 private:
     void start();

@@ -49,7 +49,7 @@ CandidateSql::Walk CandidateSql::walkOf(const Condition &condition) const
     const ViewField *dimension = ConditionSql::commonDimension(condition);
     if (dimension != nullptr) {
         const QString in = sql.writeDimension(dimension, condition);
-        return {QLatin1String(dimension->walk) + QLatin1Char(' ') + in, sql.values()};
+        return {QLatin1String(dimension->walk) + QLatin1Char(' ') + in, sql.values(), false};
     }
     if (condition.kind == Condition::Kind::Any)
         return unionOf(condition);
@@ -65,7 +65,7 @@ CandidateSql::Walk CandidateSql::testWalk(const Condition &test) const
     if (!hasWalk)
         return {};
     const QVariant value = isNumber ? QVariant(test.number) : QVariant(test.text);
-    return {QLatin1String(test.field->walk) + QStringLiteral(" = ?"), {value}};
+    return {QLatin1String(test.field->walk) + QStringLiteral(" = ?"), {value}, false};
 }
 
 CandidateSql::Walk CandidateSql::unionOf(const Condition &any) const

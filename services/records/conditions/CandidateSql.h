@@ -20,6 +20,7 @@ public:
     struct Walk {
         QString sql;
         QVector<QVariant> values;
+        bool isEmpty = false; ///< was found to lead to no row
     };
 
     CandidateSql(const SearchView &view, const Dialect &dialect) : m_view(view), m_dialect(dialect)

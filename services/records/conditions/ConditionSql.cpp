@@ -18,6 +18,9 @@ namespace {
 /// long ones become chains of chains.
 constexpr int longestChain = 50;
 
+/// A longer list of alternatives does not get a set for each.
+constexpr std::size_t mostSets = 16;
+
 bool isSameDimension(const ViewField *a, const ViewField *b)
 {
     return qstrcmp(a->key, b->key) == 0;
@@ -161,6 +164,8 @@ QString ConditionSql::writeGroup(const Condition &group)
     int highest = above;
     QStringList parts;
     const std::vector<Condition> children = m_isInDimension ? group.children : gathered(group);
+    const bool wasAlternative = m_isAlternative;
+    m_isAlternative = group.kind == Condition::Kind::Any && children.size() <= mostSets;
     for (const Condition &child : children) {
         m_height = above;
         const bool isGroup =
@@ -169,6 +174,7 @@ QString ConditionSql::writeGroup(const Condition &group)
         parts << (isGroup ? QLatin1Char('(') + part + QLatin1Char(')') : part);
         highest = std::max(highest, m_height);
     }
+    m_isAlternative = wasAlternative;
     m_height = highest;
     const bool isAll = group.kind == Condition::Kind::All;
     return join(parts, isAll ? QStringLiteral(" AND ") : QStringLiteral(" OR "));
@@ -188,6 +194,12 @@ QString ConditionSql::join(const QStringList &parts, const QString &word)
 QString ConditionSql::writeTest(const Condition &test)
 {
     const ViewField *field = test.field;
+    const bool isNumberTest = test.match == Condition::Match::EqualNumber;
+    if (isNumberTest && m_isAlternative && field->set != nullptr) {
+        m_values << test.number;
+        return QStringLiteral("%1 IN (%2 = ?)")
+            .arg(QLatin1String(field->setColumn), QLatin1String(field->set));
+    }
     const QString column = QLatin1String(m_isInDimension ? field->dimensionColumn : field->column);
     if (!m_isInDimension)
         m_tables |= field->tables;
@@ -195,7 +207,7 @@ QString ConditionSql::writeTest(const Condition &test)
         m_values << test.text;
         return column + QStringLiteral(" = ?");
     }
-    if (test.match == Condition::Match::EqualNumber)
+    if (isNumberTest)
         return writeNumberTest(test, column);
     const bool isNumber = field->kind == ViewField::Kind::Number;
     QString bound;

@@ -66,6 +66,7 @@ private:
     unsigned m_tables = 0;
     int m_height = 0;
     bool m_isInDimension = false;
+    bool m_isAlternative = false; ///< one of a few tests of which one is enough
 };
 
 } // namespace KODMS::Services

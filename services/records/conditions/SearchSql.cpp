@@ -60,6 +60,14 @@ SearchSql::Statement SearchSql::count(const Condition &where) const
     return selection(QStringLiteral("count(*) AS total"), where, 0, indexes);
 }
 
+SearchSql::Statement SearchSql::largestId(const SearchView &view)
+{
+    return {QStringLiteral("SELECT MAX(%1) AS total FROM %2")
+                .arg(QLatin1String(view.id), QLatin1String(view.table)),
+            {},
+            false};
+}
+
 SearchSql::Statement SearchSql::walkLength(const CandidateSql::Walk &walk, int most)
 {
     return {QStringLiteral("SELECT count(*) AS total FROM (SELECT 1 FROM (%1) w LIMIT %2) l")

@@ -34,6 +34,9 @@ public:
     /// One number: the rows that meet the condition.
     Statement count(const Condition &where) const;
 
+    /// One number: about how many rows the view has, for nearly nothing.
+    static Statement largestId(const SearchView &view);
+
     /// One number: the rows of the walk, counted up to `most`.
     static Statement walkLength(const CandidateSql::Walk &walk, int most);
 

@@ -26,6 +26,12 @@ struct ViewField {
     const char *dimensionColumn = nullptr;
     const char *key = nullptr; ///< column of the row that names the record
     unsigned keyTables = 0;    ///< joined tables that `key` needs
+
+    /// For a number that the index of the desk's order does not hold: the keys of the
+    /// rows that have one value, again without the comparison, and the row's own column
+    /// to look for among them. A set that was read once answers faster than the table.
+    const char *set = nullptr;
+    const char *setColumn = nullptr;
 };
 
 } // namespace KODMS::Services

@@ -7,13 +7,15 @@
 #include "services/records/conditions/ConditionReader.h"
 #include "services/records/conditions/UserScope.h"
 
-#include <utility>
+#include <algorithm>
 
 namespace KODMS::Services {
 
 namespace {
 
-/// A walk that gives more rows than this is no faster than looking at all of them.
+/// A walk that gives more rows than these is no faster than looking at all of them in
+/// the desk's order: a part of the table, and never more than so many.
+constexpr int partOfTable = 16;
 constexpr int longestWalk = 30000;
 
 SqlQuery execute(Database &database, const SearchSql::Statement &statement)
@@ -73,6 +75,8 @@ bool ViewSearch::searchTogether()
     if (m_request.where.kind == Condition::Kind::Nothing)
         return true;
     const CandidateSql::Walk start = bestStart(m_request.where);
+    if (start.isEmpty)
+        return true;
     if (!findPage(start))
         return false;
     const qint64 offset = m_request.page ? m_request.page->offset : 0;
@@ -126,14 +130,20 @@ bool ViewSearch::findPage(const CandidateSql::Walk &start)
 CandidateSql::Walk ViewSearch::bestStart(const Condition &where)
 {
     CandidateSql::Walk best;
-    int shortest = longestWalk;
     const auto walks = CandidateSql(m_view, m_database.dialect()).walks(where);
+    if (walks.isEmpty())
+        return best;
+    const int rows = executeCount(m_database, SearchSql::largestId(m_view));
+    int shortest = std::min(rows / partOfTable, longestWalk);
     for (const CandidateSql::Walk &walk : walks) {
         const int length = executeCount(m_database, SearchSql::walkLength(walk, shortest));
         if (length >= shortest)
             continue;
         shortest = length;
         best = walk;
+        best.isEmpty = length == 0;
+        if (best.isEmpty)
+            break;
     }
     return best;
 }

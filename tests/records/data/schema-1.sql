@@ -184,11 +184,12 @@ CREATE TABLE change_log (
 );
 
 CREATE INDEX job_flows_order
-    ON job_flows (create_time, id, job_name, flow_status, check_flag);
+    ON job_flows (create_time, id, job_name, flow_status, check_flag, batch_number);
 
 CREATE INDEX job_flows_state ON job_flows (flow_status * 4 + check_flag);
 
-CREATE INDEX job_compress_order ON job_compress (flow_create_time, id);
+CREATE INDEX job_compress_order
+    ON job_compress (flow_create_time, id, flow_id, customer_id, serial_number, orig_name, tips);
 
 CREATE INDEX job_flows_create_user ON job_flows (create_user_id);
 
