@@ -81,6 +81,25 @@ private Q_SLOTS:
         QCOMPARE(QString::fromStdString(row.uuid), receipt.storedName);
     }
 
+    void anArchivesNameHasNoSuffix_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("name");
+        QTest::newRow("one suffix") << "board.v2.tgz"
+                                    << "board.v2";
+        QTest::newRow("two suffixes") << "board.v2.TAR.gz"
+                                      << "board.v2";
+        QTest::newRow("nothing but suffixes") << ".tar.gz"
+                                              << ".tar.gz";
+    }
+
+    void anArchivesNameHasNoSuffix()
+    {
+        QFETCH(QString, file);
+        taken(written(file, gzipped(rawTar({{"a", "1"}}))), "A1B");
+        QTEST(QString::fromStdString(origFileRow().origName), "name");
+    }
+
     void aFolder()
     {
         QVERIFY(writeFile(m_home->path(QStringLiteral("sent/板.v2/matrix/matrix")), "STEP"));

@@ -82,6 +82,14 @@ Outcome checkArchiveFile(const QFileInfo &info, const LimitSettings &limits)
                                                           : Outcome::success();
 }
 
+/// The file's name without the suffix of an archive, which may have two parts.
+QString archiveName(const QFileInfo &info)
+{
+    const QString tar = QStringLiteral(".tar");
+    const QString name = info.completeBaseName();
+    return name.endsWith(tar, Qt::CaseInsensitive) ? name.chopped(tar.size()) : name;
+}
+
 Result<FileHandle::Stamp> stampOf(const QString &path)
 {
     const auto file = FileHandle::openForReading(path);
@@ -113,7 +121,7 @@ Result<IntakeFile> IntakeFile::at(const QString &path, const LimitSettings &limi
         file.m_type = recordedArchiveType(file.m_path);
     }
     const QFileInfo whole(file.m_path);
-    file.m_baseName = file.m_isFolder ? whole.fileName() : whole.completeBaseName();
+    file.m_baseName = file.m_isFolder ? whole.fileName() : archiveName(whole);
     if (file.m_baseName.isEmpty())
         file.m_baseName = whole.fileName();
     file.m_storedName =
