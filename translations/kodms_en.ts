@@ -91,6 +91,10 @@
         <translation>no database is open</translation>
     </message>
     <message>
+        <source>已保存，但后续处理失败</source>
+        <translation>saved, but what should follow failed</translation>
+    </message>
+    <message>
         <source>内部错误，未保存</source>
         <translation>internal error, nothing was saved</translation>
     </message>

@@ -43,6 +43,7 @@ private Q_SLOTS:
     void deletionIsRefused_data();
     void deletionIsRefused();
     void aBodyThatStaysBehindIsMarked();
+    void whatFollowsAChangeLetsNoExceptionOut();
     void deletionOfARowWithoutFile();
 
 private:
@@ -385,6 +386,20 @@ void FileChangesTest::aBodyThatStaysBehindIsMarked()
                  .toString()
                  .toStdString(),
              m_job.storedName);
+}
+
+void FileChangesTest::whatFollowsAChangeLetsNoExceptionOut()
+{
+    m_home.files().throws = true;
+    Tests::NoticeLog log;
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression(QStringLiteral("after the change: no memory left")));
+    QVERIFY(BLL::Odbpp_JobCompressBll().DelOrigFile(m_job.rowId, m_job.storedName, m_job.flowGuid));
+    m_home.files().throws = false;
+    QCOMPARE(log.notices.size(), 1);
+    QVERIFY(!row("id").isValid());
+    QCOMPARE(m_home.one(QStringLiteral("SELECT count(*) AS value FROM file_delete_marks")).toInt(),
+             1);
 }
 
 void FileChangesTest::deletionOfARowWithoutFile()

@@ -107,8 +107,19 @@ bool Change::runSafely(const Body &body)
         return false;
     }
     for (const auto &step : m_afterwards)
-        step();
+        follow(step);
     return true;
+}
+
+/// The change is on the disk and stays, whatever becomes of what follows it.
+void Change::follow(const std::function<void()> &step) const
+{
+    try {
+        step();
+    } catch (const std::exception &error) {
+        reportFailed(QStringLiteral("after the change: ") + QString::fromUtf8(error.what()),
+                     tr("已保存，但后续处理失败"));
+    }
 }
 
 void Change::perform(const Body &body)

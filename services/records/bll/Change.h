@@ -84,6 +84,7 @@ private:
 
     bool runSafely(const Body &body);
     void perform(const Body &body);
+    void follow(const std::function<void()> &step) const;
     void loadActor();
     FlowRow found(const std::optional<FlowRow> &flow);
     void stopped(const ChangeStopped &why);

@@ -7,6 +7,8 @@
 #include <QSet>
 #include <QStringList>
 
+#include <stdexcept>
+
 namespace KODMS::Tests {
 
 /// A file store in memory that can be told to fail.
@@ -16,6 +18,8 @@ public:
 
     Services::Outcome removeBody(const QString &storedName) override
     {
+        if (throws)
+            throw std::runtime_error("no memory left");
         if (!failure.isEmpty())
             return Services::Outcome::failure(failure);
         names.remove(storedName);
@@ -25,6 +29,7 @@ public:
 
     QSet<QString> names;
     QStringList removed;
+    bool throws = false;
     QString failure; ///< not empty: removals fail with this text
 };
 
