@@ -25,6 +25,7 @@ private Q_SLOTS:
     void bracketsGoFirst();
     void theStatusFilterShowsWhatTheDeskAsksFor();
     void aRepeatedSortRecordIsNotApplied();
+    void joinAndBracketAloneMakeASortRecordDiffer();
     void aDifferingSortRecordIsApplied_data();
     void aDifferingSortRecordIsApplied();
     void ordersAreStable();
@@ -190,6 +191,25 @@ void TestConditionLists::aRepeatedSortRecordIsNotApplied()
     list.back().fuzzy = 1;
     QVERIFY(m_fixture->searchFlows(list));
     QCOMPARE(m_fixture->flowIds(), (QVector<int>{2, 1}));
+}
+
+void TestConditionLists::joinAndBracketAloneMakeASortRecordDiffer()
+{
+    m_fixture->addFlow(1, QStringLiteral("J1"));
+    m_fixture->addFlow(2, QStringLiteral("J2"));
+    List list = sorted({condition("KoJobName", "J1", false), condition("KoJobName", "J", true)});
+    QVERIFY(m_fixture->searchFlows(list));
+    QCOMPARE(m_fixture->flowIds(), (QVector<int>{1}));
+    list.back().orWithPrevious = 1;
+    QVERIFY(m_fixture->searchFlows(list));
+    QCOMPARE(m_fixture->flowIds(), (QVector<int>{2, 1}));
+    auto opening = condition("KoJobName", "J1", false);
+    opening.openBracket = 1;
+    list = sorted({opening});
+    list.back().openBracket = 0;
+    list.back().closeBracket = 2;
+    QVERIFY(m_fixture->searchFlows(list));
+    QCOMPARE(m_fixture->flowIds(), (QVector<int>{1}));
 }
 
 void TestConditionLists::aDifferingSortRecordIsApplied_data()
