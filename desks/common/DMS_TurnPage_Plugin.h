@@ -68,6 +68,7 @@ private:
     void connectBar();
     void fill();
     QTableWidgetItem *makeCell(int row, const QString &cell);
+    void putCell(int row, int column, QTableWidgetItem *item);
 
     void showCurrentPage() { m_pGotoPageLE->setText(QString::number(m_currentPage)); }
 
@@ -189,11 +190,10 @@ template <typename Data, typename Table> void DMS_TurnPage_Plugin<Data, Table>::
     for (int row = 0; row < m_data.size(); ++row) {
         const auto &cells = m_data.at(row);
         for (int column = 0; column < cells.size(); ++column)
-            m_pTable->setItem(row, column, makeCell(row, cells.at(column)));
+            putCell(row, column, makeCell(row, cells.at(column)));
     }
 }
 
-/// The table owns the item that is made here.
 template <typename Data, typename Table>
 QTableWidgetItem *DMS_TurnPage_Plugin<Data, Table>::makeCell(int row, const QString &cell)
 {
@@ -206,6 +206,18 @@ QTableWidgetItem *DMS_TurnPage_Plugin<Data, Table>::makeCell(int row, const QStr
     if (bar >= 0)
         applyColourCode(cell.section(QLatin1Char('|'), 1, 1), item);
     return item;
+}
+
+/// The table owns its items. A row may have more cells than the table has columns
+/// (flows in the table of original files); the table would count such a cell into
+/// the next row, or lose it after the last one.
+template <typename Data, typename Table>
+void DMS_TurnPage_Plugin<Data, Table>::putCell(int row, int column, QTableWidgetItem *item)
+{
+    if (column < m_pTable->columnCount())
+        m_pTable->setItem(row, column, item);
+    else
+        delete item;
 }
 
 template <typename Data, typename Table> void DMS_TurnPage_Plugin<Data, Table>::showTotalPages()

@@ -47,6 +47,7 @@ private Q_SLOTS:
     void theNumberOfPagesFollowsTheCount();
     void noRowsInAllPagesLeaveTheTableAsItIs();
     void fillingPutsEveryCellInPlace();
+    void cellsBeyondTheTablesColumnsAreLeftOut();
     void fillingAgainReplacesTheRows();
     void aCellIsSplitAtItsBars_data();
     void aCellIsSplitAtItsBars();
@@ -168,6 +169,19 @@ void TurnPageFillTest::fillingPutsEveryCellInPlace()
         QCOMPARE(m_table->item(row, 1)->text(), QStringLiteral("name%1").arg(row));
     }
     QVERIFY(m_table->selectedItems().isEmpty());
+}
+
+/// Without care the table would put them into the row below.
+void TurnPageFillTest::cellsBeyondTheTablesColumnsAreLeftOut()
+{
+    m_table->setColumnCount(1);
+    QStringList written;
+    connect(m_table, &QTableWidget::cellChanged, this,
+            [&](int row, int column) { written << QStringLiteral("%1/%2").arg(row).arg(column); });
+    m_bar->setData(someRows(2), 2, QStringLiteral("id1"));
+    QCOMPARE(written, QStringList({QStringLiteral("0/0"), QStringLiteral("1/0")}));
+    QCOMPARE(m_table->item(1, 0)->text(), QStringLiteral("id1"));
+    QCOMPARE(m_table->currentRow(), 1);
 }
 
 void TurnPageFillTest::fillingAgainReplacesTheRows()
