@@ -3,6 +3,7 @@
 #include "desks/export/DMS_Export_Widget.h"
 
 #include "desks/common/DMS_TurnPage_Plugin.h"
+#include "desks/common/DeskControls.h"
 #include "desks/common/NamedControl.h"
 #include "desks/common/StyleSheets.h"
 #include "foundation/ui/DMS_UICommon.h"
@@ -22,34 +23,6 @@ namespace {
 
 constexpr char SearchHint[] = "请输入搜索项";
 constexpr char ExactSearchHint[] = "该项仅支持精确搜索";
-
-QSpacerItem *makeSpacer(int width)
-{
-    return new QSpacerItem(width, 1, QSizePolicy::Expanding, QSizePolicy::Minimum);
-}
-
-QLineEdit *makeFilter(const char *name, const char *hint, QWidget *parent)
-{
-    auto *edit = makeNamed<QLineEdit>(name, parent);
-    edit->setPlaceholderText(QString::fromUtf8(hint));
-    return edit;
-}
-
-QPushButton *makeButton(const char *name, const QString &caption, const QString &style,
-                        QWidget *parent)
-{
-    auto *button = makeNamed<QPushButton>(name, caption, parent);
-    button->setStyleSheet(style);
-    return button;
-}
-
-QTableWidget *makeTable(const char *name, QWidget *parent)
-{
-    auto *table = makeNamed<QTableWidget>(name, parent);
-    table->setStyleSheet(TableWidgetStyle);
-    table->setAlternatingRowColors(true);
-    return table;
-}
 
 } // namespace
 
@@ -98,7 +71,7 @@ void DMS_Export_Widget::buildFilterPairs()
 
 void DMS_Export_Widget::buildFilterRows()
 {
-    m_pTopSpacer = makeSpacer(3);
+    m_pTopSpacer = makeSpacer(3, 1);
     m_pFilterRow1Layout = makeNamed<QHBoxLayout>("m_pFilterRow1Layout");
     m_pFilterRow1Layout->addWidget(m_pFilterLE);
     m_pFilterRow1Layout->addWidget(m_pFilterCMB);
@@ -137,7 +110,7 @@ void DMS_Export_Widget::buildActions()
 
     m_pImputPB =
         makeNamed<QPushButton>("m_pImputPB", QStringLiteral("导入前处理料号"), m_pJobGroupBox);
-    m_pImportSpacer = makeSpacer(3);
+    m_pImportSpacer = makeSpacer(3, 1);
     m_pImportLayout = makeNamed<QHBoxLayout>("m_pImportLayout");
     m_pImportLayout->addItem(m_pImportSpacer);
     m_pImportLayout->addWidget(m_pImputPB);
@@ -157,7 +130,7 @@ void DMS_Export_Widget::buildJobTable()
     m_pJobTableWidget = makeTable("m_pJobTableWidget", m_pJobGroupBox);
     m_TurnPage = makeNamed<DMS_TurnPage_Plugin<TableData, QTableWidget *>>(
         "m_TurnPage", m_TableData, m_pJobTableWidget, m_pJobGroupBox);
-    m_pReviewSpacer = makeSpacer(5);
+    m_pReviewSpacer = makeSpacer(5, 1);
     m_pReviewLayout = makeNamed<QHBoxLayout>("m_pReviewLayout");
     m_pReviewLayout->addItem(m_pReviewSpacer);
 }
@@ -199,7 +172,7 @@ void DMS_Export_Widget::buildQuestionBox()
                                       PushButtonGrayStyle, m_pQuestionGroupBox);
     m_pViewQuestionPB = makeButton("m_pViewQuestionPB", QStringLiteral("查看问题"),
                                    PushButtonBlueStyle, m_pQuestionGroupBox);
-    m_pQuestionSpacer = makeSpacer(5);
+    m_pQuestionSpacer = makeSpacer(5, 1);
     m_pQuestionButtonLayout = makeNamed<QHBoxLayout>("m_pQuestionButtonLayout");
     m_pQuestionButtonLayout->addItem(m_pQuestionSpacer);
     m_pQuestionButtonLayout->addWidget(m_pResolveQuestionPB);
@@ -225,7 +198,7 @@ void DMS_Export_Widget::buildBottomRow()
     m_pRefreshPB = makeButton("m_pRefreshPB", QStringLiteral("刷新"), PushButtonBlueStyle, this);
     m_pExportPB = makeButton("m_pExportPB", QStringLiteral("导出"), PushButtonBlueStyle, this);
     m_pExportPB->setVisible(false);
-    m_pBottomSpacer = makeSpacer(5);
+    m_pBottomSpacer = makeSpacer(5, 1);
     m_pBottomLayout = makeNamed<QHBoxLayout>("m_pBottomLayout");
     m_pBottomLayout->addItem(m_pBottomSpacer);
     if (m_pDownloadPB)

@@ -4,6 +4,7 @@
 
 #include "desks/common/DMS_TurnPage_Plugin.h"
 #include "desks/common/FlowRow.h"
+#include "desks/common/PagedSearch.h"
 #include "desks/common/TableHelpers.h"
 #include "desks/export/JobConditions.h"
 #include "foundation/bll/Odbpp_Flow_ViewBll.h"
@@ -38,22 +39,13 @@ void DMS_Export_Widget::on_m_pFilterLE_textEdited(const QString &)
     clearTableData();
     m_TableData.clear();
 
-    auto conditions = searchConditions();
-    auto countConditions = conditions;
     std::vector<DataLib::Model::Odbpp_Flow_View> flows;
     int total = 0;
-    m_TurnPage->setSearchPage(conditions, false);
-    DataLib::BLL::Odbpp_Flow_ViewBll service;
-    service.selectAndCountBySearchModel(conditions, countConditions, flows, total);
-    if (total == 0) {
+    if (!queryPage<DataLib::BLL::Odbpp_Flow_ViewBll>(*m_TurnPage, searchConditions(), flows,
+                                                     total)) {
         // The table stays silent until a later search finds flows.
         m_TurnPage->setData(m_TableData, 0, QString());
         return;
-    }
-    if (m_TurnPage->clampPage(total)) {
-        flows.clear();
-        m_TurnPage->setSearchPage(conditions, false);
-        service.selectAndCountBySearchModel(conditions, countConditions, flows, total);
     }
     for (const auto &flow : flows)
         m_TableData.append(flowRow(flow));
