@@ -15,6 +15,8 @@ target_sources(kodms_desk_objects PRIVATE
   "${PROJECT_SOURCE_DIR}/desks/common/NamedControl.h"
   "${PROJECT_SOURCE_DIR}/desks/common/PagedSearch.h"
   "${PROJECT_SOURCE_DIR}/desks/common/StyleSheets.h"
+  "${PROJECT_SOURCE_DIR}/desks/common/TableCopy.cpp"
+  "${PROJECT_SOURCE_DIR}/desks/common/TableCopy.h"
   "${PROJECT_SOURCE_DIR}/desks/common/TableHelpers.cpp"
   "${PROJECT_SOURCE_DIR}/desks/common/TableHelpers.h"
   "${PROJECT_SOURCE_DIR}/desks/export/DMS_Export_Widget.cpp"
