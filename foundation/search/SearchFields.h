@@ -16,6 +16,19 @@ constexpr char JobCreator[] = "JobTable_CreateUserId";
 constexpr char FlowCreator[] = "Flow_CreateUserId";
 constexpr char OrigFileExecutor[] = "OFAssign_ExecutorId";
 constexpr char PreCheckExecutor[] = "PCAssign_ExecutorId";
+constexpr char LastImporter[] = "Flow_LastOdbppImportUserId";
 constexpr char FlowCreateTime[] = "Flow_CreateTime";
+
+// Fields of the original-file view.
+constexpr char OrigName[] = "OrigName";
+constexpr char CustomerName[] = "KoName";
+constexpr char CustomerCode[] = "KoCode";
+constexpr char FileRemark[] = "FileTips";
+constexpr char CustomerLevelTwo[] = "SuperiorCo1";
+constexpr char CustomerLevelThree[] = "SuperiorCo2";
+constexpr char FileExecutorName[] = "PreUser_RealName";
+constexpr char FileExecutorId[] = "PreUser_id";
+constexpr char SerialNumber[] = "JobSerialNumber";
+constexpr char FileCreateTime[] = "FlowTable_CreateTime";
 
 } // namespace KODMS::UI::SearchField

@@ -3,6 +3,7 @@
 #include "foundation/ui/DMS_UICommon.h"
 #include "tests/desks/ConditionLines.h"
 #include "tests/desks/DeskTest.h"
+#include "tests/desks/Receivers.h"
 #include "tests/fakes/MessageBoxProbe.h"
 #include "tests/support/TestMain.h"
 
@@ -58,26 +59,6 @@ static_assert(std::is_same_v<decltype(&DMS_Export_Widget::setFlowDetailsData),
                              void (DMS_Export_Widget::*)(QString)>);
 static_assert(std::is_same_v<decltype(&DMS_Export_Widget::emitExportJobInfo),
                              void (DMS_Export_Widget::*)(const QString &, int)>);
-
-/// A look at how many receivers a signal of any object has.
-class Receivers : public QObject {
-public:
-    static int of(const QObject *sender, const QByteArray &signal)
-    {
-        const auto count = &Receivers::receivers;
-        return (sender->*count)(QByteArray(QByteArray::number(QSIGNAL_CODE) + signal).constData());
-    }
-};
-
-QByteArray asSlot(const QByteArray &signature)
-{
-    return QByteArray::number(QSLOT_CODE) + signature;
-}
-
-QByteArray asSignal(const QByteArray &signature)
-{
-    return QByteArray::number(QSIGNAL_CODE) + signature;
-}
 
 QObject *senderOf(const DMS_Export_Widget &desk, const QByteArray &name)
 {
