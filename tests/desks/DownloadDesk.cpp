@@ -35,7 +35,7 @@ DataLib::Model::Odbpp_OrigFile_View someFile(int id)
 
 void answerWithFiles(int total)
 {
-    FakeServices::instance().origFilePages.always([total](const Call &call) {
+    FakeServices::instance().origFilePages.compute([total](const Call &call) {
         const auto list = call.arguments.first().value<ConditionList>();
         const int first = std::stoi(list.back().pageStart);
         Fakes::Page<DataLib::Model::Odbpp_OrigFile_View> page;
