@@ -20,6 +20,7 @@ install(FILES desks/common/DesksExport.h desks/common/DMS_TurnPage_Plugin.h
               desks/common/StyleSheets.h
         DESTINATION ${include_dir}/desks/common)
 install(FILES desks/export/DMS_Export_Widget.h DESTINATION ${include_dir}/desks/export)
+install(FILES desks/download/DMS_Download_Widget.h DESTINATION ${include_dir}/desks/download)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/KodmsDesks)
 configure_package_config_file(cmake/KodmsDesksConfig.cmake.in

@@ -58,6 +58,7 @@ void TestMinimalHost::installsOnlyPublicHeaders()
     QCOMPARE(services.entryList(QDir::Dirs | QDir::NoDotAndDotDot),
              QStringList({QStringLiteral("api"), QStringLiteral("notices")}));
     QVERIFY(include.exists(QStringLiteral("desks/export/DMS_Export_Widget.h")));
+    QVERIFY(include.exists(QStringLiteral("desks/download/DMS_Download_Widget.h")));
     QVERIFY(!include.exists(QStringLiteral("desks/common/JobColumns.h")));
 }
 
