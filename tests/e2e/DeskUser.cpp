@@ -10,13 +10,15 @@
 #include <QTableWidget>
 #include <QTest>
 
+#include <utility>
+
 namespace KODMS::Tests {
 
-DeskUser::DeskUser() : m_desk(nullptr)
+DeskUser::DeskUser(std::unique_ptr<QWidget> desk) : m_desk(std::move(desk))
 {
-    m_desk.resize(1200, 800);
-    m_desk.show();
-    QApplication::setActiveWindow(&m_desk);
+    m_desk->resize(1200, 800);
+    m_desk->show();
+    QApplication::setActiveWindow(m_desk.get());
 }
 
 QTableWidget *DeskUser::table() const

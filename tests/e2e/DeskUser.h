@@ -2,24 +2,23 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "desks/export/DMS_Export_Widget.h"
-
 #include <QStringList>
+#include <QWidget>
+
+#include <memory>
 
 class QTableWidget;
 
 namespace KODMS::Tests {
 
-/// Somebody who sits at a job-flow desk of their own and works with mouse and keys.
+/// Somebody who sits at a desk of their own and works with mouse and keys.
 class DeskUser {
 public:
-    enum Column { Id = 0, JobName = 1, PreProcessor = 9, Remark = 12 };
-
-    DeskUser();
+    explicit DeskUser(std::unique_ptr<QWidget> desk);
 
     template <typename Control> Control *control(const char *name) const
     {
-        return m_desk.findChild<Control *>(QLatin1String(name));
+        return m_desk->findChild<Control *>(QLatin1String(name));
     }
 
     QTableWidget *table() const;
@@ -37,7 +36,7 @@ public:
     void typeInto(int row, int column, const QString &text) const;
 
 private:
-    UI::DMS_Export_Widget m_desk;
+    std::unique_ptr<QWidget> m_desk;
 };
 
 } // namespace KODMS::Tests

@@ -2,12 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "desks/export/DMS_Export_Widget.h"
 #include "foundation/ui/DMS_UICommon.h"
-#include "services/api/InstallationSetup.h"
-#include "services/api/SampleData.h"
-#include "services/api/ServiceRuntime.h"
 #include "services/api/SignIn.h"
 #include "tests/e2e/DeskUser.h"
-#include "tests/e2e/RecordProbe.h"
+#include "tests/e2e/SampleHouse.h"
 #include "tests/support/TestMain.h"
 
 #include <QApplication>
@@ -16,13 +13,19 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QTableWidget>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <memory>
 
 using namespace KODMS::Services;
 using namespace KODMS::Tests;
+
+class JobFlowUser : public DeskUser {
+public:
+    enum Column { Id = 0, JobName = 1, PreProcessor = 9, Remark = 12 };
+
+    JobFlowUser() : DeskUser(std::make_unique<KODMS::UI::DMS_Export_Widget>(nullptr)) {}
+};
 
 /// The job-flow desk on the real services: a sample installation, people who sign
 /// in, type, click and page; the database is read past the services to compare.
@@ -55,62 +58,32 @@ private Q_SLOTS:
     void awkwardTermsAreHarmless();
 
 private:
-    void signIn(const QString &login);
+    const RecordProbe &records() const { return m_house->records(); }
 
-    QTemporaryDir m_dir;
-    std::unique_ptr<RecordProbe> m_records;
-    QVector<SampleAccount> m_accounts;
+    std::unique_ptr<SampleHouse> m_house;
 };
 
 void ExportDeskLifeTest::initTestCase()
 {
-    const QString folder = m_dir.filePath(QStringLiteral("sample"));
-    QVERIFY(InstallationSetup::createSample(folder).ok);
-    const QString config = InstallationSetup::sampleConfigPath(folder);
-    const auto accounts = InstallationSetup::sampleAccounts(folder);
-    QVERIFY(accounts.outcome.ok);
-    m_accounts = accounts.value;
-    QVERIFY(ServiceRuntime::instance().start(config).ok);
-    NoProgress progress;
-    SampleRequest request;
-    request.flows = 1000;
-    request.seed = 7;
-    const Outcome generated = SampleData::generate(request, progress);
-    QVERIFY2(generated.ok, qPrintable(generated.text));
-    m_records = std::make_unique<RecordProbe>(config);
-    QCOMPARE(m_records->number(QStringLiteral("SELECT count(*) FROM job_flows")), 1000);
+    m_house = std::make_unique<SampleHouse>(1000);
+    QCOMPARE(records().number(QStringLiteral("SELECT count(*) FROM job_flows")), 1000);
 }
 
 void ExportDeskLifeTest::cleanupTestCase()
 {
-    m_records.reset();
-    ServiceRuntime::instance().stop();
+    m_house.reset();
 }
 
 void ExportDeskLifeTest::init()
 {
-    signIn(QStringLiteral("admin"));
-}
-
-void ExportDeskLifeTest::signIn(const QString &login)
-{
-    if (SignIn::current().loginName == login)
-        return;
-    for (const SampleAccount &account : qAsConst(m_accounts)) {
-        if (account.loginName == login) {
-            const Outcome signedIn = SignIn::signIn(login, account.password);
-            QVERIFY2(signedIn.ok, qPrintable(signedIn.text));
-            return;
-        }
-    }
-    QFAIL("no such account");
+    m_house->signIn(QStringLiteral("admin"));
 }
 
 void ExportDeskLifeTest::anAdministratorSeesTheNewestFlowsFirst()
 {
-    DeskUser user;
-    const QStringList all = m_records->flows(QString());
-    QCOMPARE(user.column(DeskUser::JobName), all.mid(0, 30));
+    JobFlowUser user;
+    const QStringList all = records().flows(QString());
+    QCOMPARE(user.column(JobFlowUser::JobName), all.mid(0, 30));
     QCOMPARE(user.pageTotal(), QStringLiteral("/ 34"));
 }
 
@@ -132,27 +105,27 @@ void ExportDeskLifeTest::typingNarrowsTheFlows()
     QFETCH(QByteArray, edit);
     QFETCH(QString, term);
     QFETCH(QString, where);
-    DeskUser user;
+    JobFlowUser user;
     QTest::keyClicks(user.control<QLineEdit>(edit.constData()), term);
-    const QStringList found = m_records->flows(where);
+    const QStringList found = records().flows(where);
     QVERIFY(!found.isEmpty());
-    QCOMPARE(user.column(DeskUser::JobName), found.mid(0, 30));
+    QCOMPARE(user.column(JobFlowUser::JobName), found.mid(0, 30));
 }
 
 /// Input methods commit whole words; every commit is an edit.
 void ExportDeskLifeTest::aChineseNameIsFoundAsItIsCommitted()
 {
-    const QString name = m_records->text(QStringLiteral(
+    const QString name = records().text(QStringLiteral(
         "SELECT u.real_name FROM orig_file_assign o JOIN users u ON u.id = o.executor_id LIMIT 1"));
     QVERIFY(name.size() >= 2);
-    DeskUser user;
+    JobFlowUser user;
     user.commit("m_pPrerFilterLE", name.left(2));
-    const QStringList found = m_records->flows(
+    const QStringList found = records().flows(
         QStringLiteral("o.executor_id IN (SELECT id FROM users WHERE real_name LIKE '%%1%')")
             .arg(name.left(2)));
     QVERIFY(!found.isEmpty());
-    QCOMPARE(user.column(DeskUser::JobName), found.mid(0, 30));
-    QVERIFY(user.column(DeskUser::PreProcessor).first().contains(name.left(2)));
+    QCOMPARE(user.column(JobFlowUser::JobName), found.mid(0, 30));
+    QVERIFY(user.column(JobFlowUser::PreProcessor).first().contains(name.left(2)));
 }
 
 void ExportDeskLifeTest::everyStatusItemFindsWhatTheRecordsSay_data()
@@ -172,39 +145,39 @@ void ExportDeskLifeTest::everyStatusItemFindsWhatTheRecordsSay()
 {
     QFETCH(int, index);
     QFETCH(QString, where);
-    DeskUser user;
+    JobFlowUser user;
     user.control<QComboBox>("m_pStatusFilterCMB")->setCurrentIndex(index);
-    QCOMPARE(user.column(DeskUser::JobName), m_records->flows(where).mid(0, 30));
+    QCOMPARE(user.column(JobFlowUser::JobName), records().flows(where).mid(0, 30));
 }
 
 void ExportDeskLifeTest::allPagesTogetherAreAllFlows()
 {
-    DeskUser user;
-    QStringList seen = user.column(DeskUser::JobName);
+    JobFlowUser user;
+    QStringList seen = user.column(JobFlowUser::JobName);
     for (int page = 2; page <= 34; ++page) {
         user.click("m_pPageDownPB");
-        seen << user.column(DeskUser::JobName);
+        seen << user.column(JobFlowUser::JobName);
     }
-    QCOMPARE(seen, m_records->flows(QString()));
+    QCOMPARE(seen, records().flows(QString()));
     user.click("m_pFirstPagePB");
-    QCOMPARE(user.column(DeskUser::JobName), seen.mid(0, 30));
+    QCOMPARE(user.column(JobFlowUser::JobName), seen.mid(0, 30));
 }
 
 void ExportDeskLifeTest::narrowingOnALaterPageLandsOnTheLastPage()
 {
-    DeskUser user;
+    JobFlowUser user;
     user.click("m_pLastPagePB");
-    QCOMPARE(user.column(DeskUser::JobName).size(), 10);
+    QCOMPARE(user.column(JobFlowUser::JobName).size(), 10);
     QTest::keyClicks(user.control<QLineEdit>("m_pJobFilterLE"), QStringLiteral("00001"));
-    const QStringList found = m_records->flows(QStringLiteral("f.job_name LIKE '%00001%'"));
+    const QStringList found = records().flows(QStringLiteral("f.job_name LIKE '%00001%'"));
     QVERIFY(!found.isEmpty());
     const int lastPage = (found.size() - 1) / 30;
-    QCOMPARE(user.column(DeskUser::JobName), found.mid(lastPage * 30));
+    QCOMPARE(user.column(JobFlowUser::JobName), found.mid(lastPage * 30));
 }
 
 void ExportDeskLifeTest::nothingFoundAndBackAgain()
 {
-    DeskUser user;
+    JobFlowUser user;
     auto *edit = user.control<QLineEdit>("m_pJobFilterLE");
     QTest::keyClicks(edit, QStringLiteral("???"));
     QCOMPARE(user.table()->rowCount(), 0);
@@ -217,73 +190,73 @@ void ExportDeskLifeTest::nothingFoundAndBackAgain()
 
 void ExportDeskLifeTest::aClickShowsTheQuestionsOfTheRecords()
 {
-    const QString job = m_records->text(
+    const QString job = records().text(
         QStringLiteral("SELECT f.job_name FROM job_flows f JOIN questions q ON q.flow_id = f.id "
                        "GROUP BY f.id ORDER BY count(*) DESC, f.id DESC LIMIT 1"));
     QVERIFY(!job.isEmpty());
-    DeskUser user;
+    JobFlowUser user;
     QTest::keyClicks(user.control<QLineEdit>("m_pJobFilterLE"), job);
-    user.clickCell(0, DeskUser::JobName);
+    user.clickCell(0, JobFlowUser::JobName);
     const auto *questions = user.control<QTableWidget>("m_pQuestionTableWidget");
     QStringList titles;
     for (int row = 0; row < questions->rowCount(); ++row)
         titles << questions->item(row, 1)->text();
     QCOMPARE(titles,
-             m_records->texts(QStringLiteral("SELECT q.title FROM questions q JOIN job_flows f "
-                                             "ON f.id = q.flow_id WHERE f.job_name = '%1' "
-                                             "ORDER BY q.create_time, q.id")
-                                  .arg(job)));
+             records().texts(QStringLiteral("SELECT q.title FROM questions q JOIN job_flows f "
+                                            "ON f.id = q.flow_id WHERE f.job_name = '%1' "
+                                            "ORDER BY q.create_time, q.id")
+                                 .arg(job)));
     QVERIFY(!titles.isEmpty());
 }
 
 void ExportDeskLifeTest::aRemarkIsTypedAndStored_data()
 {
     QTest::addColumn<int>("column");
-    QTest::newRow("in the remark") << int(DeskUser::Remark);
-    QTest::newRow("in the job name, which keeps its record") << int(DeskUser::JobName);
+    QTest::newRow("in the remark") << int(JobFlowUser::Remark);
+    QTest::newRow("in the job name, which keeps its record") << int(JobFlowUser::JobName);
 }
 
 void ExportDeskLifeTest::aRemarkIsTypedAndStored()
 {
     QFETCH(int, column);
-    DeskUser user;
-    const QString job = user.column(DeskUser::JobName).at(3);
+    JobFlowUser user;
+    const QString job = user.column(JobFlowUser::JobName).at(3);
     const QString remark = QStringLiteral("urgent %1 %_'\"").arg(column);
     user.typeInto(3, column, remark);
-    QCOMPARE(m_records->text(
-                 QStringLiteral("SELECT tips FROM job_flows WHERE job_name = '%1'").arg(job)),
-             remark);
+    QCOMPARE(
+        records().text(QStringLiteral("SELECT tips FROM job_flows WHERE job_name = '%1'").arg(job)),
+        remark);
     user.click("m_pRefreshPB");
-    QCOMPARE(user.column(DeskUser::JobName).at(3), job);
-    QCOMPARE(user.column(DeskUser::Remark).at(3), remark);
+    QCOMPARE(user.column(JobFlowUser::JobName).at(3), job);
+    QCOMPARE(user.column(JobFlowUser::Remark).at(3), remark);
 }
 
 void ExportDeskLifeTest::anotherDeskShowsTheRemarkAfterARefresh()
 {
-    DeskUser user;
-    DeskUser other;
-    user.typeInto(0, DeskUser::Remark, QStringLiteral("seen by both"));
-    QVERIFY(other.column(DeskUser::Remark).first() != QLatin1String("seen by both"));
+    JobFlowUser user;
+    JobFlowUser other;
+    user.typeInto(0, JobFlowUser::Remark, QStringLiteral("seen by both"));
+    QVERIFY(other.column(JobFlowUser::Remark).first() != QLatin1String("seen by both"));
     KODMS::UI::DMS_UICommon::interface()->emitGobalSingal();
-    QCOMPARE(other.column(DeskUser::Remark).first(), QStringLiteral("seen by both"));
-    QCOMPARE(user.column(DeskUser::Remark).first(), QStringLiteral("seen by both"));
+    QCOMPARE(other.column(JobFlowUser::Remark).first(), QStringLiteral("seen by both"));
+    QCOMPARE(user.column(JobFlowUser::Remark).first(), QStringLiteral("seen by both"));
 }
 
 void ExportDeskLifeTest::headerClicksSortWhatIsShown()
 {
-    DeskUser user;
-    QStringList sorted = user.column(DeskUser::JobName);
+    JobFlowUser user;
+    QStringList sorted = user.column(JobFlowUser::JobName);
     std::sort(sorted.begin(), sorted.end());
-    user.clickHeader(DeskUser::JobName);
-    QCOMPARE(user.column(DeskUser::JobName), sorted);
-    user.clickHeader(DeskUser::JobName);
+    user.clickHeader(JobFlowUser::JobName);
+    QCOMPARE(user.column(JobFlowUser::JobName), sorted);
+    user.clickHeader(JobFlowUser::JobName);
     std::reverse(sorted.begin(), sorted.end());
-    QCOMPARE(user.column(DeskUser::JobName), sorted);
-    const QString job = user.column(DeskUser::JobName).first();
-    user.typeInto(0, DeskUser::Remark, QStringLiteral("after sorting"));
-    QCOMPARE(m_records->text(
-                 QStringLiteral("SELECT tips FROM job_flows WHERE job_name = '%1'").arg(job)),
-             QStringLiteral("after sorting"));
+    QCOMPARE(user.column(JobFlowUser::JobName), sorted);
+    const QString job = user.column(JobFlowUser::JobName).first();
+    user.typeInto(0, JobFlowUser::Remark, QStringLiteral("after sorting"));
+    QCOMPARE(
+        records().text(QStringLiteral("SELECT tips FROM job_flows WHERE job_name = '%1'").arg(job)),
+        QStringLiteral("after sorting"));
 }
 
 void ExportDeskLifeTest::peopleSeeTheirOwnUnfinishedFlows_data()
@@ -297,26 +270,26 @@ void ExportDeskLifeTest::peopleSeeTheirOwnUnfinishedFlows_data()
 void ExportDeskLifeTest::peopleSeeTheirOwnUnfinishedFlows()
 {
     QFETCH(QString, login);
-    signIn(login);
-    DeskUser user;
+    m_house->signIn(login);
+    JobFlowUser user;
     const QString where =
         QStringLiteral("(j.create_user_id = %1 OR f.create_user_id = %1 OR o.executor_id = %1 "
                        "OR p.executor_id = %1) AND (f.flow_status < 2 AND f.check_flag <= 2 "
                        "OR f.flow_status = 2 AND f.check_flag < 2)")
             .arg(SignIn::current().id);
-    const QStringList found = m_records->flows(where);
+    const QStringList found = records().flows(where);
     QVERIFY(!found.isEmpty());
-    QCOMPARE(user.column(DeskUser::JobName), found.mid(0, 30));
+    QCOMPARE(user.column(JobFlowUser::JobName), found.mid(0, 30));
 }
 
 void ExportDeskLifeTest::preCheckersCanBePicked()
 {
-    DeskUser user;
+    JobFlowUser user;
     const auto *combo = user.control<QComboBox>("m_pAssignerCMB");
     QStringList offered;
     for (int index = 0; index < combo->count(); ++index)
         offered << combo->itemText(index);
-    QStringList expected = m_records->texts(
+    QStringList expected = records().texts(
         QStringLiteral("SELECT real_name FROM users WHERE department = 3 AND post = 10 "
                        "AND disabled = 0"));
     QVERIFY(expected.contains(QStringLiteral("王雅琴")));
@@ -340,10 +313,10 @@ void ExportDeskLifeTest::awkwardTermsAreHarmless_data()
 void ExportDeskLifeTest::awkwardTermsAreHarmless()
 {
     QFETCH(QString, term);
-    DeskUser user;
+    JobFlowUser user;
     user.commit("m_pJobFilterLE", term);
     QCOMPARE(user.table()->rowCount(), 0);
-    QCOMPARE(m_records->number(QStringLiteral("SELECT count(*) FROM job_flows")), 1000);
+    QCOMPARE(records().number(QStringLiteral("SELECT count(*) FROM job_flows")), 1000);
 }
 
 KODMS_TEST_MAIN(ExportDeskLifeTest, QApplication)

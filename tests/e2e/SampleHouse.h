@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "services/api/InstallationSetup.h"
+#include "tests/e2e/RecordProbe.h"
+
+#include <QTemporaryDir>
+#include <QVector>
+
+#include <memory>
+
+namespace KODMS::Tests {
+
+/// A sample installation with its people and flows, opened; gone with the object.
+/// One at a time.
+class SampleHouse {
+public:
+    /// The same number of flows gives the same records. A failure ends the process.
+    explicit SampleHouse(int flows);
+    ~SampleHouse();
+
+    SampleHouse(const SampleHouse &) = delete;
+    SampleHouse &operator=(const SampleHouse &) = delete;
+
+    /// Signs an account of the sample in, by its login name; returns the user's id.
+    int signIn(const QString &login) const;
+
+    const RecordProbe &records() const { return *m_records; }
+
+private:
+    QTemporaryDir m_dir;
+    std::unique_ptr<RecordProbe> m_records;
+    QVector<Services::SampleAccount> m_accounts;
+};
+
+} // namespace KODMS::Tests
