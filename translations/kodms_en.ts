@@ -645,6 +645,10 @@
         <source>料号流程</source>
         <translation>Job flows</translation>
     </message>
+    <message>
+        <source>原始文件</source>
+        <translation>Original files</translation>
+    </message>
 </context>
 <context>
     <name>KODMS::Host::DropZone</name>

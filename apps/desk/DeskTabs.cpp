@@ -5,6 +5,7 @@
 #include "apps/desk/ColumnMemory.h"
 #include "apps/desk/Preferences.h"
 #include "apps/desk/StatusChipDelegate.h"
+#include "desks/download/DMS_Download_Widget.h"
 #include "desks/export/DMS_Export_Widget.h"
 
 #include <QBoxLayout>
@@ -20,10 +21,15 @@ namespace {
 int firstWidth(const QString &columnId)
 {
     static const QHash<QString, int> widths{
-        {QStringLiteral("料号名称"), 150}, {QStringLiteral("原始料名"), 240},
-        {QStringLiteral("状态"), 140},     {QStringLiteral("前处理审核时间"), 190},
-        {QStringLiteral("前处理人"), 110}, {QStringLiteral("料号管理备注"), 260},
-        {QStringLiteral("批号"), 80}};
+        {QStringLiteral("料号名称"), 150},     {QStringLiteral("原始料名"), 240},
+        {QStringLiteral("状态"), 140},         {QStringLiteral("前处理审核时间"), 190},
+        {QStringLiteral("前处理人"), 110},     {QStringLiteral("前处理审核人"), 130},
+        {QStringLiteral("料号管理备注"), 260}, {QStringLiteral("批号"), 80},
+        {QStringLiteral("原料号名"), 240},     {QStringLiteral("客户简称"), 170},
+        {QStringLiteral("客户代号"), 90},      {QStringLiteral("文件类型"), 90},
+        {QStringLiteral("流水号"), 90},        {QStringLiteral("来源备注"), 120},
+        {QStringLiteral("客户二级"), 120},     {QStringLiteral("客户三级"), 120},
+        {QStringLiteral("更新时间"), 180},     {QStringLiteral("创建时间"), 180}};
     return widths.value(columnId, 0);
 }
 
@@ -35,6 +41,15 @@ int statusColumn(const QTableWidget &table)
             return column;
     }
     return -1;
+}
+
+/// Both desks name their table alike.
+QString memoryKey(const QTableWidget &table)
+{
+    const QWidget *desk = table.parentWidget();
+    while (desk && !desk->inherits("KODMS::UI::DMS_Download_Widget"))
+        desk = desk->parentWidget();
+    return desk ? QStringLiteral("downloadDesk.") + table.objectName() : table.objectName();
 }
 
 /// A page has 30 jobs, a job has few questions.
@@ -58,6 +73,7 @@ DeskTabs::DeskTabs(Preferences &preferences, int userId, QWidget *parent)
     setObjectName(QStringLiteral("deskTabs"));
     setDocumentMode(true);
     addExportDesk();
+    addDownloadDesk();
     const auto tables = findChildren<QTableWidget *>();
     for (QTableWidget *table : tables)
         prepareTable(*table);
@@ -71,6 +87,14 @@ void DeskTabs::addExportDesk()
     addTab(m_exportDesk, tr("料号流程"));
 }
 
+void DeskTabs::addDownloadDesk()
+{
+    m_downloadDesk = new UI::DMS_Download_Widget(this);
+    connect(m_downloadDesk, &UI::DMS_Download_Widget::newWebItemNameGetted, m_exportDesk,
+            &UI::DMS_Export_Widget::on_parent_newWebItemNameGetted);
+    addTab(m_downloadDesk, tr("原始文件"));
+}
+
 void DeskTabs::prepareTable(QTableWidget &table)
 {
     QHeaderView *header = table.horizontalHeader();
@@ -81,7 +105,7 @@ void DeskTabs::prepareTable(QTableWidget &table)
         if (width > 0 && header->sectionResizeMode(column) == QHeaderView::Interactive)
             header->resizeSection(column, width);
     }
-    ColumnMemory::restore(*header, m_preferences.columns(m_userId, table.objectName()));
+    ColumnMemory::restore(*header, m_preferences.columns(m_userId, memoryKey(table)));
 }
 
 void DeskTabs::setHighContrastStatus(bool on)
@@ -99,7 +123,7 @@ void DeskTabs::saveColumns()
 {
     const auto tables = findChildren<QTableWidget *>();
     for (const QTableWidget *table : tables)
-        m_preferences.setColumns(m_userId, table->objectName(),
+        m_preferences.setColumns(m_userId, memoryKey(*table),
                                  ColumnMemory::save(*table->horizontalHeader()));
 }
 

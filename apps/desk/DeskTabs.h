@@ -8,8 +8,9 @@
 class QTableWidget;
 
 namespace KODMS::UI {
+class DMS_Download_Widget;
 class DMS_Export_Widget;
-}
+} // namespace KODMS::UI
 
 namespace KODMS::Host {
 
@@ -34,11 +35,13 @@ public:
 
 private:
     void addExportDesk();
+    void addDownloadDesk();
     void prepareTable(QTableWidget &table);
 
     Preferences &m_preferences;
     int m_userId;
     QPointer<UI::DMS_Export_Widget> m_exportDesk;
+    QPointer<UI::DMS_Download_Widget> m_downloadDesk;
     StatusChipDelegate *m_chips = nullptr;
 };
 

@@ -9,6 +9,7 @@
 #include "apps/desk/NoticePanel.h"
 #include "apps/desk/Preferences.h"
 #include "apps/desk/SignInWindow.h"
+#include "desks/export/DMS_Export_Widget.h"
 #include "foundation/ui/DMS_StdCommon.h"
 #include "foundation/ui/DMS_UICommon.h"
 #include "services/api/InstallationSetup.h"
@@ -20,6 +21,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QPixmap>
+#include <QTabWidget>
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include <QVector>
@@ -52,9 +54,10 @@ const Services::SampleAccount *accountWith(const QVector<Services::SampleAccount
 /// A desk at work: the first job of the page that has questions is clicked.
 void clickJobWithQuestions(const QWidget &window)
 {
-    auto *jobs = window.findChild<QTableWidget *>(QStringLiteral("m_pJobTableWidget"));
+    const auto *desk = window.findChild<UI::DMS_Export_Widget *>();
+    auto *jobs = desk->findChild<QTableWidget *>(QStringLiteral("m_pJobTableWidget"));
     const auto *questions =
-        window.findChild<QTableWidget *>(QStringLiteral("m_pQuestionTableWidget"));
+        desk->findChild<QTableWidget *>(QStringLiteral("m_pQuestionTableWidget"));
     for (int row = 0; row < jobs->rowCount() && questions->rowCount() == 0; ++row) {
         jobs->selectRow(row);
         Q_EMIT jobs->itemClicked(jobs->item(row, 1));
@@ -107,6 +110,7 @@ bool ScreenshotRun::renderDesks(Preferences &preferences)
         return complain(accounts.text());
     const QPair<QString, QStringList> wanted[] = {
         {QStringLiteral("user"), {}},
+        {QStringLiteral("preprocessor"), {QStringLiteral("pre-process")}},
         {QStringLiteral("reviewer"), {QStringLiteral("check-authority")}},
         {QStringLiteral("admin"), {QStringLiteral("admin")}}};
     for (const auto &one : wanted) {
@@ -130,11 +134,21 @@ bool ScreenshotRun::renderDesk(const Services::SampleAccount &account, const QSt
         MainWindow window(preferences, m_notices);
         window.resize(DeskSize);
         clickJobWithQuestions(window);
-        saved = save(window, QStringLiteral("desk-") + name);
+        saved = save(window, QStringLiteral("desk-") + name) &&
+                saveSecondDesk(window, QStringLiteral("files-") + name);
         if (saved && account.roles.contains(QStringLiteral("admin")))
             saved = renderExtras(window);
     }
     Services::SignIn::signOut();
+    return saved;
+}
+
+bool ScreenshotRun::saveSecondDesk(MainWindow &window, const QString &name)
+{
+    auto *desks = window.findChild<QTabWidget *>(QStringLiteral("deskTabs"));
+    desks->setCurrentIndex(1);
+    const bool saved = save(window, name);
+    desks->setCurrentIndex(0);
     return saved;
 }
 

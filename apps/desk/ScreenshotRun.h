@@ -30,6 +30,7 @@ private:
     bool renderDesks(Preferences &preferences);
     bool renderDesk(const Services::SampleAccount &account, const QString &name,
                     Preferences &preferences);
+    bool saveSecondDesk(MainWindow &window, const QString &name);
     bool renderExtras(MainWindow &window);
     void provokeNotices();
     bool save(QWidget &window, const QString &name);

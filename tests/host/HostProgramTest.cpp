@@ -194,17 +194,19 @@ void HostProgramTest::picturesOfEveryWindow()
         run({QStringLiteral("--config"), InstallationSetup::sampleConfigPath(m_sample),
              QStringLiteral("--screenshots"), folder.path(), QStringLiteral("--scale"), scale});
     QVERIFY2(ended.code == 0, qPrintable(ended.err));
-    for (const char *name : {"sign-in", "desk-admin", "desk-reviewer", "desk-user",
-                             "desk-high-contrast", "notices", "intake", "about"}) {
+    for (const char *name : {"sign-in", "desk-admin", "desk-preprocessor", "desk-reviewer",
+                             "desk-user", "files-admin", "files-preprocessor", "files-reviewer",
+                             "files-user", "desk-high-contrast", "notices", "intake", "about"}) {
         const QImage image(folder.filePath(QLatin1String(name) + QStringLiteral(".png")));
         QVERIFY2(!image.isNull(), name);
-        const bool isDesk = QByteArray(name).startsWith("desk-");
+        const bool isDesk =
+            QByteArray(name).startsWith("desk-") || QByteArray(name).startsWith("files-");
         QVERIFY2(!isDesk || image.size() == deskSize, name);
         // A window that painted nothing has one colour.
         const QImage small = image.convertToFormat(QImage::Format_Indexed8);
         QVERIFY2(small.colorCount() > 16, name);
     }
-    QCOMPARE(folder.entryList({QStringLiteral("*.png")}).size(), 8);
+    QCOMPARE(folder.entryList({QStringLiteral("*.png")}).size(), 13);
 }
 
 void HostProgramTest::picturesAreForSamplesOnly()

@@ -66,7 +66,8 @@ private:
 
     QTableWidget &jobs()
     {
-        return *window().findChild<QTableWidget *>(QStringLiteral("m_pJobTableWidget"));
+        const auto *desk = window().findChild<DMS_Export_Widget *>();
+        return *desk->findChild<QTableWidget *>(QStringLiteral("m_pJobTableWidget"));
     }
 
     QAction &action(const char *name)
