@@ -25,11 +25,11 @@ int firstWidth(const QString &columnId)
         {QStringLiteral("状态"), 140},         {QStringLiteral("前处理审核时间"), 190},
         {QStringLiteral("前处理人"), 110},     {QStringLiteral("前处理审核人"), 130},
         {QStringLiteral("料号管理备注"), 260}, {QStringLiteral("批号"), 80},
-        {QStringLiteral("原料号名"), 240},     {QStringLiteral("客户简称"), 170},
-        {QStringLiteral("客户代号"), 90},      {QStringLiteral("文件类型"), 90},
-        {QStringLiteral("流水号"), 90},        {QStringLiteral("来源备注"), 120},
-        {QStringLiteral("客户二级"), 120},     {QStringLiteral("客户三级"), 120},
-        {QStringLiteral("更新时间"), 180},     {QStringLiteral("创建时间"), 180}};
+        {QStringLiteral("原料号名"), 190},     {QStringLiteral("客户简称"), 140},
+        {QStringLiteral("客户代号"), 78},      {QStringLiteral("文件类型"), 78},
+        {QStringLiteral("流水号"), 78},        {QStringLiteral("来源备注"), 95},
+        {QStringLiteral("客户二级"), 95},      {QStringLiteral("客户三级"), 105},
+        {QStringLiteral("更新时间"), 158},     {QStringLiteral("创建时间"), 158}};
     return widths.value(columnId, 0);
 }
 
