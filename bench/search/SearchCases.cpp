@@ -33,9 +33,10 @@ void addOrder(List &list, const char *field)
     list.push_back(order);
 }
 
-void addUserBracket(List &list, int userId)
+/// `first` is the field in which the two desks differ.
+void addUserBracket(List &list, const char *first, int userId)
 {
-    const char *fields[] = {"JobTable_CreateUserId", "Flow_CreateUserId", "OFAssign_ExecutorId",
+    const char *fields[] = {first, "Flow_CreateUserId", "OFAssign_ExecutorId",
                             "PCAssign_ExecutorId"};
     for (int i = 0; i < 4; ++i) {
         Record record = test(fields[i], QString::number(userId), false);
@@ -179,7 +180,7 @@ void addScopeCases(std::vector<SearchCase> &cases, BenchDatabase &database, int 
     SearchCase scoped = makeCase(QStringLiteral("name + user scope + status bracket"),
                                  parts(names, 2, 0), [user](const QString &term) {
                                      List list{test("KoJobName", term, true)};
-                                     addUserBracket(list, user);
+                                     addUserBracket(list, "JobTable_CreateUserId", user);
                                      addStatusBracket(list);
                                      return list;
                                  });
@@ -188,17 +189,35 @@ void addScopeCases(std::vector<SearchCase> &cases, BenchDatabase &database, int 
     SearchCase history = makeCase(QStringLiteral("order history of a user"), parts(names, 2, 0),
                                   [user](const QString &term) {
                                       List list{test("KoJobName", term, true),
-                                                test("Flow_FlowStatus", QStringLiteral("2"), true),
-                                                test("Flow_FlowStatus", QStringLiteral("3"), true),
-                                                test("Flow_CheckFlag", QStringLiteral("2"), true)};
+                                                test("Flow_FlowStatus", QStringLiteral("2"), false),
+                                                test("Flow_FlowStatus", QStringLiteral("3"), false),
+                                                test("Flow_CheckFlag", QStringLiteral("2"), false)};
                                       list[1].openBracket = 1;
                                       list[2].orWithPrevious = 1;
                                       list[3].closeBracket = 2;
-                                      addUserBracket(list, user);
+                                      addUserBracket(list, "Flow_LastOdbppImportUserId", user);
                                       return list;
                                   });
     history.actor = ordinary;
     cases.push_back(history);
+}
+
+/// What somebody without a view of all customers sends: the own files AND a name OR
+/// any of the other fields; the service keeps the answer to the own files.
+void addOwnFiles(std::vector<SearchCase> &cases, BenchDatabase &database, const QStringList &terms)
+{
+    const int user = database.ordinaryUser();
+    SearchCase own = makeCase(
+        QStringLiteral("\"全部\" of somebody's own files"), terms,
+        [user](const QString &term) {
+            List list = allOfOrigDesk(term);
+            list.insert(list.begin(), test("PreUser_id", QString::number(user), false));
+            return list;
+        },
+        false);
+    own.actor = Actor();
+    own.actor.userId = user;
+    cases.push_back(own);
 }
 
 void addOrigCases(std::vector<SearchCase> &cases, BenchDatabase &database, int terms)
@@ -226,6 +245,13 @@ void addOrigCases(std::vector<SearchCase> &cases, BenchDatabase &database, int t
     cases.push_back(makeCase(
         QStringLiteral("serial number"), numbers(1, terms),
         [](const QString &t) { return List{test("JobSerialNumber", t, false)}; }, false));
+    cases.push_back(makeCase(
+        QStringLiteral("remark of the source"), chinese(2, terms),
+        [](const QString &t) { return List{test("FileTips", t, true)}; }, false));
+    cases.push_back(makeCase(
+        QStringLiteral("customer short name"), chinese(2, terms),
+        [](const QString &t) { return List{test("KoName", t, true)}; }, false));
+    addOwnFiles(cases, database, mixed);
 }
 
 } // namespace
