@@ -99,8 +99,17 @@ QString dataFolder()
            QStringLiteral("/kodms");
 }
 
+/// The defaults beside the file are not written out: they follow the file when its folder is
+/// moved or copied, while a written path would go on naming the old place.
+bool followsTheFile(const QString &value, const ConfigurationKey &key, const Configuration &beside)
+{
+    const QString folder = QFileInfo(beside.filePath).absolutePath() + QLatin1Char('/');
+    return value.startsWith(folder) && value == key.get(beside);
+}
+
 QByteArray asIni(const Configuration &configuration)
 {
+    const Configuration beside = Configuration::defaultsFor(configuration.filePath);
     QString text;
     const char *section = "";
     for (const ConfigurationKey &key : ConfigurationKey::all()) {
@@ -109,8 +118,12 @@ QByteArray asIni(const Configuration &configuration)
                     QStringLiteral("]\n");
             section = key.section;
         }
-        text += latin1(key.name) + QStringLiteral(" = ") + key.get(configuration) +
-                QStringLiteral("\n");
+        const QString value = key.get(configuration);
+        if (followsTheFile(value, key, beside))
+            text +=
+                QStringLiteral("; ") + latin1(key.name) + QStringLiteral(": beside this file\n");
+        else
+            text += latin1(key.name) + QStringLiteral(" = ") + value + QStringLiteral("\n");
     }
     return text.toUtf8();
 }

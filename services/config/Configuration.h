@@ -82,7 +82,8 @@ struct Configuration {
     /// The configuration file in the user's configuration folder.
     static QString userPath();
 
-    /// Writes filePath, whole or not at all; creates its folder.
+    /// Writes filePath, whole or not at all; creates its folder. Places that are the defaults
+    /// beside the file are left out, so that they follow it when the folder is moved.
     Outcome save() const;
 };
 

@@ -24,6 +24,7 @@ private Q_SLOTS:
     void environmentNamesTheFile();
     void anEmptyFileMeansDefaultsBesideIt();
     void writtenIsRead();
+    void aCopiedFolderHasItsOwnPlaces();
     void keepsPathsOfTheDesksAsTheyStand();
     void ownPathsAreRelativeToTheFile();
     void saysWhatIsWrong_data();
@@ -115,6 +116,27 @@ void ConfigurationTest::writtenIsRead()
         if (qstrcmp(key.name, "root") != 0) // relative on this system, made absolute
             QCOMPARE(key.get(read.value), key.get(written));
     }
+}
+
+void ConfigurationTest::aCopiedFolderHasItsOwnPlaces()
+{
+    Configuration written = Configuration::defaultsFor(path("first/kodms.ini"));
+    written.isSample = true;
+    const Outcome saved = written.save();
+    QVERIFY2(saved, qPrintable(saved.text));
+    QVERIFY(QDir().mkpath(path("copy")));
+    QVERIFY(QFile::copy(path("first/kodms.ini"), path("copy/kodms.ini")));
+
+    const auto original = Configuration::load(path("first/kodms.ini"));
+    QVERIFY2(original, qPrintable(original.text()));
+    QCOMPARE(original.value.database.path, path("first/kodms.db"));
+    const auto copy = Configuration::load(path("copy/kodms.ini"));
+    QVERIFY2(copy, qPrintable(copy.text()));
+    QCOMPARE(copy.value.database.path, path("copy/kodms.db"));
+    QCOMPARE(copy.value.fileStore.root, path("copy/files"));
+    QCOMPARE(copy.value.paths.staging, path("copy/staging/"));
+    QCOMPARE(copy.value.paths.download, path("copy/download/"));
+    QVERIFY(copy.value.isSample);
 }
 
 void ConfigurationTest::keepsPathsOfTheDesksAsTheyStand()

@@ -107,10 +107,8 @@ void HostProgramTest::copySample(const QString &folder) const
 {
     QDir().mkpath(folder + QStringLiteral("/files"));
     QFile::copy(m_sample + QStringLiteral("/kodms.db"), folder + QStringLiteral("/kodms.db"));
-    QFile from(InstallationSetup::sampleConfigPath(m_sample));
-    QFile to(folder + QStringLiteral("/kodms.ini"));
-    if (from.open(QIODevice::ReadOnly) && to.open(QIODevice::WriteOnly))
-        to.write(from.readAll().replace(m_sample.toUtf8(), folder.toUtf8()));
+    QFile::copy(InstallationSetup::sampleConfigPath(m_sample),
+                folder + QStringLiteral("/kodms.ini"));
 }
 
 /// Returns the configuration file of a copy of the sample that has gone wrong.
