@@ -46,6 +46,8 @@ Result<LocalTarget> LocalTarget::create(const QString &path)
     if (Outcome removed = removeStanding(path); !removed)
         return removed;
     const QDir folder = QFileInfo(path).dir();
+    if (!folder.exists())
+        return ioFailure("create in", folder.path(), ENOENT);
     sweepRemains(folder);
     for (;;) {
         Result<FileHandle> file =

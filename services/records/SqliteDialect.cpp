@@ -137,7 +137,11 @@ void SqliteDialect::closing()
 SqlError::Kind SqliteDialect::kindOf(const QSqlError &error) const
 {
     constexpr int primaryCode = 0xff;
-    switch (error.nativeErrorCode().toInt() & primaryCode) {
+    const int code = error.nativeErrorCode().toInt();
+    // Opening needs room for the index of the write-ahead log, and calls a full disk its own name.
+    if (code == SQLITE_IOERR_SHMSIZE)
+        return SqlError::Kind::Full;
+    switch (code & primaryCode) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
         return SqlError::Kind::Busy;

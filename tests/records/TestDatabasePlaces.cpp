@@ -9,7 +9,10 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSqlError>
 #include <QTest>
+
+#include <sqlite3.h>
 
 #ifdef Q_OS_LINUX
 #include <unistd.h>
@@ -57,6 +60,7 @@ private Q_SLOTS:
     void aDamagedFileIsRefused();
     void aTruncatedFileIsRefused();
     void aDamagedPageIsReportedWhenItIsRead();
+    void noRoomForTheLogIsAFullDisk();
     void aReadOnlyFolderIsRefused();
     void anUnknownDriverIsRefused();
     void networkFileSystemsAreKnown();
@@ -123,6 +127,16 @@ void TestDatabasePlaces::aDamagedPageIsReportedWhenItIsRead()
                  }
              }),
              SqlError::Kind::Corrupt);
+}
+
+void TestDatabasePlaces::noRoomForTheLogIsAFullDisk()
+{
+    const auto kindOf = [](int code) {
+        const QSqlError error({}, {}, QSqlError::StatementError, QString::number(code));
+        return SqliteDialect().kindOf(error);
+    };
+    QCOMPARE(kindOf(SQLITE_IOERR_SHMSIZE), SqlError::Kind::Full);
+    QCOMPARE(kindOf(SQLITE_IOERR_READ), SqlError::Kind::Other);
 }
 
 void TestDatabasePlaces::aReadOnlyFolderIsRefused()
