@@ -35,7 +35,7 @@ Report ActingCommand::work(const Invocation &invocation)
     const Result<QString> password = PasswordSource(invocation.passwordFile())
                                          .existing(QStringLiteral("Password of %1:").arg(login));
     if (!password)
-        return Report::failure(password.text());
+        return Report::unanswered(password.text());
     const Outcome signedIn = SignIn::signIn(login, password.value);
     return signedIn ? act(invocation) : Report::failure(signedIn.text);
 }

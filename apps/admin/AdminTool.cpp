@@ -29,7 +29,13 @@ QList<QCommandLineOption> AdminTool::toolOptions()
 int AdminTool::run(const QStringList &arguments)
 {
     const bool asJson = arguments.contains(QStringLiteral("--json"));
+    const bool wantsHelp =
+        arguments.contains(QStringLiteral("--help")) || arguments.contains(QStringLiteral("-h"));
     const CommandLine line = CommandLine::split(arguments, m_commands);
+    if (!line.group.isEmpty() && wantsHelp) {
+        Terminal::writeOutput(HelpText::ofGroup(m_commands, line.group).toLocal8Bit());
+        return 0;
+    }
     if (!line.error.isEmpty())
         return write(line.command, Report::usage(line.error), asJson);
     if (!line.command.isEmpty()) {
@@ -40,9 +46,8 @@ int AdminTool::run(const QStringList &arguments)
         Terminal::writeOutput("kodms-admin " KODMS_VERSION "\n");
         return 0;
     }
-    const QString help = HelpText::ofTool(m_commands, toolOptions());
-    if (arguments.contains(QStringLiteral("--help")) || arguments.contains(QStringLiteral("-h"))) {
-        Terminal::writeOutput(help.toLocal8Bit());
+    if (wantsHelp) {
+        Terminal::writeOutput(HelpText::ofTool(m_commands, toolOptions()).toLocal8Bit());
         return 0;
     }
     return write(QString(), Report::usage(QStringLiteral("a command is needed")), asJson);
@@ -59,6 +64,9 @@ Report AdminTool::runCommand(Command &command, const QStringList &arguments)
     if (parser.isSet(QStringLiteral("help")))
         return Report::success({HelpText::ofCommand(command, toolOptions()).trimmed()});
     const Invocation invocation(parser);
+    // An empty variable of a script must not open another installation.
+    if (invocation.has(QStringLiteral("config")) && invocation.configPath().isEmpty())
+        return Report::usage(QStringLiteral("--config names no file"));
     QString fault = argumentFault(command, parser.positionalArguments());
     if (fault.isEmpty())
         fault = command.fault(invocation);

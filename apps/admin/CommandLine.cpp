@@ -30,6 +30,8 @@ CommandLine CommandLine::split(const QStringList &arguments, const CommandSet &c
         line.command = first + QLatin1Char(' ') + second;
         if (commands.find(line.command))
             line.remaining.removeAt(place);
+        else if (second.isEmpty() || second.startsWith(QLatin1Char('-')))
+            line.command = line.group = first;
     }
     if (!commands.find(line.command))
         line.error = QStringLiteral("there is no command \"%1\"").arg(line.command.trimmed());

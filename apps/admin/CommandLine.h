@@ -13,6 +13,7 @@ class CommandSet;
 struct CommandLine {
     QString command;       ///< "user add"; empty when none was typed
     QStringList remaining; ///< the arguments without the command's words, program name first
+    QString group;         ///< "user", when no command of the group was typed
     QString error;         ///< not empty: the line cannot be read
 
     static CommandLine split(const QStringList &arguments, const CommandSet &commands);

@@ -85,6 +85,18 @@ QString HelpText::ofTool(const CommandSet &commands, const QList<QCommandLineOpt
     return text;
 }
 
+QString HelpText::ofGroup(const CommandSet &commands, const QString &group)
+{
+    QString text = QStringLiteral("Usage: kodms-admin %1 COMMAND ...\n\n"
+                                  "Commands (kodms-admin %1 COMMAND --help says more):\n")
+                       .arg(group);
+    for (const auto &command : commands.all()) {
+        if (command->name().startsWith(group + QLatin1Char(' ')))
+            text += row(command->name(), command->summary());
+    }
+    return text;
+}
+
 QString HelpText::ofCommand(const Command &command, const QList<QCommandLineOption> &options)
 {
     QString text = QStringLiteral("Usage: kodms-admin ") + command.name();

@@ -15,6 +15,8 @@ class CommandSet;
 class HelpText {
 public:
     static QString ofTool(const CommandSet &commands, const QList<QCommandLineOption> &options);
+    /// The commands that begin with this word.
+    static QString ofGroup(const CommandSet &commands, const QString &group);
     static QString ofCommand(const Command &command, const QList<QCommandLineOption> &options);
 };
 

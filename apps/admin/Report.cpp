@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "apps/admin/Report.h"
 
+#include "apps/admin/Interrupt.h"
+
 #include <QJsonDocument>
 
 namespace KODMS::Admin {
@@ -24,6 +26,11 @@ Report Report::usage(const QString &error)
 Report Report::cancelled()
 {
     return {ExitCode::Cancelled, QStringLiteral("cancelled; nothing was left half done"), {}, {}};
+}
+
+Report Report::unanswered(const QString &error)
+{
+    return Interrupt::wasAskedFor() ? cancelled() : failure(error);
 }
 
 Report Report::of(const Services::Outcome &outcome, const QString &line, const QJsonObject &data)

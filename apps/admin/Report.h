@@ -22,6 +22,8 @@ struct Report {
     static Report failure(const QString &error);
     static Report usage(const QString &error);
     static Report cancelled();
+    /// A question that got no answer: Ctrl-C at the prompt, or a failure.
+    static Report unanswered(const QString &error);
     /// Success with this line and data, or the outcome's failure.
     static Report of(const Services::Outcome &outcome, const QString &line,
                      const QJsonObject &data = {});

@@ -33,6 +33,16 @@ AdminRun finish(QProcess &process)
     return run;
 }
 
+/// The controlling end of a new terminal; negative when there is none.
+int openTerminal()
+{
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+    if (terminal < 0 || (grantpt(terminal) == 0 && unlockpt(terminal) == 0))
+        return terminal;
+    ::close(terminal);
+    return -1;
+}
+
 /// Everything that can be read from the terminal without waiting.
 QByteArray readShown(int terminal)
 {
@@ -90,8 +100,8 @@ AdminRun AdminSandbox::runJson(const QStringList &arguments, const QByteArray &i
 AdminRun AdminSandbox::runOnTerminal(const QStringList &arguments, const QByteArray &typed,
                                      QByteArray *shown) const
 {
-    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
-    if (terminal < 0 || grantpt(terminal) != 0 || unlockpt(terminal) != 0)
+    const int terminal = openTerminal();
+    if (terminal < 0)
         return {};
     QProcess process;
     process.setEnvironment(environment());
@@ -113,6 +123,26 @@ AdminRun AdminSandbox::runOnTerminal(const QStringList &arguments, const QByteAr
     AdminRun run = finish(process);
     run.errors.prepend(questions);
     *shown = readShown(terminal);
+    ::close(terminal);
+    return run;
+}
+
+AdminRun AdminSandbox::interruptAtQuestion(const QStringList &arguments) const
+{
+    const int terminal = openTerminal();
+    if (terminal < 0)
+        return {};
+    QProcess process;
+    process.setEnvironment(environment());
+    process.setStandardInputFile(QString::fromLocal8Bit(ptsname(terminal)));
+    process.setReadChannel(QProcess::StandardError);
+    process.start(QStringLiteral(KODMS_ADMIN_PROGRAM), arguments);
+    QByteArray question;
+    while (!question.endsWith(": ") && process.waitForReadyRead(TimeoutMs))
+        question += process.readAllStandardError();
+    process.terminate();
+    AdminRun run = finish(process);
+    run.errors.prepend(question);
     ::close(terminal);
     return run;
 }

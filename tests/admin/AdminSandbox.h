@@ -41,6 +41,9 @@ public:
     AdminRun runOnTerminal(const QStringList &arguments, const QByteArray &typed,
                            QByteArray *shown) const;
 
+    /// The same, and the termination signal when the first question is there.
+    AdminRun interruptAtQuestion(const QStringList &arguments) const;
+
     /// `init` with the administrator above.
     AdminRun init() const;
 

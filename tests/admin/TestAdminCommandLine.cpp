@@ -17,6 +17,8 @@ private Q_SLOTS:
     void helpNamesEveryCommand();
     void everyCommandHasHelp_data();
     void everyCommandHasHelp();
+    void aGroupHasHelp_data();
+    void aGroupHasHelp();
     void saysItsVersion();
     void refusesAWrongLine_data();
     void refusesAWrongLine();
@@ -63,6 +65,24 @@ void TestAdminCommandLine::everyCommandHasHelp()
         QVERIFY2(line.size() <= 100 && !line.endsWith(' '), line);
 }
 
+void TestAdminCommandLine::aGroupHasHelp_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::newRow("in full") << QStringLiteral("user --help");
+    QTest::newRow("in short") << QStringLiteral("user -h");
+    QTest::newRow("asked for first") << QStringLiteral("--help user");
+}
+
+void TestAdminCommandLine::aGroupHasHelp()
+{
+    QFETCH(QString, line);
+    const AdminRun run = m_sandbox.run(line.split(QLatin1Char(' ')));
+    QVERIFY2(run.code == 0, run.all());
+    for (const char *command : {"user add ", "user list ", "user disable "})
+        QVERIFY2(run.output.contains(QByteArray("\n  ") + command), run.all());
+    QVERIFY2(!run.output.contains("backup"), run.all());
+}
+
 void TestAdminCommandLine::saysItsVersion()
 {
     const AdminRun run = m_sandbox.run({QStringLiteral("--version")});
@@ -81,6 +101,8 @@ void TestAdminCommandLine::refusesAWrongLine_data()
     row("an unknown command", "polish", "polish");
     row("a group without its command", "user", "user");
     row("an unknown command of a group", "user promote", "user promote");
+    row("help for an unknown command of a group", "user promote --help", "user promote");
+    row("a configuration without a name", "--config= status", "--config");
     row("an unknown option", "status --fast", "fast");
     row("an argument too many", "status now", "now");
     row("a missing argument", "user disable", "LOGIN");

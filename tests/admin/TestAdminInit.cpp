@@ -17,6 +17,8 @@ private Q_SLOTS:
     void takesThePasswordFromStandardInput();
     void takesThePasswordFromAFile();
     void asksOnTheTerminalWithoutShowingThePassword();
+    void isCancelledAtAQuestion_data();
+    void isCancelledAtAQuestion();
     void refusesTwoDifferentPasswords();
     void refusesAnUnusableAnswer_data();
     void refusesAnUnusableAnswer();
@@ -69,6 +71,24 @@ void TestAdminInit::asksOnTheTerminalWithoutShowingThePassword()
     QVERIFY2(run.code == 0, run.all());
     QVERIFY2(shown.contains("chief"), shown);
     QVERIFY2(!shown.contains("fine"), shown);
+}
+
+void TestAdminInit::isCancelledAtAQuestion_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::newRow("for the login") << QStringLiteral("init");
+    QTest::newRow("for the name") << QStringLiteral("init --login chief");
+    QTest::newRow("for the password") << QStringLiteral("init --login chief --name C");
+}
+
+void TestAdminInit::isCancelledAtAQuestion()
+{
+    QFETCH(QString, line);
+    const AdminSandbox sandbox;
+    const AdminRun run = sandbox.interruptAtQuestion(line.split(QLatin1Char(' ')));
+    QVERIFY2(run.code == 130, run.all());
+    QVERIFY2(run.errors.contains("cancelled"), run.all());
+    QVERIFY(!QFileInfo::exists(sandbox.configPath()));
 }
 
 void TestAdminInit::refusesTwoDifferentPasswords()

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "apps/admin/commands/InitCommand.h"
 
+#include "apps/admin/Interrupt.h"
 #include "apps/admin/PasswordSource.h"
 #include "apps/admin/Terminal.h"
 #include "services/api/InstallationSetup.h"
@@ -47,21 +48,27 @@ Result<QString> InitCommand::valueOrAsk(const Invocation &invocation, const QStr
     return answer;
 }
 
+/// An option that is missing is a fault of the command line, Ctrl-C at its question is none.
+static Report refused(const QString &error)
+{
+    return Interrupt::wasAskedFor() ? Report::cancelled() : Report::usage(error);
+}
+
 Report InitCommand::run(const Invocation &invocation)
 {
     const Result<QString> login =
         valueOrAsk(invocation, QStringLiteral("login"),
                    QStringLiteral("Login name of the first administrator:"));
     if (!login)
-        return Report::usage(login.text());
+        return refused(login.text());
     const Result<QString> name = valueOrAsk(invocation, QStringLiteral("name"),
                                             QStringLiteral("Their name as the desks show it:"));
     if (!name)
-        return Report::usage(name.text());
+        return refused(name.text());
     const Result<QString> password =
         PasswordSource(invocation.passwordFile()).chosen(QStringLiteral("Password:"));
     if (!password)
-        return Report::failure(password.text());
+        return Report::unanswered(password.text());
     const QString config = invocation.configPath().isEmpty() ? ServiceRuntime::defaultConfigPath()
                                                              : invocation.configPath();
     return Report::of(InstallationSetup::init(config, login.value, name.value, password.value),

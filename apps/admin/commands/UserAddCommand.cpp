@@ -62,7 +62,7 @@ Report UserAddCommand::work(const Invocation &invocation)
     const Result<QString> password = PasswordSource(invocation.passwordFile())
                                          .chosen(QStringLiteral("Password of the new user:"));
     if (!password)
-        return Report::failure(password.text());
+        return Report::unanswered(password.text());
     const NewUser user{invocation.argument(0),
                        invocation.value(QStringLiteral("name")),
                        password.value,

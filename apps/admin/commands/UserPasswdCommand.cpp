@@ -23,7 +23,7 @@ Report UserPasswdCommand::work(const Invocation &invocation)
     const Services::Result<QString> password =
         PasswordSource(invocation.passwordFile()).chosen(QStringLiteral("New password:"));
     if (!password)
-        return Report::failure(password.text());
+        return Report::unanswered(password.text());
     return Report::of(Services::UserAdmin::setPassword(login, password.value),
                       QStringLiteral("%1 has a new password").arg(login),
                       {{QStringLiteral("login"), login}});
