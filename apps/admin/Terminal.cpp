@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "apps/admin/Terminal.h"
 
+#include "apps/admin/Interrupt.h"
+
+#include <poll.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -38,6 +41,19 @@ private:
     bool m_changed = false;
 };
 
+/// False when Ctrl-C was pressed, also in the moment before the waiting begins, which a
+/// plain read would sleep through.
+bool waitForInput()
+{
+    constexpr int glanceMs = 100;
+    pollfd input{STDIN_FILENO, POLLIN, 0};
+    while (!Interrupt::wasAskedFor()) {
+        if (::poll(&input, 1, glanceMs) > 0)
+            return true;
+    }
+    return false;
+}
+
 void writeRaw(FILE *stream, const QByteArray &bytes)
 {
     std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stream);
@@ -53,12 +69,16 @@ bool Terminal::isInteractive()
 
 bool Terminal::ask(const QString &question, bool secret, QString *answer)
 {
-    writeRaw(stderr, question.toLocal8Bit() + ' ');
-    if (!secret)
+    const QByteArray shown = question.toLocal8Bit() + ' ';
+    if (!secret) {
+        writeRaw(stderr, shown);
         return readLine(answer);
+    }
     bool read = false;
     {
+        // Before the question: a quick answer would be shown, and dropped with the change.
         const EchoOff quiet;
+        writeRaw(stderr, shown);
         read = readLine(answer);
     }
     writeRaw(stderr, "\n");
@@ -71,8 +91,10 @@ bool Terminal::readLine(QString *line)
     QByteArray bytes;
     char byte = 0;
     ssize_t count = 0;
-    while ((count = ::read(STDIN_FILENO, &byte, 1)) == 1 && byte != '\n')
+    while (waitForInput() && (count = ::read(STDIN_FILENO, &byte, 1)) == 1 && byte != '\n')
         bytes += byte;
+    if (Interrupt::wasAskedFor())
+        return false;
     if (bytes.endsWith('\r'))
         bytes.chop(1);
     *line = QString::fromLocal8Bit(bytes);
