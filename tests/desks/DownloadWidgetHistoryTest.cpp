@@ -12,6 +12,7 @@
 #include <QItemSelectionModel>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 
 using namespace KODMS::Tests;
 using KODMS::Fakes::ConditionList;
@@ -37,7 +38,9 @@ private Q_SLOTS:
     void thirtyAreOnePageThirtyOneAreTwo();
     void pagesAreReachedThroughTheBar();
     void aShrunkenResultIsAskedForTwice();
+    void theFirstAnswerOfTwoIsForgotten();
     void nothingFoundEmptiesTheTable();
+    void nothingFoundTakesTheBarsRows();
     void theTextIsReadFromTheSearchBox();
     void cellsAreNotEdited();
     void headerClicksSortThePage();
@@ -281,6 +284,19 @@ void DownloadWidgetHistoryTest::aShrunkenResultIsAskedForTwice()
     QCOMPARE(control<QLineEdit>(*desk, "m_pGotoPageLE")->text(), QStringLiteral("2"));
 }
 
+/// Services append to the rows that they are given.
+void DownloadWidgetHistoryTest::theFirstAnswerOfTwoIsForgotten()
+{
+    answerWithFlows(61);
+    const auto desk = makeDownloadDesk(PreProcessor);
+    click(*desk, "m_pLastPagePB");
+    answerWithFlows(45);
+    FakeServices::instance().flowPages.once({{someFlow(99)}, 45});
+    click(*desk, "m_pRefreshPB");
+    QCOMPARE(jobTable(*desk)->rowCount(), 15);
+    QCOMPARE(jobTable(*desk)->item(0, 0)->text(), QStringLiteral("31"));
+}
+
 void DownloadWidgetHistoryTest::nothingFoundEmptiesTheTable()
 {
     answerWithFlows(61);
@@ -292,6 +308,21 @@ void DownloadWidgetHistoryTest::nothingFoundEmptiesTheTable()
     answerWithFlows(2);
     click(*desk, "m_pRefreshPB");
     QCOMPARE(ids(*desk), QStringLiteral("1 2"));
+}
+
+/// Other than with original files the bar is left without rows; a jump to the
+/// last page of none makes room for one page only.
+void DownloadWidgetHistoryTest::nothingFoundTakesTheBarsRows()
+{
+    answerWithFlows(3);
+    const auto desk = makeDownloadDesk(PreProcessor);
+    FakeServices::instance().flowPages.always({{}, 0});
+    click(*desk, "m_pRefreshPB");
+    QSignalSpy inserted(jobTable(*desk)->model(), SIGNAL(rowsInserted(QModelIndex, int, int)));
+    control<QPushButton>(*desk, "m_pLastPagePB")->click();
+    QCOMPARE(inserted.size(), 1);
+    QCOMPARE(inserted.first().at(2).toInt(), 29);
+    QCOMPARE(jobTable(*desk)->rowCount(), 0);
 }
 
 /// The slot's own text does not count, the search box does.

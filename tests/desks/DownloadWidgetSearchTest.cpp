@@ -9,6 +9,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 
 using namespace KODMS::Tests;
 
@@ -28,8 +29,10 @@ private Q_SLOTS:
     void thirtyAreOnePageThirtyOneAreTwo();
     void pagesAreReachedThroughTheBar();
     void aShrunkenResultIsAskedForTwice();
+    void theFirstAnswerOfTwoIsForgotten();
     void thePageSurvivesAnEdit();
     void nothingFoundEmptiesTheTable();
+    void nothingFoundLeavesTheBarItsRows();
     void aFailedQueryWithoutACountShowsNothing();
     void aFailedQueryThatCountsIsShown();
     void refreshKeepsTheFilter_data();
@@ -197,6 +200,19 @@ void DownloadWidgetSearchTest::aShrunkenResultIsAskedForTwice()
     QCOMPARE(control<QLabel>(*desk, "m_pTotalLabel")->text(), QStringLiteral("/ 2"));
 }
 
+/// Services append to the rows that they are given.
+void DownloadWidgetSearchTest::theFirstAnswerOfTwoIsForgotten()
+{
+    answerWithFiles(61);
+    const auto desk = makeDownloadDesk({Right::Admin});
+    click(*desk, "m_pLastPagePB");
+    answerWithFiles(45);
+    FakeServices::instance().origFilePages.once({{someFile(99)}, 45});
+    click(*desk, "m_pRefreshPB");
+    QCOMPARE(ids(*desk).size(), 15);
+    QCOMPARE(ids(*desk).first(), QStringLiteral("31"));
+}
+
 void DownloadWidgetSearchTest::thePageSurvivesAnEdit()
 {
     answerWithFiles(75);
@@ -221,6 +237,21 @@ void DownloadWidgetSearchTest::nothingFoundEmptiesTheTable()
     type(*desk, QStringLiteral("y"));
     QCOMPARE(ids(*desk).first(), QStringLiteral("31"));
     QVERIFY(control(*desk, "m_TurnPage")->isVisible());
+}
+
+/// Told that there is nothing, the bar keeps the rows of the last page that had
+/// any; a jump to the last page of none makes room for them and a page more.
+void DownloadWidgetSearchTest::nothingFoundLeavesTheBarItsRows()
+{
+    answerWithFiles(3);
+    const auto desk = makeDownloadDesk({Right::Admin});
+    FakeServices::instance().origFilePages.always({{}, 0});
+    click(*desk, "m_pRefreshPB");
+    QSignalSpy inserted(jobTable(*desk)->model(), SIGNAL(rowsInserted(QModelIndex, int, int)));
+    control<QPushButton>(*desk, "m_pLastPagePB")->click();
+    QCOMPARE(inserted.size(), 1);
+    QCOMPARE(inserted.first().at(2).toInt(), 32);
+    QCOMPARE(jobTable(*desk)->rowCount(), 0);
 }
 
 void DownloadWidgetSearchTest::aFailedQueryWithoutACountShowsNothing()

@@ -15,6 +15,7 @@
 #include <QPushButton>
 
 #include <array>
+#include <utility>
 
 using namespace KODMS::Tests;
 using KODMS::UI::DMS_Download_Widget;
@@ -35,6 +36,7 @@ private Q_SLOTS:
     void nothingLeadsToTheHeaderMenu();
     void theSignalsAreTheHosts();
     void theHubReloadsEveryDesk();
+    void aDeskThatIsStillBeingBuiltHearsNoRefresh();
     void theOtherRefreshSignalIsNotForThisDesk();
     void theHubReachesNoDeletedDesk();
     void actionsThatAreNotOfferedYetDoNothing_data();
@@ -189,6 +191,22 @@ void DownloadWidgetWiringTest::theHubReloadsEveryDesk()
     QCOMPARE(fileSearches(), before + 2);
     QCOMPARE(jobTable(*one)->rowCount(), 3);
     QCOMPARE(jobTable(*two)->rowCount(), 3);
+}
+
+/// The first page is asked for before anything is connected.
+void DownloadWidgetWiringTest::aDeskThatIsStillBeingBuiltHearsNoRefresh()
+{
+    bool raised = false;
+    FakeServices::instance().origFilePages.compute([&raised](const KODMS::Fakes::Call &) {
+        if (!std::exchange(raised, true))
+            FakeServices::instance().raiseRefreshOrigFileTable();
+        return KODMS::Fakes::Page<KODMS::DataLib::Model::Odbpp_OrigFile_View>();
+    });
+    const auto desk = makeDownloadDesk({Right::Admin});
+    QVERIFY(raised);
+    QCOMPARE(fileSearches(), 1);
+    FakeServices::instance().raiseRefreshOrigFileTable();
+    QCOMPARE(fileSearches(), 2);
 }
 
 void DownloadWidgetWiringTest::theOtherRefreshSignalIsNotForThisDesk()
