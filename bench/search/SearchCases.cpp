@@ -151,8 +151,9 @@ void addJobNameCases(std::vector<SearchCase> &cases, BenchDatabase &database, in
 void addFilterCases(std::vector<SearchCase> &cases, BenchDatabase &database, int terms)
 {
     cases.push_back(
-        makeCase(QStringLiteral("layer count"), numbers(1, terms),
-                 [](const QString &t) { return List{test("JobTable_LayerCount", t, false)}; }));
+        makeCase(QStringLiteral("layer count"), numbers(1, terms), [](const QString &t) {
+            return List{test("JobTable_LayerCount", QString::number(2 * t.toInt()), false)};
+        }));
     cases.push_back(
         makeCase(QStringLiteral("batch number"), numbers(1, terms),
                  [](const QString &t) { return List{test("Flow_UploadBatchNum", t, true)}; }));

@@ -165,7 +165,8 @@ QString ConditionSql::writeGroup(const Condition &group)
     QStringList parts;
     const std::vector<Condition> children = m_isInDimension ? group.children : gathered(group);
     const bool wasAlternative = m_isAlternative;
-    m_isAlternative = group.kind == Condition::Kind::Any && children.size() <= mostSets;
+    m_isAlternative =
+        m_way != Way::Walk && group.kind == Condition::Kind::Any && children.size() <= mostSets;
     for (const Condition &child : children) {
         m_height = above;
         const bool isGroup =
@@ -222,7 +223,7 @@ QString ConditionSql::writeNumberTest(const Condition &test, const QString &colu
     m_values << test.number;
     if (test.field->kind == ViewField::Kind::Text)
         return m_dialect.numberInText(column) + QStringLiteral(" = ?");
-    const bool hidesIndex = test.field->walk != nullptr && m_indexes == Indexes::Avoid;
+    const bool hidesIndex = test.field->walk != nullptr && m_way != Way::Free;
     return column + (hidesIndex ? QStringLiteral(" + 0 = ?") : QStringLiteral(" = ?"));
 }
 

@@ -19,13 +19,15 @@ class Dialect;
 /// written: values() are for the "?" of the expression, in order.
 class ConditionSql {
 public:
-    enum class Indexes {
-        Avoid, ///< the search has its own way to the rows and only asks them
-        Use    ///< the engine may look for a way
+    /// How the search comes to the rows that the expression is asked for.
+    enum class Way {
+        Walk,  ///< by an index walk: few rows
+        Order, ///< all rows in the desk's order: the engine is to look for no other way
+        Free   ///< all rows, in any order: the engine may look for a way
     };
 
-    ConditionSql(const SearchView &view, const Dialect &dialect, Indexes indexes = Indexes::Avoid)
-        : m_view(view), m_dialect(dialect), m_indexes(indexes)
+    ConditionSql(const SearchView &view, const Dialect &dialect, Way way = Way::Walk)
+        : m_view(view), m_dialect(dialect), m_way(way)
     {
     }
 
@@ -61,7 +63,7 @@ private:
 
     const SearchView &m_view;
     const Dialect &m_dialect;
-    Indexes m_indexes;
+    Way m_way;
     QVector<QVariant> m_values;
     unsigned m_tables = 0;
     int m_height = 0;

@@ -30,9 +30,10 @@ QString SearchSql::joins(unsigned tables) const
 }
 
 SearchSql::Statement SearchSql::selection(const QString &result, const Condition &where,
-                                          unsigned moreTables, ConditionSql::Indexes indexes) const
+                                          unsigned moreTables, ConditionSql::Way way) const
 {
-    ConditionSql condition(m_view, m_dialect, indexes);
+    ConditionSql condition(m_view, m_dialect,
+                           m_start.sql.isEmpty() ? way : ConditionSql::Way::Walk);
     const QString expression = condition.write(where);
     QStringList tests;
     if (!m_start.sql.isEmpty())
@@ -55,9 +56,7 @@ SearchSql::Statement SearchSql::selection(const QString &result, const Condition
 
 SearchSql::Statement SearchSql::count(const Condition &where) const
 {
-    const auto indexes =
-        m_start.sql.isEmpty() ? ConditionSql::Indexes::Use : ConditionSql::Indexes::Avoid;
-    return selection(QStringLiteral("count(*) AS total"), where, 0, indexes);
+    return selection(QStringLiteral("count(*) AS total"), where, 0, ConditionSql::Way::Free);
 }
 
 SearchSql::Statement SearchSql::largestId(const SearchView &view)
@@ -91,7 +90,7 @@ SearchSql::Statement SearchSql::ids(const SearchRequest &request) const
 {
     const unsigned orderTables = request.orderBy != nullptr ? request.orderBy->tables : 0;
     Statement statement = selection(QLatin1String(m_view.id) + QStringLiteral(" AS id"),
-                                    request.where, orderTables, ConditionSql::Indexes::Avoid);
+                                    request.where, orderTables, ConditionSql::Way::Order);
     statement.sql += order(request);
     if (request.page) {
         statement.sql += QStringLiteral(" LIMIT ? OFFSET ?");

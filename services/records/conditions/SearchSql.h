@@ -42,7 +42,7 @@ public:
 
 private:
     Statement selection(const QString &result, const Condition &where, unsigned moreTables,
-                        ConditionSql::Indexes indexes) const;
+                        ConditionSql::Way way) const;
     QString joins(unsigned tables) const;
     QString order(const SearchRequest &request) const;
 
