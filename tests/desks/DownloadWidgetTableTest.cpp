@@ -237,11 +237,14 @@ void DownloadWidgetTableTest::anotherHeaderStartsAscendingAgain()
         {{named(1, "b"), named(2, "a"), named(3, "c")}, 3});
     const auto desk = makeDownloadDesk({Right::Admin});
     clickHeader(*desk, 0);
-    clickHeader(*desk, 0);
-    clickHeader(*desk, 4);
+    clickHeader(*desk, 4); // when the next click on the first would turn the order
     QCOMPARE(ids(*desk).join(QLatin1Char(' ')), QStringLiteral("1 2 3"));
     clickHeader(*desk, 4);
     QCOMPARE(ids(*desk).join(QLatin1Char(' ')), QStringLiteral("3 2 1"));
+    clickHeader(*desk, 0);
+    clickHeader(*desk, 0);
+    clickHeader(*desk, 4); // after two clicks as well
+    QCOMPARE(ids(*desk).join(QLatin1Char(' ')), QStringLiteral("1 2 3"));
     clickHeader(*desk, 0);
     QCOMPARE(ids(*desk).join(QLatin1Char(' ')), QStringLiteral("2 1 3"));
 }
