@@ -2,19 +2,21 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/e2e/RecordProbe.h"
 
-#include <QSettings>
+#include <QDir>
+#include <QFileInfo>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QVariant>
 
 namespace KODMS::Tests {
 
 RecordProbe::RecordProbe(const QString &configPath) : m_connection(QStringLiteral("record probe"))
 {
-    QSettings settings(configPath, QSettings::IniFormat);
-    settings.setIniCodec("UTF-8");
+    // A sample installation keeps its database beside its configuration.
+    const QString path = QFileInfo(configPath).dir().filePath(QStringLiteral("kodms.db"));
     auto database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
-    database.setDatabaseName(settings.value(QStringLiteral("database/path")).toString());
+    database.setDatabaseName(path);
     database.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
     if (!database.open())
         qFatal("the database of %s cannot be read", qPrintable(configPath));
