@@ -198,7 +198,7 @@ void TurnPageFillTest::aCellIsSplitAtItsBars_data()
     QTest::addColumn<QString>("cell");
     QTest::addColumn<QString>("text");
     QTest::addColumn<QBrush>("colour");
-    const QBrush red(QColor(Qt::red));
+    const QBrush red{QColor(Qt::red)};
     const QBrush none;
     QTest::newRow("text and code") << "abc|r"
                                    << "abc" << red;
