@@ -30,7 +30,7 @@ void armFullDisk()
 
 int work(const QStringList &arguments)
 {
-    const QString mode = arguments.at(2);
+    const QString &mode = arguments.at(2);
     const quint32 seed = arguments.at(3).toUInt();
     WorkSteps steps(seed, arguments.at(4));
     if (mode == QLatin1String("once")) {
