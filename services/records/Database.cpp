@@ -49,7 +49,6 @@ void Database::open(Open mode)
 void Database::close()
 {
     m_idle.clear();
-    m_dialect->closing();
     {
         QSqlDatabase connection = QSqlDatabase::database(m_connectionName, false);
         connection.close();

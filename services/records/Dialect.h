@@ -39,9 +39,6 @@ public:
     /// Throws SqlError.
     virtual void opened(QSqlDatabase &connection, const DatabaseSettings &settings) = 0;
 
-    /// Before the connection closes.
-    virtual void closing() = 0;
-
     virtual SqlError::Kind kindOf(const QSqlError &error) const = 0;
 
     /// Starts a transaction that will write, and waits for other writers.

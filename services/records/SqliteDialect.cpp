@@ -129,11 +129,6 @@ void SqliteDialect::opened(QSqlDatabase &connection, const DatabaseSettings &set
     m_limit.setTimeout(settings.statementTimeoutMs);
 }
 
-void SqliteDialect::closing()
-{
-    m_limit.detach();
-}
-
 SqlError::Kind SqliteDialect::kindOf(const QSqlError &error) const
 {
     constexpr int primaryCode = 0xff;

@@ -15,7 +15,6 @@ public:
     void configure(QSqlDatabase &connection, const DatabaseSettings &settings,
                    bool create) const override;
     void opened(QSqlDatabase &connection, const DatabaseSettings &settings) override;
-    void closing() override;
     SqlError::Kind kindOf(const QSqlError &error) const override;
     QString beginWrite() const override;
     QString beginRead() const override;

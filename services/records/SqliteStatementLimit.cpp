@@ -14,17 +14,8 @@ constexpr int stepsBetweenQuestions = 20000; // well under a millisecond of work
 
 void SqliteStatementLimit::attach(sqlite3 *connection)
 {
-    detach();
-    m_connection = connection;
     start();
-    sqlite3_progress_handler(m_connection, stepsBetweenQuestions, &SqliteStatementLimit::ask, this);
-}
-
-void SqliteStatementLimit::detach()
-{
-    if (m_connection != nullptr)
-        sqlite3_progress_handler(m_connection, 0, nullptr, nullptr);
-    m_connection = nullptr;
+    sqlite3_progress_handler(connection, stepsBetweenQuestions, &SqliteStatementLimit::ask, this);
 }
 
 void SqliteStatementLimit::start()

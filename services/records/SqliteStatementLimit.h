@@ -15,13 +15,12 @@ class SqliteStatementLimit {
 public:
     SqliteStatementLimit() = default;
 
-    ~SqliteStatementLimit() { detach(); }
-
     SqliteStatementLimit(const SqliteStatementLimit &) = delete;
     SqliteStatementLimit &operator=(const SqliteStatementLimit &) = delete;
 
+    /// Serves the connection until it is closed, and has to live that long. It keeps no
+    /// pointer to it: a connection may be closed without asking this object.
     void attach(sqlite3 *connection);
-    void detach();
 
     /// 0 = no limit.
     void setTimeout(int milliseconds) { m_timeout = std::chrono::milliseconds(milliseconds); }
@@ -31,7 +30,6 @@ public:
 private:
     static int ask(void *self);
 
-    sqlite3 *m_connection = nullptr;
     std::chrono::milliseconds m_timeout{0};
     std::chrono::steady_clock::time_point m_deadline;
 };
