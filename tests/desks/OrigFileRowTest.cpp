@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
 #include "desks/download/OrigFileRow.h"
-#include "desks/download/OrigFileColumns.h"
+#include "desks/common/OrigFileColumns.h"
 #include "tests/support/TestMain.h"
 
 #include <QCoreApplication>

@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "desks/common/MessageBoxes.h"
+
+#include <QCoreApplication>
+#include <QPointer>
+
+namespace KODMS::UI {
+
+namespace {
+
+constexpr char Title[] = "Information";
+
+/// The box is made on the heap: QMessageBox::information() keeps it on the stack,
+/// where a desk that is deleted meanwhile would delete it a first time.
+QMessageBox::StandardButton ask(QWidget *desk, const QString &text,
+                                QMessageBox::StandardButtons buttons)
+{
+    const QString title = QCoreApplication::translate(desk->metaObject()->className(), Title);
+    const QPointer<QMessageBox> box =
+        new QMessageBox(QMessageBox::Information, title, text, buttons, desk);
+    box->setDefaultButton(QMessageBox::Ok); // no effect on a box without it
+    box->exec();
+    if (!box)
+        return QMessageBox::NoButton;
+    const auto answer = box->standardButton(box->clickedButton());
+    delete box;
+    return answer;
+}
+
+} // namespace
+
+void inform(QWidget *desk, const char *text)
+{
+    inform(desk, QString::fromUtf8(text));
+}
+
+void inform(QWidget *desk, const QString &text)
+{
+    ask(desk, text, QMessageBox::Ok);
+}
+
+bool confirm(QWidget *desk, const char *text, QMessageBox::StandardButtons buttons)
+{
+    const QPointer<QWidget> stillThere(desk);
+    return ask(desk, QString::fromUtf8(text), buttons) == QMessageBox::Yes && stillThere;
+}
+
+} // namespace KODMS::UI
