@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "desks/export/DMS_Export_Widget.h"
 
+#include "desks/common/DeskOperations.h"
 #include "desks/common/FlowRow.h"
 #include "desks/common/JobColumns.h"
+#include "desks/common/MessageBoxes.h"
 #include "desks/common/TableHelpers.h"
 #include "foundation/bll/Odbpp_JobFlowBll.h"
 #include "foundation/bll/Odbpp_QuestionsBll.h"
@@ -13,14 +15,13 @@
 #include <QBrush>
 #include <QColor>
 #include <QHeaderView>
-#include <QMessageBox>
+#include <QPointer>
 #include <QTableWidget>
 
 namespace KODMS::UI {
 
 namespace {
 
-constexpr char SelectJob[] = "请选择一个料号";
 constexpr char QuestionsOfJob[] = "JobId";
 
 constexpr int HiddenJobColumns[] = {
@@ -82,9 +83,10 @@ void DMS_Export_Widget::on_m_pJobTableWidget_ItemClicked(QTableWidgetItem *)
 {
     const int row = m_pJobTableWidget->currentRow();
     if (row == -1) {
-        QMessageBox::information(this, tr("Information"), QString::fromUtf8(SelectJob),
-                                 QMessageBox::Ok);
-        m_pQuestionTableWidget->repaint();
+        const QPointer<DMS_Export_Widget> desk(this);
+        inform(this, JobFlowDesk.noRowMessage);
+        if (desk)
+            m_pQuestionTableWidget->repaint();
         return;
     }
     const int jobId = cellText(m_pJobTableWidget, row, JobColumn::Id).toInt();
