@@ -81,13 +81,17 @@ Outcome fillSampleFolder(const QString &folder)
     const auto rows = rowsFor(accounts);
     if (!rows)
         return rows.outcome;
-    const Outcome written = SampleAccountsFile::write(SampleAccountsFile::pathIn(data), accounts);
+    const QString accountsFile = SampleAccountsFile::pathIn(data);
+    const Outcome written = SampleAccountsFile::write(accountsFile, accounts);
     if (!written)
         return written;
     Configuration configuration =
         Configuration::defaults(InstallationSetup::sampleConfigPath(folder), data);
     configuration.isSample = true;
-    return NewInstallation(configuration).make(rows.value);
+    Outcome made = NewInstallation(configuration).make(rows.value);
+    if (!made)
+        QFile::remove(accountsFile); // names accounts that are not there
+    return made;
 }
 
 } // namespace
@@ -117,12 +121,7 @@ Outcome InstallationSetup::createSample(const QString &folder)
     Outcome outcome = refuseWhileRunning();
     if (outcome)
         outcome = makeSampleFolder(folder);
-    if (!outcome)
-        return outcome;
-    outcome = fillSampleFolder(folder);
-    if (!outcome)
-        QFile::remove(SampleAccountsFile::pathIn(folder)); // names accounts that are not there
-    return outcome;
+    return outcome ? fillSampleFolder(folder) : outcome;
 }
 
 Result<QVector<SampleAccount>> InstallationSetup::sampleAccounts(const QString &folder)

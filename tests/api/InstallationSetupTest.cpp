@@ -3,6 +3,7 @@
 #include "services/api/InstallationSetup.h"
 #include "services/api/SignIn.h"
 #include "services/api/UserAdmin.h"
+#include "services/api/internal/NewInstallation.h"
 #include "services/api/internal/SampleAccountsFile.h"
 #include "services/session/Runtime.h"
 #include "tests/api/support/Installation.h"
@@ -14,7 +15,10 @@
 #include <QSet>
 #include <QTest>
 
+#include <atomic>
 #include <memory>
+#include <thread>
+#include <vector>
 
 using namespace KODMS::Services;
 using KODMS::Tests::Installation;
@@ -31,6 +35,7 @@ private Q_SLOTS:
     void makesAnInstallationThatStarts();
     void keepsAConfigurationThatIsThere();
     void refusesAnExistingInstallation();
+    void ofSimultaneousRunsOneWins();
     void refusesAStoreWithFiles();
     void refusesWhileRunning();
     void badAnswersMakeNothing_data();
@@ -40,6 +45,7 @@ private Q_SLOTS:
     void aSampleHasAnAccountForEachRole();
     void samplePasswordsAreMadeAtRandom();
     void aSampleNeedsAnEmptyFolder();
+    void anAccountsFileThatIsThereStays();
     void aDamagedAccountsFileIsTold();
 
 private:
@@ -87,6 +93,42 @@ void InstallationSetupTest::refusesAnExistingInstallation()
     QVERIFY2(again.text.contains(m_home->path("kodms.db")), qPrintable(again.text));
     QVERIFY(ServiceRuntime::instance().start(m_home->iniPath()));
     QVERIFY(SignIn::signIn(Installation::login(), Installation::password()));
+}
+
+static int successesAtOnce(const Configuration &configuration, int runs)
+{
+    UserRow user;
+    user.loginName = Installation::login();
+    user.realName = QStringLiteral("管理员");
+    user.roles.insert(Role::Admin);
+    std::atomic<int> successes{0};
+    std::vector<std::thread> threads;
+    for (int run = 0; run < runs; ++run) {
+        threads.emplace_back([&] {
+            if (NewInstallation(configuration).make({user}))
+                ++successes;
+        });
+    }
+    for (std::thread &thread : threads)
+        thread.join();
+    return successes;
+}
+
+void InstallationSetupTest::ofSimultaneousRunsOneWins()
+{
+    constexpr int rounds = 8;
+    for (int round = 0; round < rounds; ++round) {
+        const QString folder = m_home->path("race") + QString::number(round);
+        const QString ini = folder + QStringLiteral("/kodms.ini");
+        QVERIFY(QDir().mkpath(folder));
+        QCOMPARE(successesAtOnce(Configuration::defaults(ini, folder), 4), 1);
+        const Outcome started = ServiceRuntime::instance().start(ini);
+        QVERIFY2(started, qPrintable(started.text));
+        const auto users = UserAdmin::list();
+        QVERIFY(users);
+        QCOMPARE(users.value.size(), 1);
+        ServiceRuntime::instance().stop();
+    }
 }
 
 void InstallationSetupTest::refusesAStoreWithFiles()
@@ -230,6 +272,19 @@ void InstallationSetupTest::aSampleNeedsAnEmptyFolder()
     QVERIFY(!made);
     QVERIFY(made.text.contains(sample()));
     QCOMPARE(QDir(sample()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(), 1);
+}
+
+void InstallationSetupTest::anAccountsFileThatIsThereStays()
+{
+    const QString path = m_home->path("accounts.txt");
+    const QVector<SampleAccount> accounts = SampleAccountsFile::makeAccounts();
+    QVERIFY(SampleAccountsFile::write(path, accounts));
+    const Outcome again = SampleAccountsFile::write(path, SampleAccountsFile::makeAccounts());
+    QVERIFY(!again);
+    QVERIFY2(again.text.contains(path), qPrintable(again.text));
+    const auto kept = SampleAccountsFile::read(path);
+    QVERIFY(kept);
+    QCOMPARE(kept.value.constFirst().password, accounts.constFirst().password);
 }
 
 void InstallationSetupTest::aDamagedAccountsFileIsTold()

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/api/internal/NewInstallation.h"
 
+#include "services/disk/FileHandle.h"
 #include "services/filestore/FileStore.h"
 #include "services/notices/NoticeHub.h"
 #include "services/records/Database.h"
@@ -57,6 +58,8 @@ Outcome NewInstallation::make(const std::vector<UserRow> &users)
     if (outcome)
         outcome = makeStore();
     if (outcome)
+        outcome = claimDatabase();
+    if (outcome)
         outcome = makeRecords(users);
     if (outcome && !QFileInfo::exists(m_configuration.filePath))
         outcome = m_configuration.save();
@@ -67,9 +70,12 @@ Outcome NewInstallation::make(const std::vector<UserRow> &users)
 Outcome NewInstallation::refuseExisting() const
 {
     const QString path = m_configuration.database.path;
-    if (!path.isEmpty() && QFileInfo::exists(path))
-        return Outcome::failure(tr("已有数据库 %1，不会覆盖").arg(path));
-    return Outcome::success();
+    return !path.isEmpty() && QFileInfo::exists(path) ? existing() : Outcome::success();
+}
+
+Outcome NewInstallation::existing() const
+{
+    return Outcome::failure(tr("已有数据库 %1，不会覆盖").arg(m_configuration.database.path));
 }
 
 Outcome NewInstallation::makeFolders() const
@@ -103,10 +109,20 @@ Outcome NewInstallation::makeStore() const
     return Outcome::success();
 }
 
+/// Makes the empty file of the database, which only one run can. A place where nobody can
+/// is left to the opening of the database, which knows the reason.
+Outcome NewInstallation::claimDatabase()
+{
+    const QString path = m_configuration.database.path;
+    if (path.isEmpty())
+        return Outcome::success();
+    m_madeDatabase = FileHandle::createNew(path).outcome.ok;
+    return m_madeDatabase || !QFileInfo::exists(path) ? Outcome::success() : existing();
+}
+
 Outcome NewInstallation::makeRecords(const std::vector<UserRow> &users)
 {
     try {
-        m_madeDatabase = !m_configuration.database.path.isEmpty();
         Database database(m_configuration.database, Database::Open::Create);
         const Outcome installed = SchemaMigrator(database).install();
         if (!installed)

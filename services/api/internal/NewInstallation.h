@@ -9,7 +9,8 @@
 
 namespace KODMS::Services {
 
-/// Makes one installation; takes back what it made when a step fails.
+/// Makes one installation; takes back what it made itself when a step fails. Of several
+/// that are made at the same place at once, one succeeds and the others leave it alone.
 class NewInstallation {
 public:
     explicit NewInstallation(Configuration configuration);
@@ -22,8 +23,10 @@ public:
 
 private:
     Outcome refuseExisting() const;
+    Outcome existing() const;
     Outcome makeFolders() const;
     Outcome makeStore() const;
+    Outcome claimDatabase();
     Outcome makeRecords(const std::vector<UserRow> &users);
     void removeDatabase() const;
 

@@ -6,7 +6,6 @@
 #include <QDir>
 #include <QFile>
 #include <QRandomGenerator>
-#include <QSaveFile>
 
 namespace KODMS::Services {
 
@@ -48,6 +47,11 @@ QString lineOf(const SampleAccount &account)
            QLatin1Char('\n');
 }
 
+Outcome unwritten(const QFile &file)
+{
+    return Outcome::failure(tr("无法写入 %1：%2").arg(file.fileName(), file.errorString()));
+}
+
 } // namespace
 
 QString SampleAccountsFile::pathIn(const QString &folder)
@@ -75,12 +79,16 @@ Outcome SampleAccountsFile::write(const QString &path, const QVector<SampleAccou
     for (const SampleAccount &one : accounts)
         text += lineOf(one);
     const QByteArray bytes = text.toUtf8();
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) ||
-        !file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner) ||
-        file.write(bytes) != bytes.size() || !file.commit())
-        return Outcome::failure(tr("无法写入 %1：%2").arg(path, file.errorString()));
-    return Outcome::success();
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly))
+        return unwritten(file);
+    const bool written = file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner) &&
+                         file.write(bytes) == bytes.size() && file.flush();
+    if (written)
+        return Outcome::success();
+    const Outcome why = unwritten(file);
+    file.remove();
+    return why;
 }
 
 Result<QVector<SampleAccount>> SampleAccountsFile::read(const QString &path)

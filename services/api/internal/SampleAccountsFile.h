@@ -16,7 +16,8 @@ public:
     /// One account for each role and an ordinary user, with passwords at random.
     static QVector<SampleAccount> makeAccounts();
 
-    /// Only the owner can read the file from its first byte on.
+    /// Only the owner can read the file from its first byte on. Fails, and leaves it as it is,
+    /// when there is one.
     static Outcome write(const QString &path, const QVector<SampleAccount> &accounts);
     static Result<QVector<SampleAccount>> read(const QString &path);
 };
