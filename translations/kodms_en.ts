@@ -580,6 +580,30 @@
         <source>客户 %1 的序号已用完</source>
         <translation>Customer %1 has no serial number left</translation>
     </message>
+    <message>
+        <source>%1：%2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1：含有换行或其他控制字符</source>
+        <translation>%1: contains a line break or another control character</translation>
+    </message>
+    <message>
+        <source>客户名称</source>
+        <translation>Customer name</translation>
+    </message>
+    <message>
+        <source>原始料名</source>
+        <translation>Original name</translation>
+    </message>
+    <message>
+        <source>文件说明</source>
+        <translation>File description</translation>
+    </message>
+    <message>
+        <source>来源备注</source>
+        <translation>Source remark</translation>
+    </message>
 </context>
 <context>
     <name>KODMS::Host::AboutBox</name>

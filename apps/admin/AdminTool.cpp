@@ -62,7 +62,8 @@ Report AdminTool::runCommand(Command &command, const QStringList &arguments)
     if (!parser.parse(arguments))
         return Report::usage(parser.errorText());
     if (parser.isSet(QStringLiteral("help")))
-        return Report::success({HelpText::ofCommand(command, toolOptions()).trimmed()});
+        return Report::success(
+            HelpText::ofCommand(command, toolOptions()).trimmed().split(QLatin1Char('\n')));
     const Invocation invocation(parser);
     // An empty variable of a script must not open another installation.
     if (invocation.has(QStringLiteral("config")) && invocation.configPath().isEmpty())
@@ -92,7 +93,8 @@ int AdminTool::write(const QString &command, const Report &report, bool asJson) 
     if (!report.error.isEmpty()) {
         const QString who =
             command.isEmpty() ? QString() : command.trimmed() + QStringLiteral(": ");
-        Terminal::writeError(QStringLiteral("kodms-admin: ") + who + report.error);
+        Terminal::writeError(QStringLiteral("kodms-admin: ") + who +
+                             Terminal::printable(report.error));
         if (report.code == ExitCode::Usage)
             Terminal::writeError(QStringLiteral("kodms-admin --help shows what there is"));
     }
@@ -100,7 +102,7 @@ int AdminTool::write(const QString &command, const Report &report, bool asJson) 
         Terminal::writeOutput(report.toJson(command));
     } else {
         for (const QString &line : report.lines)
-            Terminal::writeOutput(line.toLocal8Bit() + '\n');
+            Terminal::writeOutput(Terminal::printable(line).toLocal8Bit() + '\n');
     }
     return static_cast<int>(report.code);
 }

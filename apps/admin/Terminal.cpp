@@ -101,6 +101,16 @@ bool Terminal::readLine(QString *line)
     return count == 1 || (count == 0 && !bytes.isEmpty());
 }
 
+QString Terminal::printable(const QString &text)
+{
+    QString line = text;
+    for (QChar &character : line) {
+        if (character.category() == QChar::Other_Control)
+            character = QLatin1Char('?');
+    }
+    return line;
+}
+
 void Terminal::writeError(const QString &line)
 {
     writeRaw(stderr, line.toLocal8Bit() + '\n');

@@ -20,6 +20,10 @@ public:
     /// The first line of standard input, without its end.
     static bool readLine(QString *line);
 
+    /// The text as one line that leaves the terminal as it is: it may quote what customers
+    /// named their files. A control character becomes a question mark.
+    static QString printable(const QString &text);
+
     static void writeError(const QString &line);
     static void writeOutput(const QByteArray &bytes);
 };

@@ -6,6 +6,7 @@
 #include "services/api/internal/IntakeBooking.h"
 #include "services/api/internal/IntakeFile.h"
 #include "services/notices/NoticeHub.h"
+#include "services/notices/OneLine.h"
 #include "services/records/Transaction.h"
 #include "services/records/bll/Audit.h"
 #include "services/records/bll/ChangeStopped.h"
@@ -48,7 +49,7 @@ public:
             return receipt;
         const Outcome removed = m_runtime.fileStore().remove(file.value.storedName());
         if (!removed) // stays until the next check
-            qCInfo(lcFileStore).noquote() << Action << removed.cause;
+            qCInfo(lcFileStore).noquote() << Action << oneLine(removed.cause);
         return booked;
     }
 

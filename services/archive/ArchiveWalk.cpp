@@ -4,6 +4,7 @@
 
 #include "services/disk/IoFailure.h"
 #include "services/notices/NoticeHub.h"
+#include "services/notices/OneLine.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -97,7 +98,8 @@ Outcome ArchiveWalk::visit(ArchiveReader &reader, const ArchiveEntry &entry,
     if (!path)
         return path.outcome;
     if (path.value.isMapped)
-        qCInfo(lcArchive).noquote() << "entry" << entry.name << "becomes" << path.value.path;
+        qCInfo(lcArchive).noquote()
+            << "entry" << oneLine(entry.name) << "becomes" << path.value.path;
     report(reader);
     switch (entry.kind) {
     case ArchiveEntry::Kind::Folder:

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/notices/NoticeHub.h"
 
+#include "services/notices/OneLine.h"
+
 #include <QMetaObject>
 #include <QThread>
 
@@ -24,27 +26,37 @@ NoticeHub &NoticeHub::instance()
 void NoticeHub::raise(NoticeLevel level, const QString &text)
 {
     const int number = static_cast<int>(level);
+    const QString line = oneLine(text);
     if (QThread::currentThread() == thread()) {
-        Q_EMIT raised(number, text);
+        Q_EMIT raised(number, line);
         return;
     }
     QMetaObject::invokeMethod(
-        this, [this, number, text] { Q_EMIT raised(number, text); }, Qt::QueuedConnection);
+        this, [this, number, line] { Q_EMIT raised(number, line); }, Qt::QueuedConnection);
 }
+
+namespace {
+
+/// Record and cause may hold what a customer typed: it must not look like lines of its own.
+QString lineOf(const char *operation, const QString &record, const QString &cause)
+{
+    return oneLine(QLatin1String(operation) + QStringLiteral(" [") + record + QStringLiteral("] ") +
+                   cause);
+}
+
+} // namespace
 
 void reportFailure(const QLoggingCategory &category, const char *operation, const QString &record,
                    const QString &cause, const QString &userText)
 {
-    qCWarning(category).noquote() << operation
-                                  << QString(QLatin1Char('[') + record + QLatin1Char(']')) << cause;
+    qCWarning(category).noquote() << lineOf(operation, record, cause);
     NoticeHub::instance().raise(NoticeLevel::Error, userText);
 }
 
 void reportRefusal(const char *operation, const QString &record, const QString &cause,
                    const QString &userText)
 {
-    qCInfo(lcAccess).noquote() << operation << QString(QLatin1Char('[') + record + QLatin1Char(']'))
-                               << cause;
+    qCInfo(lcAccess).noquote() << lineOf(operation, record, cause);
     NoticeHub::instance().raise(NoticeLevel::Warning, userText);
 }
 

@@ -36,7 +36,8 @@ private:
 };
 
 /// One failure, said once in the log (category, operation, record, cause; English)
-/// and once as an error notice (`userText`, translated).
+/// and once as an error notice (`userText`, translated). Both are one line, whatever
+/// the texts hold.
 void reportFailure(const QLoggingCategory &category, const char *operation, const QString &record,
                    const QString &cause, const QString &userText);
 

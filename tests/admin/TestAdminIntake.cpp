@@ -22,6 +22,8 @@ private Q_SLOTS:
     void takesWhatTheOptionsSay();
     void refusesWhatCannotBeTaken_data();
     void refusesWhatCannotBeTaken();
+    void aNameOfTwoLinesIsRefused();
+    void aFileNameCannotWriteToTheTerminal();
     void aUserTakesInWithTheirOwnRights();
     void theAuditNamesWhoTookIt();
     void anOrderIsPaidOnce();
@@ -173,6 +175,31 @@ void TestAdminIntake::refusesWhatCannotBeTaken()
     QVERIFY2(run.json()[QStringLiteral("error")].toString().contains(named), run.all());
     QCOMPARE(m_sandbox.queried(jobs), before);
     QCOMPARE(m_sandbox.filesBelow(QStringLiteral("place/files")), stored);
+}
+
+void TestAdminIntake::aNameOfTwoLinesIsRefused()
+{
+    const QString archive = m_sandbox.makeArchive(QStringLiteral("in/lines.tgz"), "x");
+    for (const char *option : {"--customer-name", "--orig-name", "--description", "--tips"}) {
+        const AdminRun run =
+            intake(archive, "N01", {QString::fromLatin1(option), QStringLiteral("first\nsecond")});
+        QVERIFY2(run.code == 1, run.all());
+        QVERIFY2(run.json()[QStringLiteral("error")].toString().contains(
+                     QStringLiteral("control character")),
+                 run.all());
+    }
+    QCOMPARE(m_sandbox.queried(QStringLiteral("SELECT COUNT(*) FROM customers WHERE code = 'N01'")),
+             QStringLiteral("0"));
+}
+
+void TestAdminIntake::aFileNameCannotWriteToTheTerminal()
+{
+    const AdminRun run = m_sandbox.run(
+        {QStringLiteral("intake"), m_sandbox.path(QStringLiteral("none\nJob A1B000009\u001b[2J")),
+         QStringLiteral("--customer"), QStringLiteral("N01"), QStringLiteral("--verbose")});
+    QVERIFY2(run.code == 1, run.all());
+    QVERIFY2(run.errors.contains("none?Job A1B000009?[2J"), run.all());
+    QVERIFY2(!run.errors.contains("\nJob") && !run.errors.contains('\x1b'), run.all());
 }
 
 void TestAdminIntake::aUserTakesInWithTheirOwnRights()

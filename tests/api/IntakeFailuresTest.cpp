@@ -7,6 +7,7 @@
 #include "tests/archive/RawZip.h"
 #include "tests/archive/SampleArchives.h"
 #include "tests/common/support/TestInstallation.h"
+#include "tests/support/NoticeLog.h"
 #include "tests/support/TestMain.h"
 
 #include <QDir>
@@ -147,6 +148,10 @@ private Q_SLOTS:
         row("a NUL in the name", "origName", QStringLiteral("a") + QChar(0));
         row("an endless customer name", "customerName", QString(501, QLatin1Char('x')));
         row("an endless description", "description", QString(501, QLatin1Char('x')));
+        row("a line break in the customer name", "customerName", QStringLiteral("华虹\n电子"));
+        row("an escape in the name", "origName", QStringLiteral("\u001b[2Jx"));
+        row("a tab in the description", "description", QStringLiteral("a\tb"));
+        row("a separator of lines in the remark", "tips", QStringLiteral("a\u2028b"));
         row("an endless remark", "tips", QString(10001, QLatin1Char('x')));
     }
 
@@ -163,6 +168,28 @@ private Q_SLOTS:
             {QStringLiteral("tips"), &request.tips}};
         *fields.value(field) = value;
         refused(request, QString(), false);
+    }
+
+    void aWordThatIsRefusedIsNamed()
+    {
+        IntakeRequest request = good();
+        request.description = QStringLiteral("a\nb");
+        refused(request, QStringLiteral("文件说明：含有换行"), false);
+        request = good();
+        request.customerName = QStringLiteral("a\nb");
+        refused(request, QStringLiteral("客户名称：含有换行"), false);
+    }
+
+    void aFileNameCannotForgeALogLine()
+    {
+        IntakeRequest request = good();
+        request.path = m_home->path(QStringLiteral("sent/none\nkodms.access: verdict.zip"));
+        QTest::ignoreMessage(QtInfoMsg, QRegularExpression(QStringLiteral(
+                                            "^intake.take \\[.*none\\?kodms.access[^\n]*$")));
+        const NoticeLog log;
+        refused(request, QStringLiteral("不存在"), false);
+        QCOMPARE(log.notices.size(), 1);
+        QVERIFY(!log.notices[0].text.contains(QLatin1Char('\n')));
     }
 
     void rights_data()

@@ -3,6 +3,7 @@
 #include "services/api/internal/IntakeBooking.h"
 
 #include "services/api/internal/IntakeFile.h"
+#include "services/notices/OneLine.h"
 #include "services/records/Database.h"
 #include "services/records/Guid.h"
 #include "services/records/TimeText.h"
@@ -41,11 +42,15 @@ QString tr(const char *text)
     throw ChangeStopped(ChangeStopped::Kind::Refused, cause, text);
 }
 
-void requireText(const QString &value, int longest)
+/// Each is shown in one cell of a table, and `name` says which is meant.
+void requireText(const QString &name, const QString &value, int longest)
 {
     const TextArgument argument(value.toStdString(), longest);
     if (!argument.isValid())
-        fail(argument.cause(), argument.userText());
+        fail(argument.cause(), tr("%1：%2").arg(name, argument.userText()));
+    if (!isOneLine(value))
+        fail(QStringLiteral("a text contains a control character"),
+             tr("%1：含有换行或其他控制字符").arg(name));
 }
 
 /// The CAM product's own archive needs no pre-processing.
@@ -91,9 +96,10 @@ void IntakeBooking::requireGood(const IntakeRequest &request)
     if (!code.match(request.customerCode).hasMatch())
         fail(QStringLiteral("not a customer code: %1").arg(request.customerCode.left(20)),
              tr("客户代码须为三位字母或数字：%1").arg(request.customerCode.left(20)));
-    for (const QString &text : {request.customerName, request.origName, request.description})
-        requireText(text, LongestName);
-    requireText(request.tips, LongestRemark);
+    requireText(tr("客户名称"), request.customerName, LongestName);
+    requireText(tr("原始料名"), request.origName, LongestName);
+    requireText(tr("文件说明"), request.description, LongestName);
+    requireText(tr("来源备注"), request.tips, LongestRemark);
 }
 
 IntakeReceipt IntakeBooking::book(const IntakeRequest &request, const IntakeFile &file)

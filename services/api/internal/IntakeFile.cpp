@@ -7,6 +7,7 @@
 #include "services/archive/FolderPacker.h"
 #include "services/disk/FileHandle.h"
 #include "services/disk/IoFailure.h"
+#include "services/notices/OneLine.h"
 #include "services/records/Guid.h"
 
 #include <QCoreApplication>
@@ -124,6 +125,7 @@ Result<IntakeFile> IntakeFile::at(const QString &path, const LimitSettings &limi
     file.m_baseName = file.m_isFolder ? whole.fileName() : archiveName(whole);
     if (file.m_baseName.isEmpty())
         file.m_baseName = whole.fileName();
+    file.m_baseName = oneLine(file.m_baseName); // files may be named with line breaks
     file.m_storedName =
         newGuid() + QLatin1Char('.') + (file.m_isFolder ? QStringLiteral("zip") : file.m_type);
     return file;
