@@ -48,7 +48,7 @@ function reason(from, to,    here, there) {
     return service_reason(from, to, there)
   if (here == "bench" && there != "apps")
     return ""
-  if (there == here && second(from) == second(to))
+  if (there == here && (second(from) == second(to) || second(to) == "console"))
     return ""
   return is_public(to) ? "" : "an application sees only the public headers"
 }

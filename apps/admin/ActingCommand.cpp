@@ -2,11 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "apps/admin/ActingCommand.h"
 
-#include "apps/admin/PasswordSource.h"
+#include "apps/console/PasswordSource.h"
 #include "services/api/SignIn.h"
 
 namespace KODMS::Admin {
 
+using Console::PasswordSource;
 using Services::Outcome;
 using Services::Result;
 using Services::SignIn;

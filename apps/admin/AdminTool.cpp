@@ -4,12 +4,15 @@
 
 #include "apps/admin/CommandLine.h"
 #include "apps/admin/HelpText.h"
-#include "apps/admin/Interrupt.h"
-#include "apps/admin/Terminal.h"
+#include "apps/console/Interrupt.h"
+#include "apps/console/Terminal.h"
 
 #include <QLoggingCategory>
 
 namespace KODMS::Admin {
+
+using Console::Interrupt;
+using Console::Terminal;
 
 QList<QCommandLineOption> AdminTool::toolOptions()
 {

@@ -2,11 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "apps/admin/BackupText.h"
 
-#include "apps/admin/Interrupt.h"
+#include "apps/console/Interrupt.h"
 
 #include <QLocale>
 
 namespace KODMS::Admin {
+
+using Console::Interrupt;
 
 Report backupReport(const QString &done, const QString &file,
                     const Services::BackupSummary &summary)

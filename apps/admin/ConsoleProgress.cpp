@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "apps/admin/ConsoleProgress.h"
 
-#include "apps/admin/Interrupt.h"
+#include "apps/console/Interrupt.h"
 
 #include <QLocale>
 
@@ -11,6 +11,8 @@
 #include <cstdio>
 
 namespace KODMS::Admin {
+
+using Console::Interrupt;
 
 static constexpr qint64 ShowEveryMs = 200;
 

@@ -2,11 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "apps/admin/Report.h"
 
-#include "apps/admin/Interrupt.h"
+#include "apps/console/Interrupt.h"
 
 #include <QJsonDocument>
 
 namespace KODMS::Admin {
+
+using Console::Interrupt;
 
 Report Report::success(const QStringList &lines, const QJsonObject &data)
 {

@@ -69,6 +69,7 @@ void TestIncludes::findsWhatCrossesABoundary_data()
     row("an application knows a private class", "apps/desk/A.cpp", "services/records/Database.h");
     row("an application knows a part of a desk", "apps/desk/A.cpp", "desks/export/JobColumns.h");
     row("an application knows the other", "apps/admin/A.cpp", "apps/desk/B.h");
+    row("the console knows an application", "apps/console/A.cpp", "apps/admin/B.h");
     row("an application knows a test", "apps/admin/A.cpp", "tests/support/TestMain.h");
     row("a desk takes a way around", "desks/export/A.cpp", "desks/../services/api/SignIn.h");
     row("a desk knows a test", "desks/export/A.cpp", "tests/fakes/Recorder.h");
@@ -106,6 +107,7 @@ void TestIncludes::allowsWhatTheLayersAllow_data()
     row("the inside uses everything", "services/api/internal/A.h", "services/records/Database.h");
     row("a public header uses an outcome", "services/api/A.h", "services/notices/Outcome.h");
     row("an application uses a public service", "apps/admin/A.cpp", "services/api/SignIn.h");
+    row("an application uses the console", "apps/admin/A.cpp", "apps/console/Terminal.h");
     row("an application uses a desk", "apps/desk/A.cpp", "desks/export/DMS_Export_Widget.h");
     row("a test sees everything", "tests/records/A.cpp", "services/records/Database.h");
     row("what moc wrote", "tests/records/A.cpp", "A.moc");

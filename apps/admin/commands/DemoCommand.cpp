@@ -3,7 +3,7 @@
 #include "apps/admin/commands/DemoCommand.h"
 
 #include "apps/admin/ConsoleProgress.h"
-#include "apps/admin/Interrupt.h"
+#include "apps/console/Interrupt.h"
 #include "services/api/InstallationSetup.h"
 #include "services/api/SampleData.h"
 #include "services/api/ServiceRuntime.h"
@@ -13,6 +13,7 @@
 
 namespace KODMS::Admin {
 
+using Console::Interrupt;
 using Services::InstallationSetup;
 using Services::Outcome;
 using Services::Result;

@@ -2,14 +2,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "apps/admin/commands/InitCommand.h"
 
-#include "apps/admin/Interrupt.h"
-#include "apps/admin/PasswordSource.h"
-#include "apps/admin/Terminal.h"
+#include "apps/console/Interrupt.h"
+#include "apps/console/PasswordSource.h"
+#include "apps/console/Terminal.h"
 #include "services/api/InstallationSetup.h"
 #include "services/api/ServiceRuntime.h"
 
 namespace KODMS::Admin {
 
+using Console::Interrupt;
+using Console::PasswordSource;
+using Console::Terminal;
 using Services::InstallationSetup;
 using Services::Outcome;
 using Services::Result;

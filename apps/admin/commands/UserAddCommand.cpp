@@ -2,13 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "apps/admin/commands/UserAddCommand.h"
 
-#include "apps/admin/PasswordSource.h"
+#include "apps/console/PasswordSource.h"
 #include "services/api/UserAdmin.h"
 
 #include <limits>
 
 namespace KODMS::Admin {
 
+using Console::PasswordSource;
 using Services::NewUser;
 using Services::Result;
 using Services::UserAdmin;

@@ -2,10 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "apps/admin/commands/UserPasswdCommand.h"
 
-#include "apps/admin/PasswordSource.h"
+#include "apps/console/PasswordSource.h"
 #include "services/api/UserAdmin.h"
 
 namespace KODMS::Admin {
+
+using Console::PasswordSource;
 
 QList<Command::Argument> UserPasswdCommand::arguments() const
 {

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
-#include "apps/admin/Terminal.h"
+#include "apps/console/Terminal.h"
 
-#include "apps/admin/Interrupt.h"
+#include "apps/console/Interrupt.h"
 
 #include <poll.h>
 #include <termios.h>
@@ -10,7 +10,7 @@
 
 #include <cstdio>
 
-namespace KODMS::Admin {
+namespace KODMS::Console {
 
 namespace {
 
@@ -121,4 +121,4 @@ void Terminal::writeOutput(const QByteArray &bytes)
     writeRaw(stdout, bytes);
 }
 
-} // namespace KODMS::Admin
+} // namespace KODMS::Console

@@ -4,7 +4,7 @@
 
 #include <QString>
 
-namespace KODMS::Admin {
+namespace KODMS::Console {
 
 /// The terminal on standard input, for questions; they are written to standard error,
 /// so that standard output carries results only.
@@ -28,4 +28,4 @@ public:
     static void writeOutput(const QByteArray &bytes);
 };
 
-} // namespace KODMS::Admin
+} // namespace KODMS::Console

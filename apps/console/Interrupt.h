@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-namespace KODMS::Admin {
+namespace KODMS::Console {
 
-/// Ctrl-C and the termination signal ask the running command to stop; the second
+/// Ctrl-C and the termination signal ask the running program to stop; the second
 /// one ends the process at once.
 class Interrupt {
 public:
@@ -12,4 +12,4 @@ public:
     static bool wasAskedFor();
 };
 
-} // namespace KODMS::Admin
+} // namespace KODMS::Console

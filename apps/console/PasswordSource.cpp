@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
-#include "apps/admin/PasswordSource.h"
+#include "apps/console/PasswordSource.h"
 
-#include "apps/admin/Terminal.h"
+#include "apps/console/Terminal.h"
 
 #include <QFile>
 
-namespace KODMS::Admin {
+namespace KODMS::Console {
 
 using Services::Outcome;
 using Services::Result;
@@ -61,4 +61,4 @@ Result<QString> PasswordSource::asked(const QString &question) const
     return answer;
 }
 
-} // namespace KODMS::Admin
+} // namespace KODMS::Console

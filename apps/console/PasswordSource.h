@@ -6,7 +6,7 @@
 
 #include <QString>
 
-namespace KODMS::Admin {
+namespace KODMS::Console {
 
 /// Where a password comes from: the named file ("-": standard input), else the terminal.
 /// Never the command line, which other users of the machine can read.
@@ -27,4 +27,4 @@ private:
     QString m_file;
 };
 
-} // namespace KODMS::Admin
+} // namespace KODMS::Console

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
-#include "apps/admin/Interrupt.h"
+#include "apps/console/Interrupt.h"
 
 #include <csignal>
 
-namespace KODMS::Admin {
+namespace KODMS::Console {
 
 namespace {
 
@@ -32,4 +32,4 @@ bool Interrupt::wasAskedFor()
     return g_asked != 0;
 }
 
-} // namespace KODMS::Admin
+} // namespace KODMS::Console
