@@ -342,6 +342,34 @@
         <source>该问题已不存在</source>
         <translation>the question is no longer there</translation>
     </message>
+    <message>
+        <source>机器人接收料号</source>
+        <translation>Take a job for the robot</translation>
+    </message>
+    <message>
+        <source>查询机器人料号</source>
+        <translation>Look for the robot&apos;s jobs</translation>
+    </message>
+    <message>
+        <source>交付机器人结果</source>
+        <translation>Deliver a robot&apos;s result</translation>
+    </message>
+    <message>
+        <source>没有该料号</source>
+        <translation>there is no such job</translation>
+    </message>
+    <message>
+        <source>有多个料号只有大小写不同，无法确定是哪一个</source>
+        <translation>several jobs have this name but for upper and lower case</translation>
+    </message>
+    <message>
+        <source>订单未付款</source>
+        <translation>the order is unpaid</translation>
+    </message>
+    <message>
+        <source>料号已有变动，机器人的结果不再有效</source>
+        <translation>the job has moved on since the robot took it; its result no longer counts</translation>
+    </message>
 </context>
 <context>
     <name>Common</name>
@@ -1325,6 +1353,13 @@ Roles: %2</translation>
     <message>
         <source>没有名为“%1”的料号</source>
         <translation>There is no job &quot;%1&quot;</translation>
+    </message>
+</context>
+<context>
+    <name>RobotWork</name>
+    <message>
+        <source>服务尚未启动</source>
+        <translation>the services are not running</translation>
     </message>
 </context>
 <context>

@@ -81,34 +81,37 @@ Change::Change(RecordContext &context, const Operation &operation, const QString
 
 bool Change::run(const Operation &operation, const std::string &record, const Body &body)
 {
+    return outcomeOf(operation, record, body).ok;
+}
+
+Outcome Change::outcomeOf(const Operation &operation, const std::string &record, const Body &body)
+{
     const QString name = shortText(record);
     RecordContext *context = RecordContext::current();
     if (!context) {
-        reportFailure(lcRecords(), operation.action, name, QStringLiteral("no database is open"),
-                      tr("没有打开的数据库"));
-        return false;
+        const Outcome closed =
+            Outcome::failure(tr("没有打开的数据库"), QStringLiteral("no database is open"));
+        reportFailure(lcRecords(), operation.action, name, closed.cause, closed.text);
+        return closed;
     }
     Change change(*context, operation, name);
     return change.runSafely(body);
 }
 
-bool Change::runSafely(const Body &body)
+Outcome Change::runSafely(const Body &body)
 {
     try {
         perform(body);
     } catch (const ChangeStopped &why) {
-        stopped(why);
-        return false;
+        return stopped(why);
     } catch (const SqlError &error) {
-        reportFailed(error.logText(), error.userText());
-        return false;
+        return reportFailed(error.logText(), error.userText());
     } catch (const std::exception &error) {
-        reportFailed(QString::fromUtf8(error.what()), tr("内部错误，未保存"));
-        return false;
+        return reportFailed(QString::fromUtf8(error.what()), tr("内部错误，未保存"));
     }
     for (const auto &step : m_afterwards)
         follow(step);
-    return true;
+    return Outcome::success();
 }
 
 /// The change is on the disk and stays, whatever becomes of what follows it.
@@ -117,8 +120,11 @@ void Change::follow(const std::function<void()> &step) const
     try {
         step();
     } catch (const std::exception &error) {
-        reportFailed(QStringLiteral("after the change: ") + QString::fromUtf8(error.what()),
-                     tr("已保存，但后续处理失败"));
+        // The change itself is a success; this is only said.
+        const Outcome said =
+            reportFailed(QStringLiteral("after the change: ") + QString::fromUtf8(error.what()),
+                         tr("已保存，但后续处理失败"));
+        Q_UNUSED(said)
     }
 }
 
@@ -140,14 +146,13 @@ void Change::loadActor()
     m_actor = user->actor();
 }
 
-void Change::stopped(const ChangeStopped &why)
+Outcome Change::stopped(const ChangeStopped &why)
 {
-    if (why.kind() == ChangeStopped::Kind::Failed) {
-        reportFailed(why.cause(), why.userText());
-        return;
-    }
+    if (why.kind() == ChangeStopped::Kind::Failed)
+        return reportFailed(why.cause(), why.userText());
     const QString cause = why.cause() + auditRefusal(why.cause());
     reportRefusal(m_operation.action, m_recordName, cause, noticeText(why.userText()));
+    return Outcome::failure(why.userText(), why.cause());
 }
 
 /// What went wrong with the audit row itself, to stand in the same log line.
@@ -164,9 +169,10 @@ QString Change::auditRefusal(const QString &cause)
     }
 }
 
-void Change::reportFailed(const QString &cause, const QString &userText) const
+Outcome Change::reportFailed(const QString &cause, const QString &userText) const
 {
     reportFailure(lcRecords(), m_operation.action, m_recordName, cause, noticeText(userText));
+    return Outcome::failure(userText, cause);
 }
 
 QString Change::noticeText(const QString &userText) const

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "services/notices/Outcome.h"
 #include "services/records/Actor.h"
 #include "services/records/bll/ChangeStopped.h"
 #include "services/records/bll/FlowRecords.h"
@@ -35,6 +36,9 @@ public:
     /// and one notice when it was refused or failed; nothing is changed then.
     /// `record` names in the log what the operation was called for.
     static bool run(const Operation &operation, const std::string &record, const Body &body);
+    /// The same, for a caller that also tells somebody why not.
+    static Outcome outcomeOf(const Operation &operation, const std::string &record,
+                             const Body &body);
 
     /// Who acts, as the database knows them now: a role taken away since sign-in
     /// counts no more.
@@ -82,14 +86,14 @@ public:
 private:
     Change(RecordContext &context, const Operation &operation, const QString &record);
 
-    bool runSafely(const Body &body);
+    Outcome runSafely(const Body &body);
     void perform(const Body &body);
     void follow(const std::function<void()> &step) const;
     void loadActor();
     FlowRow found(const std::optional<FlowRow> &flow);
-    void stopped(const ChangeStopped &why);
+    Outcome stopped(const ChangeStopped &why);
     QString auditRefusal(const QString &cause);
-    void reportFailed(const QString &cause, const QString &userText) const;
+    Outcome reportFailed(const QString &cause, const QString &userText) const;
     QString noticeText(const QString &userText) const;
     QString lastChangeText(const FlowRow &flow, FieldGroup group);
 

@@ -5,6 +5,7 @@
 #include "services/records/Database.h"
 #include "services/records/TimeText.h"
 #include "services/records/bll/Change.h"
+#include "services/records/bll/FlowStep.h"
 #include "services/records/bll/TextArgument.h"
 
 #include <QCoreApplication>
@@ -27,42 +28,6 @@ constexpr int Passed = 2;
 QString tr(const char *text)
 {
     return QCoreApplication::translate("Change", text);
-}
-
-QString textOf(FlowState state)
-{
-    return QStringLiteral("%1,%2").arg(state.status).arg(state.flag);
-}
-
-/// Refuses unless the answer is yes.
-void require(Transitions::Answer answer, FlowState from, FlowState to)
-{
-    const QString step = textOf(from) + QStringLiteral(" -> ") + textOf(to);
-    switch (answer) {
-    case Transitions::Answer::Allowed:
-        return;
-    case Transitions::Answer::NotPossible:
-        Change::refuse(QStringLiteral("no such step: ") + step, tr("当前状态不允许此操作"));
-    case Transitions::Answer::NotYet:
-        Change::refuse(QStringLiteral("too early: ") + step, tr("此操作的前提尚未满足"));
-    case Transitions::Answer::NotThisPerson:
-        Change::refuse(QStringLiteral("not for this user: ") + step, tr("您没有该权限"));
-    }
-}
-
-void writeState(Change &change, const FlowRow &flow, FlowState to)
-{
-    constexpr FlowState atRobot{2, 0};
-    change.database()
-        .query("update_flow_state")
-        .bind(":status", to.status)
-        .bind(":flag", to.flag)
-        .bind(":flow", flow.id)
-        .exec();
-    if (to == atRobot)
-        change.database().query("clear_flow_result").bind(":flow", flow.id).exec();
-    change.audit(textOf(flow.state), textOf(to));
-    change.wrote(flow, FieldGroup::State);
 }
 
 /// The steps of a replacement do not look at each other's results; the step that
@@ -119,7 +84,7 @@ void writeStamp(Change &change, const char *statement, const FlowRow &flow, cons
 void requireReviewed(const FlowRow &flow)
 {
     if (!Transitions::isReviewed(flow.state))
-        Change::refuse(QStringLiteral("a review time without a verdict: ") + textOf(flow.state),
+        Change::refuse(QStringLiteral("a review time without a verdict: ") + stateText(flow.state),
                        tr("没有审核结果，不能记录审核时间"));
 }
 
@@ -155,8 +120,8 @@ bool FlowChanges::moveTo(int userId, FlowState to, const std::string &flowGuid)
         change.needsUnchanged(flow, FieldGroup::State);
         refuseAfterFailedReplacement(change, flow, to);
         const auto answer = Transitions::move(change.facts(flow), to, change.visitor(flow));
-        require(answer, flow.state, to);
-        writeState(change, flow, to);
+        requireStep(answer, flow.state, to);
+        writeFlowState(change, flow, to);
     });
 }
 
@@ -166,9 +131,9 @@ bool FlowChanges::finish(const std::string &jobName, FlowState to)
         const FlowRow flow = change.flowByJobName(jobName);
         change.needsUnchanged(flow, FieldGroup::State);
         if (!(to == Transitions::Finished))
-            require(Transitions::Answer::NotPossible, flow.state, to);
-        require(Transitions::finish(change.facts(flow), change.visitor(flow)), flow.state, to);
-        writeState(change, flow, to);
+            requireStep(Transitions::Answer::NotPossible, flow.state, to);
+        requireStep(Transitions::finish(change.facts(flow), change.visitor(flow)), flow.state, to);
+        writeFlowState(change, flow, to);
     });
 }
 
@@ -189,7 +154,7 @@ bool FlowChanges::setVerdict(int userId, int preCheckFlag, int checkFlag,
         change.needsUnchanged(flow, FieldGroup::State);
         const auto answer =
             Transitions::verdict(change.facts(flow), checkFlag, change.visitor(flow));
-        require(answer, flow.state, {flow.state.status, checkFlag});
+        requireStep(answer, flow.state, {flow.state.status, checkFlag});
         if (SessionMemory *memory = change.memory())
             memory->replacementWorked(flow.guid);
         writeVerdict(change, flow, preCheckFlag, checkFlag);
