@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "apps/robot/RobotServer.h"
+
+#include "apps/robot/Connection.h"
+#include "apps/robot/RobotLog.h"
+
+#include <unistd.h>
+
+namespace KODMS::Robot {
+
+using Services::Outcome;
+
+RobotServer::RobotServer(const ConnectionRules &rules, const RequestHandler &handler)
+    : m_rules(rules), m_handler(handler)
+{
+}
+
+Outcome RobotServer::listenAt(const QHostAddress &host, quint16 port)
+{
+    if (listen(host, port))
+        return Outcome::success();
+    return Outcome::failure(QStringLiteral("cannot listen on %1 port %2: %3")
+                                .arg(host.toString())
+                                .arg(port)
+                                .arg(errorString()));
+}
+
+QString RobotServer::place() const
+{
+    const bool isV6 = serverAddress().protocol() == QAbstractSocket::IPv6Protocol;
+    return (isV6 ? QStringLiteral("[%1]:%2") : QStringLiteral("%1:%2"))
+        .arg(serverAddress().toString())
+        .arg(serverPort());
+}
+
+void RobotServer::incomingConnection(qintptr socket)
+{
+    if (m_connections >= m_rules.mostConnections) {
+        ::close(static_cast<int>(socket));
+        RobotLog::write(QStringLiteral("a connection was turned away: there are %1 already")
+                            .arg(m_connections));
+        return;
+    }
+    ++m_connections;
+    auto *connection = new Connection(static_cast<int>(socket), m_rules, m_handler, this);
+    connect(connection, &Connection::finished, this, [this, connection] {
+        --m_connections;
+        connection->deleteLater();
+    });
+}
+
+} // namespace KODMS::Robot
