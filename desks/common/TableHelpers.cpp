@@ -18,6 +18,20 @@ QString cellText(const QTableWidget *table, int row, int column)
     return item ? item->text() : QString();
 }
 
+bool isCellSelected(const QTableWidget *table, int row, int column)
+{
+    const QTableWidgetItem *item = table->item(row, column);
+    return item && item->isSelected();
+}
+
+bool hasSelectedCell(const QTableWidget *table, int row)
+{
+    for (int column = 0; column < table->columnCount(); ++column)
+        if (isCellSelected(table, row, column))
+            return true;
+    return false;
+}
+
 int rowOfItem(const QTableWidget *table, const QTableWidgetItem *item)
 {
     for (int row = 0; row < table->rowCount(); ++row)

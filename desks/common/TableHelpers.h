@@ -15,6 +15,12 @@ void removeAllRows(QTableWidget *table);
 /// The text of a cell; empty when there is no such cell.
 QString cellText(const QTableWidget *table, int row, int column);
 
+/// Whether a cell is there and selected.
+bool isCellSelected(const QTableWidget *table, int row, int column);
+
+/// Whether any cell of the row is selected.
+bool hasSelectedCell(const QTableWidget *table, int row);
+
 /// The row in which this very item stands, however many cells have its text;
 /// -1 when it stands nowhere in the table.
 int rowOfItem(const QTableWidget *table, const QTableWidgetItem *item);

@@ -4,7 +4,7 @@
 
 #include "desks/common/AssigneeCombo.h"
 #include "desks/common/DMS_TurnPage_Plugin.h"
-#include "desks/download/DownloadRights.h"
+#include "desks/common/DownloadRights.h"
 #include "foundation/ui/DMS_UICommon.h"
 
 #include <QComboBox>

@@ -92,6 +92,11 @@ private:
     void hideByRole();
     void connectControls();
 
+    bool checkSelectIsLeagal();
+    bool checkDownLoadSAuthority();
+    bool checkInsertJobType(const QString &folder);
+    void OpenFileFolder(QString path);
+
     void clearTableData();
     std::vector<DataLib::Model::DB_Search> fileConditions(const QString &text);
     void setCurerntUserFilter(std::vector<DataLib::Model::DB_Search> &list);
@@ -126,6 +131,8 @@ private:
     int m_SortColumn = -1;
     QString m_EmptyText = QStringLiteral(""); // a cell text of the row that a fill selects
     QString m_SpareText;
+    QString m_JobFileName;  // the file that checkInsertJobType() last looked at
+    QString m_DownloadPath; // the job folder last downloaded to
 };
 
 } // namespace KODMS::UI

@@ -4,11 +4,9 @@
 
 namespace KODMS::UI {
 
-// Download, replacement, deletion, assignment and the robot are not offered by
+// Replacement, deletion, assignment and the robot are not offered by
 // this version of the desk: their buttons are in place and do nothing. The slots
 // stand in the meta-object's method table, whose order hosts rely on.
-
-void DMS_Download_Widget::on_m_pDownloadPB_Clicked() {}
 
 void DMS_Download_Widget::on_m_pUpdateFilePB_Clicked() {}
 

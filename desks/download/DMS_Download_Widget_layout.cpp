@@ -4,9 +4,9 @@
 
 #include "desks/common/DMS_TurnPage_Plugin.h"
 #include "desks/common/DeskControls.h"
+#include "desks/common/DownloadRights.h"
 #include "desks/common/NamedControl.h"
 #include "desks/common/StyleSheets.h"
-#include "desks/download/DownloadRights.h"
 #include "foundation/ui/DMS_StdCommon.h"
 
 #include <QComboBox>

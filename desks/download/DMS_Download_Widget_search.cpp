@@ -3,11 +3,11 @@
 #include "desks/download/DMS_Download_Widget.h"
 
 #include "desks/common/DMS_TurnPage_Plugin.h"
+#include "desks/common/DownloadRights.h"
 #include "desks/common/OrigFileColumns.h"
 #include "desks/common/PagedSearch.h"
 #include "desks/common/TableHelpers.h"
 #include "desks/download/DownloadConditions.h"
-#include "desks/download/DownloadRights.h"
 #include "desks/download/OrigFileRow.h"
 #include "foundation/bll/Odbpp_OrigFile_ViewBll.h"
 #include "foundation/search/SearchFields.h"

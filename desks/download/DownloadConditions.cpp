@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "desks/download/DownloadConditions.h"
 
-#include "desks/download/DownloadRights.h"
+#include "desks/common/DownloadRights.h"
 #include "foundation/search/SearchFields.h"
 
 #include <QString>

@@ -106,6 +106,11 @@ private:
     void FillAssignerCMB();
     void connectControls();
 
+    bool checkSelectIsLeagal();
+    bool checkDownLoadSAuthority();
+    bool checkInsertJobType(const QString &folder);
+    void OpenFileFolder(QString path);
+
     void clearTableData();
     void clearQuestionTableData();
     std::vector<DataLib::Model::DB_Search> searchConditions();
@@ -168,7 +173,9 @@ private:
     QString m_SpareText;
     QString m_LocateJobName; // column 0 of the row that the next fill selects
     QString m_webItemName;
-    TableData m_TableData; // the rows of the present page
+    QString m_JobFileName;  // the file that checkInsertJobType() last looked at
+    QString m_DownloadPath; // the job folder last downloaded to
+    TableData m_TableData;  // the rows of the present page
     DMS_TurnPage_Plugin<TableData, QTableWidget *> *m_TurnPage = nullptr;
 };
 

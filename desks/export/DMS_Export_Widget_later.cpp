@@ -4,9 +4,9 @@
 
 namespace KODMS::UI {
 
-// Verdicts, questions, assignment, export, import and download are not offered by
-// this version of the desk: their buttons are in place and do nothing. The slots
-// stand in the meta-object's method table, whose order hosts rely on.
+// Verdicts, questions, assignment, export and import are not offered by this
+// version of the desk: their buttons are in place and do nothing. The slots stand
+// in the meta-object's method table, whose order hosts rely on.
 
 void DMS_Export_Widget::on_m_pExportPB_Clicked() {}
 
@@ -29,7 +29,5 @@ void DMS_Export_Widget::on_m_pAssignPB_clicked() {}
 void DMS_Export_Widget::on_m_pImputPB_clicked() {}
 
 void DMS_Export_Widget::on_m_pDMS_Import_Widget_webJobHaveSent() {}
-
-void DMS_Export_Widget::on_m_pDownloadPB_clicked() {}
 
 } // namespace KODMS::UI

@@ -325,9 +325,8 @@ void ExportWidgetWiringTest::actionsThatAreNotOfferedYetDoNothing()
     jobTable(*desk)->setCurrentCell(0, 1);
     FakeServices::instance().forgetCalls();
     const char *const buttons[] = {
-        "m_pCreateQuestionPB", "m_pViewQuestionPB", "m_pResolveQuestionPB",
-        "m_pJobPassPB",        "m_pJobUnpassPB",    "m_pAssignPB",
-        "m_pImputPB",          "m_pDownloadPB",     "m_pExportPB"};
+        "m_pCreateQuestionPB", "m_pViewQuestionPB", "m_pResolveQuestionPB", "m_pJobPassPB",
+        "m_pJobUnpassPB",      "m_pAssignPB",       "m_pImputPB",           "m_pExportPB"};
     for (const char *button : buttons)
         control<QPushButton>(*desk, button)->click();
     QVERIFY(FakeServices::instance().calls().isEmpty());

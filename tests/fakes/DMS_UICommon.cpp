@@ -81,12 +81,12 @@ void DMS_UICommon::emitGobalSingal()
 
 void DMS_UICommon::importNewJob(const QString &path, const QString &jobName)
 {
-    FakeServices::instance().record("DMS_UICommon::importNewJob", path, jobName);
+    FakeServices::instance().answer("DMS_UICommon::importNewJob", path, jobName);
 }
 
 void DMS_UICommon::inputNewJob(const QString &jobName, const QString &path)
 {
-    FakeServices::instance().record("DMS_UICommon::inputNewJob", jobName, path);
+    FakeServices::instance().answer("DMS_UICommon::inputNewJob", jobName, path);
 }
 
 void DMS_UICommon::sendemitCAMExportJobInfo(const QString &jobName, int jobId)

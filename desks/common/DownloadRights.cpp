@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
-#include "desks/download/DownloadRights.h"
+#include "desks/common/DownloadRights.h"
 
 #include "foundation/ui/DMS_UICommon.h"
 
