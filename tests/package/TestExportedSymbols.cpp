@@ -82,6 +82,8 @@ bool TestExportedSymbols::belongsToListedClass(const QString &symbol) const
 
 void TestExportedSymbols::nothingElseIsExported()
 {
+    if (qstrlen(KODMS_SANITIZE) > 0)
+        QSKIP("the sanitizers export marks of their own, which no package carries");
     QStringList others;
     for (const QString &symbol : qAsConst(m_exported)) {
         if (!isForeign(symbol) && !belongsToListedClass(symbol))
