@@ -37,6 +37,15 @@ Result<Configuration> configurationFor(const QString &iniPath)
     return Configuration::defaultsFor(path);
 }
 
+NewUser firstAdmin(const QString &loginName, const QString &realName)
+{
+    NewUser admin;
+    admin.loginName = loginName;
+    admin.realName = realName;
+    admin.roles << roleName(Role::Admin);
+    return admin;
+}
+
 /// Departments and posts as the assignee boxes of the desks ask for them.
 NewUser newUserFor(const SampleAccount &account)
 {
@@ -96,17 +105,24 @@ Outcome fillSampleFolder(const QString &folder)
 
 } // namespace
 
+Outcome InstallationSetup::check(const QString &iniPath, const QString &adminLogin,
+                                 const QString &adminRealName)
+{
+    const auto configuration = configurationFor(iniPath);
+    if (!configuration)
+        return configuration.outcome;
+    Outcome outcome = UserRules::checkNames(firstAdmin(adminLogin, adminRealName));
+    return outcome ? NewInstallation(configuration.value).refuseExisting() : outcome;
+}
+
 Outcome InstallationSetup::init(const QString &iniPath, const QString &adminLogin,
                                 const QString &adminRealName, const QString &password)
 {
     const Outcome idle = refuseWhileRunning();
     if (!idle)
         return idle;
-    NewUser admin;
-    admin.loginName = adminLogin;
-    admin.realName = adminRealName;
+    NewUser admin = firstAdmin(adminLogin, adminRealName);
     admin.password = password;
-    admin.roles << roleName(Role::Admin);
     const auto row = UserRules::rowFor(admin);
     if (!row)
         return row.outcome;

@@ -23,6 +23,11 @@ struct SampleAccount {
 /// runs afterwards: ServiceRuntime::start() follows.
 class KODMS_SERVICES_API InstallationSetup {
 public:
+    /// What init() would find wrong with anything but the password: to be asked before
+    /// somebody thinks one up.
+    static Outcome check(const QString &iniPath, const QString &adminLogin,
+                         const QString &adminRealName);
+
     /// Makes the installation that `iniPath` describes (empty: the default): the
     /// configuration when there is none, database, file store, the first
     /// administrator. Refuses to run over an existing installation. A failure

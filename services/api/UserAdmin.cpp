@@ -11,6 +11,8 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
+
 namespace KODMS::Services {
 
 namespace {
@@ -27,6 +29,11 @@ QString rolesText(const RoleSet &roles)
     return roles.names().join(QLatin1Char(' '));
 }
 
+Outcome nobody(const QString &loginName)
+{
+    return Outcome::failure(tr("没有登录名为“%1”的用户").arg(loginName));
+}
+
 /// Runs `change` on an existing user.
 Outcome changeUser(const char *action, const QString &loginName,
                    const std::function<Outcome(AdminChange &, const UserRow &)> &change)
@@ -34,7 +41,7 @@ Outcome changeUser(const char *action, const QString &loginName,
     return AdminChange::run(action, loginName, [&](AdminChange &admin) {
         const auto user = UserRecords(admin.database()).byLogin(loginName);
         if (!user)
-            return Outcome::failure(tr("没有登录名为“%1”的用户").arg(loginName));
+            return nobody(loginName);
         return change(admin, *user);
     });
 }
@@ -58,10 +65,24 @@ Outcome keepAnAdmin(AdminChange &admin, const UserRow &user)
     return Outcome::success();
 }
 
+Outcome nameTaken(const QString &loginName)
+{
+    return Outcome::failure(tr("登录名“%1”已被使用").arg(loginName));
+}
+
 UserAccount accountOf(const UserRow &row)
 {
     return {row.id,   row.loginName, row.realName,     row.department,
             row.post, !row.disabled, row.roles.names()};
+}
+
+Result<bool> isKnown(const QString &loginName)
+{
+    const auto users = UserAdmin::list();
+    if (!users)
+        return users.outcome;
+    return std::any_of(users.value.begin(), users.value.end(),
+                       [&](const UserAccount &account) { return account.loginName == loginName; });
 }
 
 } // namespace
@@ -74,6 +95,17 @@ QStringList UserAdmin::roleNames()
     return names;
 }
 
+Outcome UserAdmin::check(const NewUser &user)
+{
+    const Outcome names = UserRules::checkNames(user);
+    if (!names)
+        return names;
+    const auto taken = isKnown(user.loginName);
+    if (!taken)
+        return taken.outcome;
+    return taken.value ? nameTaken(user.loginName) : Outcome::success();
+}
+
 Result<int> UserAdmin::add(const NewUser &user)
 {
     const auto row = UserRules::rowFor(user);
@@ -83,7 +115,7 @@ Result<int> UserAdmin::add(const NewUser &user)
     const Outcome outcome = AdminChange::run("user.add", user.loginName, [&](AdminChange &admin) {
         UserRecords users(admin.database());
         if (users.byLogin(user.loginName))
-            return Outcome::failure(tr("登录名“%1”已被使用").arg(user.loginName));
+            return nameTaken(user.loginName);
         id = users.insert(row.value);
         admin.audit(userKind, id, user.loginName, QString(), rolesText(row.value.roles));
         return Outcome::success();
@@ -107,6 +139,14 @@ Result<QVector<UserAccount>> UserAdmin::list()
         qCWarning(lcRecords).noquote() << "user.list" << error.logText();
         return Outcome::failure(error.userText());
     }
+}
+
+Outcome UserAdmin::checkKnown(const QString &loginName)
+{
+    const auto known = isKnown(loginName);
+    if (!known)
+        return known.outcome;
+    return known.value ? Outcome::success() : nobody(loginName);
 }
 
 Outcome UserAdmin::setPassword(const QString &loginName, const QString &password)

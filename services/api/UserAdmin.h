@@ -38,10 +38,15 @@ public:
     /// The role names, in their order of listing.
     static QStringList roleNames();
 
+    /// What add() would find wrong with anything but the password: to be asked before
+    /// somebody thinks one up.
+    static Outcome check(const NewUser &user);
     /// Returns the new user's id.
     static Result<int> add(const NewUser &user);
     /// Every user, disabled ones too, by login name.
     static Result<QVector<UserAccount>> list();
+    /// Fails when there is no such user.
+    static Outcome checkKnown(const QString &loginName);
     static Outcome setPassword(const QString &loginName, const QString &password);
     static Outcome grantRole(const QString &loginName, const QString &role);
     static Outcome revokeRole(const QString &loginName, const QString &role);

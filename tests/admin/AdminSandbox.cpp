@@ -25,7 +25,8 @@ constexpr int TimeoutMs = 60'000;
 AdminRun finish(QProcess &process)
 {
     AdminRun run;
-    const bool finished = process.waitForFinished(TimeoutMs);
+    const bool finished =
+        process.state() == QProcess::NotRunning || process.waitForFinished(TimeoutMs);
     run.output = process.readAllStandardOutput();
     run.errors = process.readAllStandardError();
     if (finished && process.exitStatus() == QProcess::NormalExit)

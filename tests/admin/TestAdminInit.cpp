@@ -22,6 +22,7 @@ private Q_SLOTS:
     void refusesTwoDifferentPasswords();
     void refusesAnUnusableAnswer_data();
     void refusesAnUnusableAnswer();
+    void asksForNoPasswordInVain();
     void needsATerminalOrAPasswordFile();
     void leavesAnExistingInstallationAlone();
     void refusesAFolderItCannotWriteInto();
@@ -133,6 +134,20 @@ void TestAdminInit::refusesAnUnusableAnswer()
     QVERIFY2(run.code == 1, run.all());
     QVERIFY(!run.json()[QStringLiteral("error")].toString().isEmpty());
     QVERIFY(!QFileInfo::exists(sandbox.configPath()));
+}
+
+void TestAdminInit::asksForNoPasswordInVain()
+{
+    const AdminSandbox sandbox;
+    QByteArray shown;
+    const AdminRun bad = sandbox.runOnTerminal({QStringLiteral("init")}, "the chief\n主管", &shown);
+    QVERIFY2(bad.code == 1, bad.all());
+    QVERIFY2(bad.errors.contains("the chief") && !bad.errors.contains("assword:"), bad.all());
+    QVERIFY(!QFileInfo::exists(sandbox.configPath()));
+    QCOMPARE(sandbox.init().code, 0);
+    const AdminRun again = sandbox.runOnTerminal({QStringLiteral("init")}, "chief\nC", &shown);
+    QVERIFY2(again.code == 1, again.all());
+    QVERIFY2(again.errors.contains("kodms.db") && !again.errors.contains("assword:"), again.all());
 }
 
 void TestAdminInit::needsATerminalOrAPasswordFile()

@@ -23,6 +23,8 @@ private Q_SLOTS:
     void refusesWhatIsNotThere();
     void refusesAWrongNumber();
     void refusesASecondUserOfTheSameName();
+    void asksForNoPasswordInVain_data();
+    void asksForNoPasswordInVain();
     void aDisabledUserCannotSignInUntilEnabled();
     void theLastAdministratorStays();
 
@@ -167,6 +169,24 @@ void TestAdminUsers::refusesASecondUserOfTheSameName()
     QVERIFY2(again.code == 1, again.all());
     QVERIFY2(again.json()[QStringLiteral("error")].toString().contains(QStringLiteral("sun")),
              again.all());
+}
+
+void TestAdminUsers::asksForNoPasswordInVain_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::newRow("a login with a capital") << QStringLiteral("user add Wu --name W");
+    QTest::newRow("a login that is taken") << QStringLiteral("user add chief --name C");
+    QTest::newRow("a role that is none") << QStringLiteral("user add wu --name W --role king");
+    QTest::newRow("a new password for nobody") << QStringLiteral("user passwd nobody");
+}
+
+void TestAdminUsers::asksForNoPasswordInVain()
+{
+    QFETCH(QString, line);
+    QByteArray shown;
+    const AdminRun run = m_sandbox.runOnTerminal(line.split(QLatin1Char(' ')), "never", &shown);
+    QVERIFY2(run.code == 1, run.all());
+    QVERIFY2(!run.errors.contains("password:") && !run.errors.contains("new user:"), run.all());
 }
 
 void TestAdminUsers::aDisabledUserCannotSignInUntilEnabled()

@@ -68,12 +68,14 @@ Report InitCommand::run(const Invocation &invocation)
                                             QStringLiteral("Their name as the desks show it:"));
     if (!name)
         return refused(name.text());
+    const QString config = invocation.configPath().isEmpty() ? ServiceRuntime::defaultConfigPath()
+                                                             : invocation.configPath();
+    if (const Outcome good = InstallationSetup::check(config, login.value, name.value); !good)
+        return Report::failure(good.text);
     const Result<QString> password =
         PasswordSource(invocation.passwordFile()).chosen(QStringLiteral("Password:"));
     if (!password)
         return Report::unanswered(password.text());
-    const QString config = invocation.configPath().isEmpty() ? ServiceRuntime::defaultConfigPath()
-                                                             : invocation.configPath();
     return Report::of(InstallationSetup::init(config, login.value, name.value, password.value),
                       QStringLiteral("The installation is ready: %1").arg(config),
                       {{QStringLiteral("config"), config}, {QStringLiteral("login"), login.value}});

@@ -60,16 +60,19 @@ QString UserAddCommand::fault(const Invocation &invocation) const
 
 Report UserAddCommand::work(const Invocation &invocation)
 {
+    NewUser user{invocation.argument(0),
+                 invocation.value(QStringLiteral("name")),
+                 QString(),
+                 static_cast<int>(numberOf(invocation, QStringLiteral("department")).value),
+                 static_cast<int>(numberOf(invocation, QStringLiteral("post")).value),
+                 invocation.values(QStringLiteral("role"))};
+    if (const Services::Outcome good = UserAdmin::check(user); !good)
+        return Report::failure(good.text);
     const Result<QString> password = PasswordSource(invocation.passwordFile())
                                          .chosen(QStringLiteral("Password of the new user:"));
     if (!password)
         return Report::unanswered(password.text());
-    const NewUser user{invocation.argument(0),
-                       invocation.value(QStringLiteral("name")),
-                       password.value,
-                       static_cast<int>(numberOf(invocation, QStringLiteral("department")).value),
-                       static_cast<int>(numberOf(invocation, QStringLiteral("post")).value),
-                       invocation.values(QStringLiteral("role"))};
+    user.password = password.value;
     const Result<int> id = UserAdmin::add(user);
     return Report::of(
         id.outcome, QStringLiteral("%1 was added").arg(user.loginName),

@@ -22,6 +22,8 @@ QList<QCommandLineOption> UserPasswdCommand::options() const
 Report UserPasswdCommand::work(const Invocation &invocation)
 {
     const QString login = invocation.argument(0);
+    if (const Services::Outcome known = Services::UserAdmin::checkKnown(login); !known)
+        return Report::failure(known.text);
     const Services::Result<QString> password =
         PasswordSource(invocation.passwordFile()).chosen(QStringLiteral("New password:"));
     if (!password)

@@ -20,9 +20,10 @@ public:
 
     /// The configuration file is written when there is none yet.
     Outcome make(const std::vector<UserRow> &users);
+    /// Fails when there is an installation already.
+    Outcome refuseExisting() const;
 
 private:
-    Outcome refuseExisting() const;
     Outcome existing() const;
     Outcome makeFolders() const;
     Outcome makeStore() const;

@@ -54,20 +54,28 @@ Outcome UserRules::checkPassword(const QString &password)
         tr("密码长度应为 %1 到 %2 个字符").arg(ShortestPassword).arg(LongestPassword));
 }
 
+Outcome UserRules::checkNames(const NewUser &user)
+{
+    for (const Outcome &outcome : {checkLoginName(user.loginName), checkRealName(user.realName)}) {
+        if (!outcome)
+            return outcome;
+    }
+    for (const QString &name : user.roles) {
+        if (!roleFromName(name))
+            return Outcome::failure(tr("没有名为“%1”的角色").arg(name));
+    }
+    return Outcome::success();
+}
+
 Result<UserRow> UserRules::rowFor(const NewUser &user)
 {
-    for (const Outcome &outcome : {checkLoginName(user.loginName), checkRealName(user.realName),
-                                   checkPassword(user.password)}) {
+    for (const Outcome &outcome : {checkNames(user), checkPassword(user.password)}) {
         if (!outcome)
             return outcome;
     }
     UserRow row;
-    for (const QString &name : user.roles) {
-        const auto role = roleFromName(name);
-        if (!role)
-            return Outcome::failure(tr("没有名为“%1”的角色").arg(name));
-        row.roles.insert(*role);
-    }
+    for (const QString &name : user.roles)
+        row.roles.insert(*roleFromName(name));
     row.loginName = user.loginName;
     row.realName = user.realName;
     row.department = user.department;

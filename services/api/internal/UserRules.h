@@ -11,6 +11,8 @@ namespace KODMS::Services {
 class UserRules {
 public:
     static Outcome checkPassword(const QString &password);
+    /// Everything of the account but the password.
+    static Outcome checkNames(const NewUser &user);
 
     /// The account ready to be stored, its password hashed.
     static Result<UserRow> rowFor(const NewUser &user);
