@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/api/SampleData.h"
 
+#include "services/api/internal/AdminChange.h"
 #include "services/api/internal/SampleArchive.h"
 #include "services/notices/NoticeHub.h"
 #include "services/records/sample/SampleRecords.h"
@@ -79,9 +80,11 @@ Outcome refusal(const SampleRequest &request, Runtime &runtime)
 
 Outcome generateIn(Runtime &runtime, const SampleRequest &request, Progress &progress)
 {
-    const Outcome refused = refusal(request, runtime);
-    if (!refused)
-        return refused;
+    for (const Outcome &refused :
+         {AdminChange::mayAct("sample.generate", QString()), refusal(request, runtime)}) {
+        if (!refused)
+            return refused;
+    }
     PuttingFiles files(runtime.fileStore());
     SampleRecords records(runtime.records().database(), request.files,
                           [&files](const SampleFile &file) { return files.put(file); });

@@ -29,7 +29,8 @@ public:
     /// running installation, as one change: a failure adds nothing. 97 of 100 flows
     /// are finished, the rest stands at every other point of a job's life and is
     /// assigned to the accounts that there are. Refused in an installation that
-    /// holds real work. Progress counts flows.
+    /// holds real work, and to anybody but the operator and a signed-in administrator. Progress
+    /// counts flows.
     static Outcome generate(const SampleRequest &request, Progress &progress);
 };
 

@@ -131,6 +131,9 @@ Result<QVector<UserAccount>> UserAdmin::list()
     if (!context)
         return Outcome::failure(tr("服务尚未启动"));
     try {
+        const Outcome allowed = AdminChange::mayAct("user.list", QString());
+        if (!allowed)
+            return allowed;
         QVector<UserAccount> accounts;
         for (const UserRow &row : UserRecords(context->database()).all())
             accounts.append(accountOf(row));

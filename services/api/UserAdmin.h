@@ -30,9 +30,9 @@ struct UserAccount {
     QStringList roles;
 };
 
-/// The users of the running installation, for who can reach its database: the
-/// administration tool. Every change is audited. The last enabled administrator
-/// can be neither disabled nor deprived of the role.
+/// The users of the running installation, for its operator (the administration tool) and
+/// for a signed-in administrator; anybody else is refused. Every change is audited. The last
+/// enabled administrator can be neither disabled nor deprived of the role.
 class KODMS_SERVICES_API UserAdmin {
 public:
     /// The role names, in their order of listing.

@@ -124,6 +124,7 @@ void InstallationSetupTest::ofSimultaneousRunsOneWins()
         QCOMPARE(successesAtOnce(Configuration::defaults(ini, folder), 4), 1);
         const Outcome started = ServiceRuntime::instance().start(ini);
         QVERIFY2(started, qPrintable(started.text));
+        SignIn::actAsOperator();
         const auto users = UserAdmin::list();
         QVERIFY(users);
         QCOMPARE(users.value.size(), 1);

@@ -5,6 +5,7 @@
 #include "services/api/StoreCheck.h"
 #include "services/session/Runtime.h"
 #include "tests/common/support/TestInstallation.h"
+#include "tests/support/NoticeLog.h"
 #include "tests/support/TestMain.h"
 
 #include <QRegularExpression>
@@ -63,6 +64,18 @@ private Q_SLOTS:
     {
         QVERIFY(generate(20, false).ok);
         QVERIFY(!generate(20, false).ok); // the installation does not call itself a sample
+    }
+
+    void onlyForWhoAdministers()
+    {
+        m_home->signOut();
+        NoticeLog log;
+        QVERIFY(!generate(20, false).ok);
+        m_home->actAs(QStringLiteral("tester"), {Role::TestAdmin});
+        QVERIFY(!generate(20, false).ok);
+        QCOMPARE(log.notices.size(), 2);
+        m_home->actAsAdmin();
+        QVERIFY(generate(20, false).ok);
     }
 
     void impossibleRequestsAreRefused_data()

@@ -37,7 +37,9 @@ SampleHouse::SampleHouse(int flows)
     SampleRequest request;
     request.flows = flows;
     request.seed = Seed;
+    SignIn::actAsOperator();
     require(SampleData::generate(request, progress));
+    SignIn::signOut();
     m_records = std::make_unique<RecordProbe>(config);
 }
 

@@ -7,6 +7,7 @@
 #include "services/api/InstallationSetup.h"
 #include "services/api/SampleData.h"
 #include "services/api/ServiceRuntime.h"
+#include "services/api/SignIn.h"
 
 #include <QDir>
 #include <QJsonArray>
@@ -77,6 +78,7 @@ Outcome DemoCommand::fill(const QString &folder, int flows)
     Outcome outcome = services.start(InstallationSetup::sampleConfigPath(folder));
     if (!outcome)
         return outcome;
+    Services::SignIn::actAsOperator();
     {
         ConsoleProgress progress(QStringLiteral("Flows"), ConsoleProgress::Unit::Items);
         Services::SampleRequest request;

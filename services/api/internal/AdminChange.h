@@ -21,6 +21,10 @@ public:
     static Outcome run(const char *action, const QString &record,
                        const std::function<Outcome(AdminChange &)> &body);
 
+    /// Whether such a change may be made, for what needs no transaction. Somebody else is
+    /// refused, with log line, notice and audit row. Throws SqlError.
+    static Outcome mayAct(const char *action, const QString &record);
+
     Database &database() { return m_database; }
 
     void audit(const QString &kind, int id, const QString &name, const QString &before,
@@ -31,8 +35,6 @@ private:
         : m_database(database), m_action(action), m_userId(userId)
     {
     }
-
-    static Outcome mayAct(const char *action, const QString &record);
 
     Database &m_database;
     const char *m_action;
