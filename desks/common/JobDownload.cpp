@@ -165,6 +165,8 @@ JobDownload::Next JobDownload::download(const Row &row) const
         return Next::End;
     }
     const std::optional<QString> flowJob = jobNameOfFlow(row.flowGuid);
+    if (!m_window)
+        return Next::End;
     if (flowJob)
         return fetch(row, *flowJob);
     inform(m_window, RowFailed);
@@ -218,6 +220,8 @@ void JobDownload::handOver(const Row &row, const Target &target) const
 void JobDownload::handOverTgz(const Target &target) const
 {
     const QString suffix = robotSuffix(target.flowJob);
+    if (!m_window)
+        return;
     if (findJobFile(target.folder, m_desk.jobFileName))
         DMS_UICommon::interface()->importNewJob(target.folder + Slash + m_desk.jobFileName + suffix,
                                                 target.flowJob);

@@ -16,6 +16,8 @@ constexpr char Title[] = "Information";
 QMessageBox::StandardButton ask(QWidget *desk, const QString &text,
                                 QMessageBox::StandardButtons buttons)
 {
+    if (!desk)
+        return QMessageBox::NoButton;
     const QString title = QCoreApplication::translate(desk->metaObject()->className(), Title);
     const QPointer<QMessageBox> box =
         new QMessageBox(QMessageBox::Information, title, text, buttons, desk);

@@ -8,7 +8,8 @@ namespace KODMS::UI {
 
 // The boxes in which a desk speaks. Each waits in an event loop of its own, in
 // which the table may be filled anew and the desk may be deleted: afterwards, ask
-// a QPointer to the desk before touching it. A box goes with its desk.
+// a QPointer to the desk before touching it. A box goes with its desk;
+// a desk that is gone (null) says and asks nothing.
 
 /// Says something; one OK button.
 void inform(QWidget *desk, const char *text);

@@ -67,9 +67,16 @@ void DownloadWorld::answerAsServices()
     });
     DataLib::Model::Odbpp_Orders paid;
     paid.payment = 1;
-    services.orders.always(paid);
+    services.orders.compute([this, paid](const Call &call) {
+        act(call.name);
+        return paid;
+    });
     services.result(Fetch).compute([this](const Call &call) { return fetch(call); });
     services.result(Unpack).compute([this](const Call &call) { return unpack(call); });
+    services.robotParameters.compute([this](const Call &call) {
+        act(call.name);
+        return std::string();
+    });
     for (const char *handOver : {"DMS_UICommon::importNewJob", "DMS_UICommon::inputNewJob"})
         services.result(handOver).compute([this](const Call &call) {
             act(call.name);

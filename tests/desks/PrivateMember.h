@@ -4,14 +4,20 @@
 
 namespace KODMS::Tests {
 
-/// Opens a private member of a desk to the tests, because nothing outside the desk
-/// calls it. Access is not checked where a template is instantiated explicitly:
+/// A private member of a desk that nothing outside the desk calls, as a pointer:
 ///
-///     struct Check { using Type = bool (Desk::*)(); friend Type member(Check); };
-///     template struct PrivateMember<Check, &Desk::check>;
-///     (desk.*member(Check()))();
-template <typename Tag, typename Tag::Type Pointer> struct PrivateMember {
-    friend typename Tag::Type member(Tag) { return Pointer; }
+///     struct Check { using Type = bool (Desk::*)(); };
+///     template struct OpenMember<Check, &Desk::check>;
+///     (desk.*privateMember<Check>)();
+template <typename Tag> inline typename Tag::Type privateMember = nullptr;
+
+/// Opens it: where a template is instantiated explicitly, access is not checked.
+template <typename Tag, typename Tag::Type Pointer> struct OpenMember {
+    struct Opener {
+        Opener() { privateMember<Tag> = Pointer; }
+    };
+
+    static inline const Opener opener;
 };
 
 } // namespace KODMS::Tests
