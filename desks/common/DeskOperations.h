@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "desks/common/AssigneeCombo.h"
+#include "desks/common/AssignmentServices.h"
 #include "desks/common/JobColumns.h"
 #include "desks/common/OrigFileColumns.h"
 
@@ -21,6 +23,9 @@ struct DeskOperations {
     int orderFlowColumn; ///< download: GUID of the flow whose order has to be paid
     int archiveColumn;   ///< download: "tgz" when the job is a tgz archive
     int ownerColumn;     ///< download rights: user id of the one who may download
+    int assigneeColumn;  ///< assignment: who has the row, if anybody
+    int fileIdColumn;    ///< assignment: id of the original file; -1: rows are no files
+    int reselectColumn;  ///< assignment: the text by which a row is found again
 
     // Selection and rights.
     bool foldsTypeCase;     ///< selection: "TGZ" counts as "tgz"
@@ -31,6 +36,12 @@ struct DeskOperations {
     bool finishesForOthers; ///< without a view of all files, the button ends the flow instead
     bool checksOwner;       ///< only who may download every selected row goes on
     bool needsFlowGuid;     ///< a row without a flow ends the download
+
+    // Assignment.
+    AssigneeGroup assignees; ///< who can be picked
+    bool (*mayAssign)();
+    void (*assign)(const AssignedRow &row);   ///< a row that nobody has
+    void (*reassign)(const AssignedRow &row); ///< a row that somebody has
 };
 
 enum class Desk { JobFlow, OrigFile };
@@ -80,6 +91,14 @@ constexpr DeskOperations operationsOf(Desk desk)
     its.finishesForOthers = of(false,                      true);
     its.checksOwner       = of(false,                      true);
     its.needsFlowGuid     = of(true,                       false);
+
+    its.assigneeColumn    = of(JobColumn::PreChecker,      OrigFileColumn::Executor);
+    its.fileIdColumn      = of(-1,                         OrigFileColumn::Id);
+    its.reselectColumn    = of(JobColumn::Id,              OrigFileColumn::FlowGuid);
+    its.assignees         = of(PreCheckers,                Executors);
+    its.mayAssign         = of(mayAssignPreCheckers,       mayAssignExecutors);
+    its.assign            = of(assignPreChecker,           assignExecutor);
+    its.reassign          = of(reassignPreChecker,         reassignExecutor);
     return its;
 }
 

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "desks/download/DMS_Download_Widget.h"
 
-#include "desks/common/AssigneeCombo.h"
 #include "desks/common/DMS_TurnPage_Plugin.h"
 #include "desks/common/DownloadRights.h"
 #include "foundation/ui/DMS_UICommon.h"
@@ -35,11 +34,6 @@ DMS_Download_Widget::DMS_Download_Widget(QWidget *parent) : QWidget(parent)
 }
 
 DMS_Download_Widget::~DMS_Download_Widget() = default;
-
-void DMS_Download_Widget::FillAssignerCMB()
-{
-    fillAssignees(m_pAssignerCMB, m_AssignerIds, Executors);
-}
 
 void DMS_Download_Widget::connectControls()
 {

@@ -4,15 +4,13 @@
 
 namespace KODMS::UI {
 
-// Replacement, deletion, assignment and the robot are not offered by
-// this version of the desk: their buttons are in place and do nothing. The slots
-// stand in the meta-object's method table, whose order hosts rely on.
+// Replacement, deletion and the robot are not offered by this version of the desk:
+// their buttons are in place and do nothing. The slots stand in the meta-object's
+// method table, whose order hosts rely on.
 
 void DMS_Download_Widget::on_m_pUpdateFilePB_Clicked() {}
 
 void DMS_Download_Widget::on_m_pOpenFileFolder() {}
-
-void DMS_Download_Widget::on_m_pAssignPB_clicked() {}
 
 void DMS_Download_Widget::on_m_pRobotComplete_clicked() {}
 

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "desks/export/DMS_Export_Widget.h"
 
-#include "desks/common/AssigneeCombo.h"
 #include "desks/common/DMS_TurnPage_Plugin.h"
 #include "foundation/ui/DMS_Import_Widget.h"
 #include "foundation/ui/DMS_UICommon.h"
@@ -52,11 +51,6 @@ void DMS_Export_Widget::on_parent_main_ui_closed()
 void DMS_Export_Widget::on_parent_newWebItemNameGetted(const QString &str)
 {
     m_webItemName = str;
-}
-
-void DMS_Export_Widget::FillAssignerCMB()
-{
-    fillAssignees(m_pAssignerCMB, m_AssignerIds, PreCheckers);
 }
 
 /// Some buttons exist only for some users; what does not exist is not connected.

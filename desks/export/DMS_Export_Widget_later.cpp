@@ -4,9 +4,9 @@
 
 namespace KODMS::UI {
 
-// Verdicts, questions, assignment, export and import are not offered by this
-// version of the desk: their buttons are in place and do nothing. The slots stand
-// in the meta-object's method table, whose order hosts rely on.
+// Verdicts, questions, export and import are not offered by this version of the
+// desk: their buttons are in place and do nothing. The slots stand in the
+// meta-object's method table, whose order hosts rely on.
 
 void DMS_Export_Widget::on_m_pExportPB_Clicked() {}
 
@@ -23,8 +23,6 @@ void DMS_Export_Widget::on_m_pJobPassPB_clicked() {}
 void DMS_Export_Widget::on_m_pJobUnpassPB_clicked() {}
 
 void DMS_Export_Widget::on_m_pQuestionTableWidget_ItemDoubleClicked(QTableWidgetItem *) {}
-
-void DMS_Export_Widget::on_m_pAssignPB_clicked() {}
 
 void DMS_Export_Widget::on_m_pImputPB_clicked() {}
 

@@ -232,11 +232,12 @@ void DownloadWidgetWiringTest::theHubReachesNoDeletedDesk()
 void DownloadWidgetWiringTest::actionsThatAreNotOfferedYetDoNothing_data()
 {
     QTest::addColumn<QByteArray>("slot");
-    const char *const later[] = {
-        "on_m_pUpdateFilePB_Clicked", "on_m_pOpenFileFolder",
-        "on_m_pAssignPB_clicked",     "on_m_pRobotComplete_clicked",
-        "on_m_pRobotImport_clicked",  "on_m_pRobotImport_robotImportComplete",
-        "on_DelFile_clicked"};
+    const char *const later[] = {"on_m_pUpdateFilePB_Clicked",
+                                 "on_m_pOpenFileFolder",
+                                 "on_m_pRobotComplete_clicked",
+                                 "on_m_pRobotImport_clicked",
+                                 "on_m_pRobotImport_robotImportComplete",
+                                 "on_DelFile_clicked"};
     for (const char *slot : later)
         QTest::newRow(slot) << QByteArray(slot);
 }

@@ -326,7 +326,7 @@ void ExportWidgetWiringTest::actionsThatAreNotOfferedYetDoNothing()
     FakeServices::instance().forgetCalls();
     const char *const buttons[] = {
         "m_pCreateQuestionPB", "m_pViewQuestionPB", "m_pResolveQuestionPB", "m_pJobPassPB",
-        "m_pJobUnpassPB",      "m_pAssignPB",       "m_pImputPB",           "m_pExportPB"};
+        "m_pJobUnpassPB",      "m_pImputPB",        "m_pExportPB"};
     for (const char *button : buttons)
         control<QPushButton>(*desk, button)->click();
     QVERIFY(FakeServices::instance().calls().isEmpty());

@@ -115,7 +115,7 @@ BlackHole::BlackHole()
     m_port = ntohs(place.sin_port);
     for (int attempt = 0; attempt < QueuedAttempts; ++attempt) {
         m_handles << ::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0);
-        ::connect(m_handles.last(), address, size);
+        static_cast<void>(::connect(m_handles.last(), address, size)); // waits; that is the point
     }
 }
 
