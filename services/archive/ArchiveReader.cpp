@@ -9,7 +9,7 @@
 
 #include <archive.h>
 #include <archive_entry.h>
-#include <zlib.h>
+#include <isa-l/crc.h>
 
 namespace KODMS::Services {
 
@@ -238,8 +238,8 @@ Result<qint64> ArchiveReader::read(char *buffer, qint64 size)
             return whole;
     }
     if (m_type == ArchiveType::Rar)
-        m_sum = static_cast<quint32>(
-            crc32_z(m_sum, reinterpret_cast<const Bytef *>(buffer), static_cast<z_size_t>(got)));
+        m_sum = crc32_gzip_refl(m_sum, reinterpret_cast<const unsigned char *>(buffer),
+                                static_cast<quint64>(got));
     return qint64{got};
 }
 

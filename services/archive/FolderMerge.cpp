@@ -19,61 +19,62 @@ FolderMerge::FolderMerge(const QString &from, const QString &into)
 {
 }
 
-Outcome FolderMerge::run()
+Outcome FolderMerge::run(const Progress &progress)
 {
+    std::error_code error;
+    // The target folder itself may be reached through a link: that is its owner's
+    // choice. Below it, a link could lead anywhere.
+    const auto standing = fs::status(m_into, error);
+    if (fs::exists(standing) && !fs::is_directory(standing))
+        return ioFailure("unpack into", fromFsPath(m_into), ENOTDIR);
     if (Outcome planned = plan(fs::path()); !planned)
         return planned;
-    Outcome moved = moveAll();
+    Outcome moved = moveAll(progress);
     if (!moved)
         undo();
-    std::error_code ignored;
-    fs::remove_all(m_aside, ignored);
+    fs::remove_all(m_aside, error);
     return moved;
 }
 
+/// For a folder that is on both sides, or the whole.
 Outcome FolderMerge::plan(const fs::path &relative)
 {
     std::error_code error;
-    const fs::path target = relative.empty() ? m_into : m_into / relative;
-    // The target folder itself may be reached through a link: that is its owner's
-    // choice. Below it, a link could lead anywhere.
-    const auto status =
-        relative.empty() ? fs::status(target, error) : fs::symlink_status(target, error);
-    if (status.type() == fs::file_type::not_found)
-        m_newFolders.push_back(target);
-    else if (status.type() != fs::file_type::directory)
-        return ioFailure("unpack into", fromFsPath(target), ENOTDIR);
-    for (const auto &child : fs::directory_iterator(m_from / relative, error)) {
-        const fs::path path = relative / child.path().filename();
-        if (Outcome planned = child.is_directory() ? plan(path) : planFile(path); !planned)
+    for (const auto &child : fs::directory_iterator(m_from / relative, error))
+        if (Outcome planned = planChild(child, relative / child.path().filename()); !planned)
             return planned;
-    }
     return error ? ioFailure("list", fromFsPath(m_from / relative), error.value())
                  : Outcome::success();
 }
 
-Outcome FolderMerge::planFile(const fs::path &relative)
+Outcome FolderMerge::planChild(const fs::directory_entry &child, const fs::path &relative)
 {
     std::error_code error;
     const fs::path target = m_into / relative;
-    if (fs::symlink_status(target, error).type() == fs::file_type::directory)
+    const auto standing = fs::symlink_status(target, error);
+    const bool isFolder = child.is_directory(error);
+    if (isFolder && fs::is_directory(standing))
+        return plan(relative);
+    if (isFolder && fs::exists(standing))
+        return ioFailure("unpack into", fromFsPath(target), ENOTDIR);
+    if (fs::is_directory(standing))
         return ioFailure("replace", fromFsPath(target), EISDIR);
-    m_files.push_back({m_from / relative, target});
+    m_moves.push_back({child.path(), target});
     return Outcome::success();
 }
 
-Outcome FolderMerge::moveAll()
+Outcome FolderMerge::moveAll(const Progress &progress)
 {
     std::error_code error;
-    for (const fs::path &folder : m_newFolders) {
-        if (fs::create_directories(folder, error))
-            m_madeFolders.push_back(folder);
-        if (error)
-            return ioFailure("create folder", fromFsPath(folder), error.value());
-    }
-    for (const Move &move : m_files)
+    m_hasMadeTarget = fs::create_directories(m_into, error);
+    if (error)
+        return ioFailure("create folder", fromFsPath(m_into), error.value());
+    for (const Move &move : m_moves) {
+        if (progress.isCancelled())
+            return cancelledFailure();
         if (Outcome moved = moveOne(move); !moved)
             return moved;
+    }
     return Outcome::success();
 }
 
@@ -100,8 +101,8 @@ void FolderMerge::undo()
     std::error_code ignored;
     for (auto move = m_done.rbegin(); move != m_done.rend(); ++move)
         fs::rename(move->to, move->from, ignored);
-    for (auto folder = m_madeFolders.rbegin(); folder != m_madeFolders.rend(); ++folder)
-        fs::remove(*folder, ignored);
+    if (m_hasMadeTarget)
+        fs::remove(m_into, ignored);
 }
 
 } // namespace KODMS::Services

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "services/notices/Outcome.h"
+#include "services/notices/Progress.h"
 
 #include <QString>
 
@@ -13,12 +14,14 @@ namespace KODMS::Services {
 
 /// Moves the contents of one folder into another on the same file system: all of
 /// them, or, when one cannot be moved, none. Files that stand in the target stay
-/// unless the new contents have one of that name. Never goes through a link.
+/// unless the new contents have one of that name; a folder that is new there moves
+/// as one. Never goes through a link.
 class FolderMerge {
 public:
     FolderMerge(const QString &from, const QString &into);
 
-    Outcome run();
+    /// When cancelled, everything is as it was.
+    Outcome run(const Progress &progress);
 
 private:
     struct Move {
@@ -27,18 +30,18 @@ private:
     };
 
     Outcome plan(const std::filesystem::path &relative);
-    Outcome planFile(const std::filesystem::path &relative);
-    Outcome moveAll();
+    Outcome planChild(const std::filesystem::directory_entry &child,
+                      const std::filesystem::path &relative);
+    Outcome moveAll(const Progress &progress);
     Outcome moveOne(const Move &move);
     void undo();
 
     std::filesystem::path m_from;
     std::filesystem::path m_into;
     std::filesystem::path m_aside; ///< replaced files wait here until all is done
-    std::vector<std::filesystem::path> m_newFolders;
-    std::vector<Move> m_files;
+    std::vector<Move> m_moves;
     std::vector<Move> m_done;
-    std::vector<std::filesystem::path> m_madeFolders;
+    bool m_hasMadeTarget = false;
 };
 
 } // namespace KODMS::Services

@@ -4,6 +4,7 @@
 
 #include "services/disk/FsPath.h"
 #include "services/disk/IoFailure.h"
+#include "services/disk/RunAside.h"
 
 #include <QDir>
 #include <QUuid>
@@ -14,6 +15,7 @@ namespace {
 
 const QString Prefix = QStringLiteral(".kodms-unpack-");
 const QString LockSuffix = QStringLiteral(".lock");
+constexpr std::size_t LargestSmallFile = std::size_t{1} << 18;
 
 void removeAll(const QString &path)
 {
@@ -40,15 +42,10 @@ Outcome makeFolders(const QString &path)
     return error ? ioFailure("create folder", path, error.value()) : Outcome::success();
 }
 
-QString folderOf(const QString &path)
-{
-    return path.left(path.lastIndexOf(QLatin1Char('/')));
-}
-
 } // namespace
 
 UnpackFolder::UnpackFolder(QString path, FileLock lock)
-    : m_path(std::move(path)), m_lock(std::move(lock))
+    : m_path(std::move(path)), m_lock(std::move(lock)), m_writers(std::make_unique<FileWriters>())
 {
 }
 
@@ -70,47 +67,96 @@ Result<std::unique_ptr<UnpackFolder>> UnpackFolder::create(const QString &parent
 
 UnpackFolder::~UnpackFolder()
 {
-    removeAll(m_path);
+    m_writers.reset();
+    if (!m_path.isEmpty())
+        removeAll(m_path);
+}
+
+void UnpackFolder::abandon()
+{
+    m_writers.reset();
+    runAside([path = std::exchange(m_path, QString()),
+              file = std::make_shared<FileHandle>(std::move(m_file)),
+              lock = std::make_shared<FileLock>(std::move(m_lock))] { removeAll(path); });
 }
 
 Outcome UnpackFolder::folder(const QString &path)
 {
+    if (m_folders.contains(path))
+        return Outcome::success();
+    m_folders.insert(path);
     return makeFolders(below(path));
+}
+
+Outcome UnpackFolder::makeFolderOf(const QString &path)
+{
+    const int slash = path.lastIndexOf(QLatin1Char('/'));
+    return slash > 0 ? folder(path.left(slash)) : Outcome::success();
 }
 
 Outcome UnpackFolder::beginFile(const QString &path)
 {
-    const QString file = below(path);
-    if (Outcome made = makeFolders(folderOf(file)); !made)
+    if (Outcome made = makeFolderOf(path); !made)
         return made;
+    m_filePath = below(path);
+    m_content.clear();
+    if (!m_files.contains(path)) {
+        m_files.insert(path);
+        return Outcome::success();
+    }
     // A later version of a file in the same archive replaces the earlier one.
-    std::error_code ignored;
-    std::filesystem::remove(fsPath(file), ignored);
-    Result<FileHandle> created = FileHandle::createNew(file);
+    if (Outcome written = m_writers->drain(); !written)
+        return written;
+    std::error_code error;
+    std::filesystem::remove(fsPath(m_filePath), error);
+    return error ? ioFailure("replace", m_filePath, error.value()) : Outcome::success();
+}
+
+Outcome UnpackFolder::openFile()
+{
+    Result<FileHandle> created = FileHandle::createNew(m_filePath);
     if (!created)
         return created.outcome;
     m_file = std::move(created.value);
-    return Outcome::success();
+    const auto size = static_cast<qint64>(m_content.size());
+    return m_file.write(m_content.data(), size);
 }
 
 Outcome UnpackFolder::data(const char *bytes, qint64 size)
 {
-    return m_file.write(bytes, size);
+    if (m_file.isOpen())
+        return m_file.write(bytes, size);
+    const std::size_t whole = m_content.size() + static_cast<std::size_t>(size);
+    if (whole <= LargestSmallFile) {
+        m_content.insert(m_content.end(), bytes, bytes + size);
+        return Outcome::success();
+    }
+    const Outcome opened = openFile();
+    return opened ? m_file.write(bytes, size) : opened;
 }
 
 Outcome UnpackFolder::endFile()
 {
-    return m_file.close();
+    if (m_file.isOpen())
+        return m_file.close();
+    return m_writers->add(m_filePath, std::move(m_content));
 }
 
 Outcome UnpackFolder::copy(const QString &from, const QString &to)
 {
-    if (Outcome made = makeFolders(folderOf(below(to))); !made)
+    if (Outcome written = m_writers->drain(); !written)
+        return written;
+    if (Outcome made = makeFolderOf(to); !made)
         return made;
     std::error_code error;
     std::filesystem::copy_file(fsPath(below(from)), fsPath(below(to)),
                                std::filesystem::copy_options::overwrite_existing, error);
     return error ? ioFailure("copy", below(to), error.value()) : Outcome::success();
+}
+
+Outcome UnpackFolder::finish()
+{
+    return m_writers->drain();
 }
 
 } // namespace KODMS::Services

@@ -10,6 +10,21 @@
 
 namespace KODMS::Services {
 
+namespace {
+
+Result<qint64> unpackInto(UnpackFolder &folder, const QString &archivePath,
+                          const LimitSettings &limits, Progress &progress)
+{
+    const auto summary = ArchiveWalk(limits, progress).run(archivePath, folder);
+    if (!summary)
+        return summary.outcome;
+    if (Outcome written = folder.finish(); !written)
+        return written;
+    return summary.value.files;
+}
+
+} // namespace
+
 Result<qint64> unpackArchive(const QString &archivePath, const QString &targetFolder,
                              const LimitSettings &limits, Progress &progress)
 {
@@ -20,14 +35,15 @@ Result<qint64> unpackArchive(const QString &archivePath, const QString &targetFo
     const auto staging = UnpackFolder::create(QFileInfo(real).path());
     if (!staging)
         return staging.outcome;
-    const auto summary = ArchiveWalk(limits, progress).run(archivePath, *staging.value);
-    if (!summary)
-        return summary.outcome;
-    if (summary.value.files == 0)
-        return qint64{0};
-    if (Outcome moved = FolderMerge(staging.value->path(), real).run(); !moved)
-        return moved;
-    return summary.value.files;
+    auto files = unpackInto(*staging.value, archivePath, limits, progress);
+    if (files && files.value > 0) {
+        const Outcome moved = FolderMerge(staging.value->path(), real).run(progress);
+        if (!moved)
+            files = moved;
+    }
+    if (!files && progress.isCancelled())
+        staging.value->abandon();
+    return files;
 }
 
 } // namespace KODMS::Services

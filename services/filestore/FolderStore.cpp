@@ -4,6 +4,7 @@
 
 #include "services/disk/FsPath.h"
 #include "services/disk/IoFailure.h"
+#include "services/disk/RunAside.h"
 #include "services/filestore/FolderHold.h"
 #include "services/filestore/FolderSweeper.h"
 #include "services/filestore/HashedStream.h"
@@ -111,7 +112,9 @@ Outcome FolderStore::put(const QString &localPath, const QString &name, Progress
     Outcome done = fillSlot(localPath, slot.value, folder.value->owner(), progress);
     if (done)
         done = publishSlot(slot.value, name);
-    if (!done)
+    if (!done && progress.isCancelled())
+        runAside([path = slot.value] { IncomingFolder::discardSlot(path); });
+    else if (!done)
         IncomingFolder::discardSlot(slot.value);
     return done;
 }

@@ -3,17 +3,13 @@
 #include "services/filestore/HashedStream.h"
 
 #include "services/disk/IoFailure.h"
-#include "services/disk/Sha256.h"
+#include "services/filestore/SideHash.h"
 
 #include <QCoreApplication>
-
-#include <vector>
 
 namespace KODMS::Services {
 
 namespace {
-
-constexpr std::size_t PieceSize = std::size_t{1} << 20;
 
 struct HashedStreamTexts {
     Q_DECLARE_TR_FUNCTIONS(KODMS::Services::HashedStream)
@@ -29,22 +25,24 @@ public:
 
 Result<StreamSums> streamHashed(FileHandle &source, const ByteSink &sink, Progress &progress)
 {
-    std::vector<char> piece(PieceSize);
-    Sha256 hash;
+    SideHash hash;
     StreamSums sums;
     for (;;) {
         if (progress.isCancelled())
             return cancelledFailure();
-        const Result<qint64> got = source.read(piece.data(), static_cast<qint64>(piece.size()));
+        SideHash::Piece piece = hash.emptyPiece();
+        const Result<qint64> got =
+            source.read(piece.bytes.data(), static_cast<qint64>(piece.bytes.size()));
         if (!got)
             return got.outcome;
         if (got.value == 0)
             break;
-        hash.add(piece.data(), got.value);
         if (sink) {
-            if (Outcome taken = sink(piece.data(), got.value); !taken)
+            if (Outcome taken = sink(piece.bytes.data(), got.value); !taken)
                 return taken;
         }
+        piece.size = got.value;
+        hash.add(std::move(piece));
         sums.size += got.value;
         progress.advance(got.value);
     }

@@ -5,12 +5,14 @@
 #include "services/disk/FileLock.h"
 #include "services/disk/FsPath.h"
 #include "services/disk/IoFailure.h"
+#include "services/disk/RunAside.h"
 #include "services/filestore/FolderLayout.h"
 
 #include <QDir>
 #include <QFileInfo>
 
 #include <cerrno>
+#include <memory>
 
 namespace KODMS::Services {
 
@@ -78,6 +80,8 @@ LocalTarget::~LocalTarget()
         return;
     std::error_code ignored;
     std::filesystem::remove(fsPath(m_file.path()), ignored);
+    // The name is gone at once; giving up a large content is what takes time.
+    runAside([file = std::make_shared<FileHandle>(std::move(m_file))] {});
 }
 
 } // namespace KODMS::Services

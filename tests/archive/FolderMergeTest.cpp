@@ -12,7 +12,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-using KODMS::Services::FolderMerge;
+using namespace KODMS::Services;
 using namespace KODMS::Tests;
 
 class FolderMergeTest : public QObject {
@@ -120,18 +120,19 @@ private:
 
     Tree tree(const char *name) const { return treeOf(path(name)); }
 
-    bool merge() { return bool(FolderMerge(path("from"), path("into")).run()); }
+    bool merge() { return bool(FolderMerge(path("from"), path("into")).run(m_progress)); }
 
     void refusedUnchanged()
     {
         const Tree before = tree("");
-        const auto merged = FolderMerge(path("from"), path("into")).run();
+        const auto merged = FolderMerge(path("from"), path("into")).run(m_progress);
         QVERIFY(!merged);
         QVERIFY(merged.text.contains(path("into")));
         QCOMPARE(tree(""), before);
     }
 
     std::unique_ptr<QTemporaryDir> m_dir;
+    NoProgress m_progress;
 };
 
 KODMS_TEST_MAIN(FolderMergeTest, QCoreApplication)

@@ -1,0 +1,152 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "bench/transfer/TransferCases.h"
+
+#include "services/archive/FolderPacker.h"
+#include "services/archive/Unpacker.h"
+#include "services/filestore/FileStore.h"
+
+#include <QFile>
+
+#include <memory>
+#include <stdexcept>
+
+namespace KODMS::Bench {
+
+using namespace Services;
+
+namespace {
+
+using Store = std::shared_ptr<FileStore>;
+
+void must(const Outcome &outcome)
+{
+    if (!outcome)
+        throw std::runtime_error(outcome.cause.toStdString());
+}
+
+Store openStore(const QString &root)
+{
+    FileStoreSettings settings;
+    settings.kind = QStringLiteral("folder");
+    settings.root = root;
+    settings.database = QStringLiteral("bench");
+    settings.bucket = QStringLiteral("files");
+    auto store = FileStore::create(settings);
+    must(store.outcome);
+    return std::move(store.value);
+}
+
+void put(FileStore &store, const QString &path, const QString &name)
+{
+    NoProgress progress;
+    must(store.put(path, name, progress));
+}
+
+void fetchAndUnpack(const FileStore &store, const QString &name, const QString &folder)
+{
+    NoProgress progress;
+    const QString local = folder + QStringLiteral("/fetched");
+    must(store.get(name, local, progress));
+    // The desks make the job's folder before they unpack.
+    QDir().mkpath(folder + QStringLiteral("/job"));
+    must(unpackArchive(local, folder + QStringLiteral("/job"), LimitSettings(), progress).outcome);
+}
+
+TransferCase unpackCase(const QString &title, double goal, const Store &store,
+                        const std::function<QString()> &archive, const QString &name,
+                        const QString &theirUnpack)
+{
+    TransferCase one;
+    one.name = QStringLiteral("fetch + verify + unpack, ") + title;
+    one.goal = goal;
+    one.prepare = [=] { put(*store, archive(), name); };
+    one.ours = [=](const QString &folder) { fetchAndUnpack(*store, name, folder); };
+    one.theirs = [archive, theirUnpack] {
+        const QString file = archive();
+        return QStringLiteral("cp %1 fetched; sha256sum fetched; mkdir job; %2")
+            .arg(file, theirUnpack);
+    };
+    return one;
+}
+
+TransferCase packCase(const Store &store, const Material &material)
+{
+    TransferCase one;
+    one.name = QStringLiteral("pack folder + store, text files");
+    one.goal = 0.6;
+    one.prepare = [&material] { material.textFolder(); };
+    one.ours = [=, &material](const QString &work) {
+        NoProgress progress;
+        const QString zip = work + QStringLiteral("/packed.zip");
+        must(packFolder(material.textFolder(), zip, LimitSettings(), progress).outcome);
+        put(*store, zip, QStringLiteral("packed.zip"));
+        must(store->remove(QStringLiteral("packed.zip")));
+    };
+    one.theirs = [&material] {
+        const QFileInfo texts(material.textFolder());
+        return QStringLiteral("here=$PWD; cd %1; zip -qr $here/packed.zip %2; cd $here; "
+                              "cp packed.zip stored; sha256sum stored; rm stored")
+            .arg(texts.path(), texts.fileName());
+    };
+    return one;
+}
+
+TransferCase putCase(const Store &store, const Material &material)
+{
+    TransferCase one;
+    one.name = QStringLiteral("put one large file");
+    one.goal = 1.0;
+    one.prepare = [&material] { material.hugeFile(); };
+    one.ours = [=, &material](const QString &) {
+        put(*store, material.hugeFile(), QStringLiteral("large"));
+        must(store->remove(QStringLiteral("large")));
+    };
+    one.theirs = [&material] {
+        return QStringLiteral("cp %1 stored; sha256sum stored; rm stored").arg(material.hugeFile());
+    };
+    return one;
+}
+
+TransferCase getCase(const Store &store, const Material &material)
+{
+    TransferCase one;
+    one.name = QStringLiteral("get one large file");
+    one.goal = 0.7;
+    one.prepare = [=, &material] { put(*store, material.hugeFile(), QStringLiteral("huge")); };
+    one.ours = [=](const QString &folder) {
+        NoProgress progress;
+        must(store->get(QStringLiteral("huge"), folder + QStringLiteral("/fetched"), progress));
+    };
+    one.theirs = [&material] {
+        return QStringLiteral("cp %1 fetched; sha256sum fetched").arg(material.hugeFile());
+    };
+    return one;
+}
+
+} // namespace
+
+std::vector<TransferCase> transferCases(const Material &material, const QString &storeRoot)
+{
+    const Store store = openStore(storeRoot);
+    const QString tar = QStringLiteral("bsdtar -x -C job -f fetched");
+    std::vector<TransferCase> cases;
+    cases.push_back(unpackCase(
+        QStringLiteral("tgz of one text file"), 0.5, store,
+        [&material] { return material.bigTgz(); }, QStringLiteral("big.tgz"), tar));
+    cases.push_back(unpackCase(
+        QStringLiteral("tgz of small files"), 0.8, store,
+        [&material] { return material.manyTgz(); }, QStringLiteral("many.tgz"), tar));
+    cases.back().hasManyFiles = true;
+    cases.push_back(unpackCase(
+        QStringLiteral("zip of small files"), 0.6, store,
+        [&material] { return material.manyZip(); }, QStringLiteral("many.zip"),
+        QStringLiteral("unzip -q fetched -d job")));
+    cases.back().hasManyFiles = true;
+    cases.push_back(packCase(store, material));
+    cases.push_back(putCase(store, material));
+    cases.push_back(getCase(store, material));
+    return cases;
+}
+
+} // namespace KODMS::Bench
