@@ -370,6 +370,10 @@
         <source>料号已有变动，机器人的结果不再有效</source>
         <translation>the job has moved on since the robot took it; its result no longer counts</translation>
     </message>
+    <message>
+        <source>该文件正在被删除，未登记</source>
+        <translation>the file is being removed; it was not recorded</translation>
+    </message>
 </context>
 <context>
     <name>Common</name>

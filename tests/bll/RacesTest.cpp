@@ -5,7 +5,9 @@
 #include "foundation/bll/Odbpp_JobBll.h"
 #include "foundation/bll/Odbpp_JobCompressBll.h"
 #include "foundation/bll/Odbpp_JobFlowBll.h"
+#include "foundation/bll/Odbpp_OrigFilesBll.h"
 #include "foundation/common/DBS_API.h"
+#include "services/records/Guid.h"
 #include "services/records/bll/FlowRecords.h"
 #include "tests/bll/support/RecordsHome.h"
 #include "tests/support/NoticeLog.h"
@@ -41,9 +43,17 @@ private Q_SLOTS:
     void theOriginalFileDeskShowsNeitherStateNorRemark();
     void noHalfVerdictBetweenTwoReviewers();
     void signingInAnewForgetsWhatWasShown();
+    void nobodyRecordsAFileThatIsBeingRemoved();
+    void aFileMarkedForRemovalIsNotRecorded();
 
 private:
     static bool verdict(const TestJob &job, int user, int flag);
+
+    bool recordAgain(int user) const
+    {
+        return BLL::Odbpp_OrigFilesBll().inputOrigFile(Services::newGuid().toStdString(), "b",
+                                                       m_job.storedName, "zip", "A1B", 0, user);
+    }
 
     QVariant jobFlag()
     {
@@ -221,6 +231,41 @@ void RacesTest::signingInAnewForgetsWhatWasShown()
     m_home.makeCurrent(*m_slowSession);
     m_slowSession->memory.clear();
     QVERIFY(BLL::Odbpp_JobFlowBll().UpdateTips(m_slow, "slow", m_job.flowGuid));
+}
+
+/// The record is gone for everybody while the file still stands in the store.
+void RacesTest::nobodyRecordsAFileThatIsBeingRemoved()
+{
+    bool asked = false;
+    bool recorded = true;
+    Tests::NoticeLog log;
+    m_home.files().meanwhile = [&] {
+        asked = true;
+        m_home.makeCurrent(*m_slowSession);
+        recorded = recordAgain(m_slow);
+        m_home.makeCurrent(*m_fastSession);
+    };
+    QVERIFY(BLL::Odbpp_JobCompressBll().DelOrigFile(m_job.rowId, m_job.storedName, m_job.flowGuid));
+    m_home.files().meanwhile = nullptr;
+    QVERIFY(asked && !recorded);
+    QCOMPARE(log.notices.size(), 1);
+    QCOMPARE(m_home.refusals(), 1);
+    QCOMPARE(m_home.one(QStringLiteral("SELECT count(*) AS value FROM orig_files")).toInt(), 0);
+    m_home.files().names.insert(QString::fromStdString(m_job.storedName));
+    QVERIFY2(recordAgain(m_fast), "once it is gone, the name is free");
+}
+
+void RacesTest::aFileMarkedForRemovalIsNotRecorded()
+{
+    m_home.database().run(
+        QStringLiteral("INSERT INTO file_delete_marks (stored_name, final, user_id, mark_time) "
+                       "VALUES ('leaving.zip', 0, NULL, '2026-01-01T00:00:00.000Z')"));
+    m_home.files().names.insert(QStringLiteral("leaving.zip"));
+    m_job.storedName = "leaving.zip";
+    QVERIFY(!recordAgain(m_fast));
+    QCOMPARE(m_home.refusals(), 1);
+    m_home.database().run(QStringLiteral("DELETE FROM file_delete_marks"));
+    QVERIFY(recordAgain(m_fast));
 }
 
 KODMS_TEST_MAIN(RacesTest, QCoreApplication)

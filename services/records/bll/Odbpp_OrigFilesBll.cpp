@@ -35,6 +35,15 @@ QString customerCode(Change &change, const std::string &given)
     return query.text("code");
 }
 
+/// A marked file is on its way out, perhaps at this moment: the record would outlive it.
+void requireNotLeaving(Change &change, const QString &storedName)
+{
+    SqlQuery mark = change.database().query("select_delete_mark");
+    if (mark.bind(":name", storedName).exec().next())
+        Change::refuse(QStringLiteral("the stored file is being removed"),
+                       tr("该文件正在被删除，未登记"));
+}
+
 void requireNew(Change &change, const StoredFileRow &file)
 {
     StoredFileRecords files(change.database());
@@ -44,6 +53,7 @@ void requireNew(Change &change, const StoredFileRow &file)
         Change::fail(QStringLiteral("the GUID is taken"), tr("文件 GUID 已被使用"));
     if (files.byStoredName(file.storedName))
         Change::fail(QStringLiteral("the stored file is recorded already"), tr("该文件已登记"));
+    requireNotLeaving(change, file.storedName);
     if (!change.storedFiles().exists(file.storedName))
         Change::fail(QStringLiteral("no file is stored under this name"),
                      tr("文件库中没有该文件，未登记"));

@@ -7,6 +7,7 @@
 #include <QSet>
 #include <QStringList>
 
+#include <functional>
 #include <stdexcept>
 
 namespace KODMS::Tests {
@@ -18,6 +19,8 @@ public:
 
     Services::Outcome removeBody(const QString &storedName) override
     {
+        if (meanwhile)
+            meanwhile();
         if (throws)
             throw std::runtime_error("no memory left");
         if (!failure.isEmpty())
@@ -29,6 +32,7 @@ public:
 
     QSet<QString> names;
     QStringList removed;
+    std::function<void()> meanwhile; ///< what others do while a file is being removed
     bool throws = false;
     QString failure; ///< not empty: removals fail with this text
 };
