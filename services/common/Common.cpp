@@ -38,7 +38,8 @@ QString tr(const char *text)
 /// Asked before the long part, which holds no transaction.
 bool mayChangeFiles(const Operation &operation, const std::string &record)
 {
-    return Change::run(operation, record, [](Change &change) { change.needs(Right::ChangeFiles); });
+    return Change::look(operation, record,
+                        [](Change &change) { change.needs(Right::ChangeFiles); });
 }
 
 int settled(const Operation &operation, const std::string &record, const Outcome &outcome)

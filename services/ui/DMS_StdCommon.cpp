@@ -5,6 +5,7 @@
 #include "services/notices/NoticeHub.h"
 #include "services/records/RecordContext.h"
 #include "services/records/bll/Change.h"
+#include "services/records/bll/StoredFileRecords.h"
 #include "services/records/bll/TextArgument.h"
 #include "services/session/Runtime.h"
 #include "services/tasks/TaskRunner.h"
@@ -30,23 +31,32 @@ void report(const std::string &jobName, const Outcome &failed)
                   QCoreApplication::translate("Fetch", "取文件（%1）：%2").arg(name, failed.text));
 }
 
+/// Whoever has one of the flows in scope may have the file that they share; one that no
+/// flow uses any more is for the roles alone.
+void needOneInScope(Change &change, const QVector<int> &flowIds)
+{
+    if (flowIds.isEmpty())
+        change.needs(Right::Fetch);
+    for (const int id : flowIds) {
+        const FlowRow flow = change.flowById(id);
+        if (id == flowIds.last() || change.isInScope(flow))
+            return change.needs(Right::Fetch, flow);
+    }
+}
+
 /// The stored name that `uuid` means, when the signed-in user may have the file;
 /// empty when not, and everything is said.
 QString allowedStoredName(const std::string &uuid)
 {
     QString storedName;
-    const bool allowed = Change::run(fetchFile, uuid, [&](Change &change) {
-        const QString name = Change::text(uuid, LongestName);
-        SqlQuery query = change.database().query("select_flow_of_file");
-        query.bind(":name", name).exec();
-        if (!query.next())
+    const bool allowed = Change::look(fetchFile, uuid, [&](Change &change) {
+        StoredFileRecords files(change.database());
+        const auto file = files.byGuidOrName(Change::text(uuid, LongestName));
+        if (!file)
             Change::fail(QStringLiteral("no record names this file"),
                          QCoreApplication::translate("Fetch", "没有记录指向该文件"));
-        storedName = query.text("stored_name");
-        if (query.isNull("flow_id"))
-            change.needs(Right::Fetch);
-        else
-            change.needs(Right::Fetch, change.flowById(query.number("flow_id")));
+        storedName = file->storedName;
+        needOneInScope(change, files.flowsOf(file->id));
     });
     return allowed ? storedName : QString();
 }

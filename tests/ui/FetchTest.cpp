@@ -3,6 +3,7 @@
 #include "foundation/ui/DMS_StdCommon.h"
 #include "foundation/ui/DMS_UICommon.h"
 #include "services/api/Intake.h"
+#include "services/records/Transaction.h"
 #include "tests/archive/RawZip.h"
 #include "tests/archive/SampleArchives.h"
 #include "tests/common/support/TestInstallation.h"
@@ -34,6 +35,9 @@ private Q_SLOTS:
     void neverWritesThroughALink();
     void whoMayHaveIt_data();
     void whoMayHaveIt();
+    void aSharedFileIsForWhoeverHasOneOfItsFlows_data();
+    void aSharedFileIsForWhoeverHasOneOfItsFlows();
+    void waitsForNoWriter();
     void whatWasReplacedIsForAdministrators();
     void aHostileJobNameStaysInside_data();
     void aHostileJobNameStaysInside();
@@ -51,6 +55,8 @@ private:
         DMS_StdCommon::getFilesFrommogodbUuidTypeOriginName(jobName.toStdString(),
                                                             uuid.toStdString(), "zip");
     }
+
+    void assign(int flowId, int executor);
 
     static QByteArray contentOf(const QString &path);
     static void expectWarning();
@@ -139,6 +145,17 @@ void FetchTest::whoMayHaveIt_data()
     QTest::newRow("executor of the file") << -1 << true << true;
 }
 
+void FetchTest::assign(int flowId, int executor)
+{
+    m_home->database()
+        .prepare(QStringLiteral("INSERT INTO orig_file_assign (flow_id, executor_id, "
+                                "assign_user_id, assign_time) VALUES (:flow, :user, :user, "
+                                "'2026-01-01T00:00:00.000Z')"))
+        .bind(":flow", flowId)
+        .bind(":user", executor)
+        .exec();
+}
+
 void FetchTest::whoMayHaveIt()
 {
     QFETCH(int, role);
@@ -148,15 +165,8 @@ void FetchTest::whoMayHaveIt()
     if (role >= 0)
         roles.insert(static_cast<Role>(role));
     const int user = m_home->actAs(QStringLiteral("somebody"), roles);
-    if (isExecutor) {
-        m_home->database()
-            .prepare(QStringLiteral("INSERT INTO orig_file_assign (flow_id, executor_id, "
-                                    "assign_user_id, assign_time) VALUES (:flow, :user, :user, "
-                                    "'2026-01-01T00:00:00.000Z')"))
-            .bind(":flow", m_job.flowId)
-            .bind(":user", user)
-            .exec();
-    }
+    if (isExecutor)
+        assign(m_job.flowId, user);
     QVERIFY(writeFile(target(), "from an earlier fetch"));
     const QSignalSpy notices(DMS_UICommon::interface(), &DMS_UICommon::serviceNotice);
     fetch(QStringLiteral("job"), m_job.storedName);
@@ -167,10 +177,58 @@ void FetchTest::whoMayHaveIt()
     QCOMPARE(m_home->value(refused).toInt(), may ? 0 : 1);
 }
 
+void FetchTest::aSharedFileIsForWhoeverHasOneOfItsFlows_data()
+{
+    QTest::addColumn<QString>("sql");
+    QTest::newRow("as its original file")
+        << QStringLiteral("UPDATE job_flows SET orig_file_id = %1 WHERE id = :flow");
+    QTest::newRow("as its imported file")
+        << QStringLiteral("UPDATE job_flows SET last_import_file_id = %1 WHERE id = :flow");
+    QTest::newRow("as its result")
+        << QStringLiteral("UPDATE job_flows SET result_file_id = %1 WHERE id = :flow");
+    QTest::newRow("in its row of original files")
+        << QStringLiteral("UPDATE job_compress SET orig_file_id = %1 WHERE flow_id = :flow");
+}
+
+/// The flow that was booked first is not the only one that the file belongs to.
+void FetchTest::aSharedFileIsForWhoeverHasOneOfItsFlows()
+{
+    QFETCH(QString, sql);
+    IntakeRequest request;
+    request.path = m_home->path(QStringLiteral("sent.zip"));
+    request.customerCode = QStringLiteral("A1B");
+    const auto second = Intake::take(request);
+    QVERIFY(second);
+    const QString shared = QStringLiteral("(SELECT orig_file_id FROM job_flows WHERE id = %1)");
+    m_home->database()
+        .prepare(sql.arg(shared.arg(m_job.flowId)))
+        .bind(":flow", second.value.flowId)
+        .exec();
+    assign(second.value.flowId, m_home->actAs(QStringLiteral("somebody"), {}));
+    fetch(QStringLiteral("job"), m_job.storedName);
+    QCOMPARE(contentOf(target()), m_content);
+    m_home->actAs(QStringLiteral("another"), {});
+    fetch(QStringLiteral("job"), m_job.storedName);
+    QVERIFY(!QFile::exists(target()));
+}
+
+/// Nothing is written, so that nobody who writes stands in the way.
+void FetchTest::waitsForNoWriter()
+{
+    const DatabaseSettings settings = m_home->runtime().configuration().database;
+    Database other(settings);
+    const Transaction writing(other);
+    other.run(QStringLiteral("UPDATE job_flows SET tips = 'being written'"));
+    fetch(QStringLiteral("job"), m_job.storedName);
+    QCOMPARE(contentOf(target()), m_content);
+}
+
 /// No flow uses it any more, so that it is in nobody's scope.
 void FetchTest::whatWasReplacedIsForAdministrators()
 {
-    m_home->database().run(QStringLiteral("UPDATE job_flows SET orig_file_id = NULL"));
+    for (const char *table : {"job_flows", "job_compress"})
+        m_home->database().run(
+            QStringLiteral("UPDATE %1 SET orig_file_id = NULL").arg(QLatin1String(table)));
     m_home->actAs(QStringLiteral("somebody"), {Role::TestAdmin, Role::ShowCompanyName});
     fetch(QStringLiteral("job"), m_job.storedName);
     QVERIFY(!QFile::exists(target()));

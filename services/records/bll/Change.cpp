@@ -7,7 +7,6 @@
 #include "services/records/RecordContext.h"
 #include "services/records/StoredFiles.h"
 #include "services/records/TimeText.h"
-#include "services/records/Transaction.h"
 #include "services/records/bll/Audit.h"
 #include "services/records/bll/FlowScope.h"
 #include "services/records/bll/TextArgument.h"
@@ -86,6 +85,17 @@ bool Change::run(const Operation &operation, const std::string &record, const Bo
 
 Outcome Change::outcomeOf(const Operation &operation, const std::string &record, const Body &body)
 {
+    return outcomeAs(Transaction::Purpose::Write, operation, record, body);
+}
+
+bool Change::look(const Operation &operation, const std::string &record, const Body &body)
+{
+    return outcomeAs(Transaction::Purpose::Read, operation, record, body).ok;
+}
+
+Outcome Change::outcomeAs(Transaction::Purpose purpose, const Operation &operation,
+                          const std::string &record, const Body &body)
+{
     const QString name = shortText(record);
     RecordContext *context = RecordContext::current();
     if (!context) {
@@ -95,13 +105,13 @@ Outcome Change::outcomeOf(const Operation &operation, const std::string &record,
         return closed;
     }
     Change change(*context, operation, name);
-    return change.runSafely(body);
+    return change.runSafely(purpose, body);
 }
 
-Outcome Change::runSafely(const Body &body)
+Outcome Change::runSafely(Transaction::Purpose purpose, const Body &body)
 {
     try {
-        perform(body);
+        perform(purpose, body);
     } catch (const ChangeStopped &why) {
         return stopped(why);
     } catch (const SqlError &error) {
@@ -128,9 +138,9 @@ void Change::follow(const std::function<void()> &step) const
     }
 }
 
-void Change::perform(const Body &body)
+void Change::perform(Transaction::Purpose purpose, const Body &body)
 {
-    Transaction transaction(m_context.database());
+    Transaction transaction(m_context.database(), purpose);
     loadActor();
     body(*this);
     transaction.commit();

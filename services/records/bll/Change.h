@@ -4,6 +4,7 @@
 
 #include "services/notices/Outcome.h"
 #include "services/records/Actor.h"
+#include "services/records/Transaction.h"
 #include "services/records/bll/ChangeStopped.h"
 #include "services/records/bll/FlowRecords.h"
 #include "services/records/bll/Right.h"
@@ -25,7 +26,7 @@ struct Operation {
     const char *title;  ///< for people, marked for translation in the context "Change"
 };
 
-/// One changing operation of a table service, from the first question (who are
+/// One operation of a table service that needs a right, from the first question (who are
 /// you?) to the audit row: one transaction, and one way out for everything that
 /// can go wrong. What its methods find wrong leaves the operation by exception.
 class Change {
@@ -39,6 +40,9 @@ public:
     /// The same, for a caller that also tells somebody why not.
     static Outcome outcomeOf(const Operation &operation, const std::string &record,
                              const Body &body);
+    /// run() for what only reads: waits for no writer and keeps none waiting. Its refusal
+    /// is audited all the same.
+    static bool look(const Operation &operation, const std::string &record, const Body &body);
 
     /// Who acts, as the database knows them now: a role taken away since sign-in
     /// counts no more.
@@ -86,8 +90,10 @@ public:
 private:
     Change(RecordContext &context, const Operation &operation, const QString &record);
 
-    Outcome runSafely(const Body &body);
-    void perform(const Body &body);
+    static Outcome outcomeAs(Transaction::Purpose purpose, const Operation &operation,
+                             const std::string &record, const Body &body);
+    Outcome runSafely(Transaction::Purpose purpose, const Body &body);
+    void perform(Transaction::Purpose purpose, const Body &body);
     void follow(const std::function<void()> &step) const;
     void loadActor();
     FlowRow found(const std::optional<FlowRow> &flow);

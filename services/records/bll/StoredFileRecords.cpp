@@ -60,6 +60,18 @@ void StoredFileRecords::remove(int id)
     m_database.query("delete_orig_file").bind(":id", id).exec();
 }
 
+QVector<int> StoredFileRecords::flowsOf(int id)
+{
+    SqlQuery query = m_database.query("select_flows_of_file");
+    for (const char *place : {":orig_file", ":import_file", ":result_file", ":compress_file"})
+        query.bind(place, id);
+    query.exec();
+    QVector<int> flows;
+    while (query.next())
+        flows << query.number("flow_id");
+    return flows;
+}
+
 int StoredFileRecords::users(int id)
 {
     SqlQuery query = m_database.query("count_file_users");

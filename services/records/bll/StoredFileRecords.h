@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <QVector>
 
 #include <optional>
 
@@ -36,6 +37,9 @@ public:
     /// Returns the new id.
     int insert(const StoredFileRow &file, int state, int userId);
     void remove(int id);
+
+    /// The flows that use the file now, by their desks' rows or their own.
+    QVector<int> flowsOf(int id);
 
     /// Rows of flows and of the original-file desk that name the file.
     int users(int id);
