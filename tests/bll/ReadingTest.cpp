@@ -37,6 +37,7 @@ private Q_SLOTS:
     void awkwardValuesMatchNothing_data();
     void awkwardValuesMatchNothing();
     void nobodyReadsNothing();
+    void anySignedInUserReadsByKey();
 
 private:
     Tests::RecordsHome m_home;
@@ -217,15 +218,32 @@ void ReadingTest::awkwardValuesMatchNothing()
 
 void ReadingTest::nobodyReadsNothing()
 {
+    m_home.addQuestion(m_first);
     m_home.signIn(0);
     Tests::NoticeLog log;
     std::vector<Model::Odbpp_JobFlow> flows(1);
     QVERIFY(!BLL::Odbpp_JobFlowBll().select({}, {}, flows));
     QVERIFY(flows.empty());
+    QVERIFY(!BLL::Odbpp_JobFlowBll().getFlowByGuid(m_first.flowGuid).isPersist());
+    std::vector<Model::Odbpp_Questions> questions(1);
+    QVERIFY(!BLL::Odbpp_QuestionsBll().select({}, {}, questions));
+    QVERIFY(questions.empty());
+    QVERIFY(DBS_API::getWebRobotParaByJobName(m_first.jobName).empty());
     std::vector<Model::User_View> users(1);
     QVERIFY(!BLL::User_ViewBll().select({}, {}, users));
     QVERIFY(!BLL::Odbpp_OrdersBll().getOrdersByFlowGuid(m_first.flowGuid).isPersist());
-    QCOMPARE(log.notices.size(), 3);
+    QCOMPARE(log.notices.size(), 6);
+}
+
+/// What a desk was shown is for its user to look at more closely, in scope or not.
+void ReadingTest::anySignedInUserReadsByKey()
+{
+    m_home.addQuestion(m_first);
+    QVERIFY(m_home.session().context->actor().roles.isEmpty());
+    QVERIFY(BLL::Odbpp_JobFlowBll().getFlowByGuid(m_first.flowGuid).isPersist());
+    std::vector<Model::Odbpp_Questions> questions;
+    QVERIFY(BLL::Odbpp_QuestionsBll().select({}, {{"JobId", m_first.flowId}}, questions));
+    QCOMPARE(questions.size(), std::size_t{1});
 }
 
 KODMS_TEST_MAIN(ReadingTest, QCoreApplication)
