@@ -24,6 +24,8 @@ constexpr int FirstDelay = 10;        // seconds
 constexpr int LongestDelay = 15 * 60; // seconds
 constexpr int Memory = 24 * 60 * 60;  // seconds until failures are forgotten
 constexpr int LongestLogin = 64;
+/// So many that pushing one out by trying others takes a quarter of an hour.
+constexpr int MostUnknownNames = 10000;
 
 QString tr(const char *text)
 {
@@ -117,6 +119,7 @@ void Authenticator::countFailure(const QString &key, bool isKnown)
         .bind(":login", key)
         .bind(":time", storedTime(m_clock()))
         .exec();
+    m_database.query("delete_excess_sign_in_failures").bind(":most", MostUnknownNames).exec();
     writeAudit(m_database, {0, QStringLiteral("session.SignIn"), QStringLiteral("login"), 0, name,
                             QString(), QStringLiteral("wrong name or password"), true});
     transaction.commit();

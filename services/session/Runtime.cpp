@@ -90,6 +90,7 @@ Result<std::shared_ptr<Runtime>> Runtime::open(const QString &iniPath)
     const Outcome settled = runtime->settleDeleteMarks();
     if (!settled)
         return settled;
+    runtime->trimChangeLog();
     return runtime;
 }
 
@@ -131,6 +132,23 @@ Outcome Runtime::settleDeleteMarks()
         return Outcome::failure(error.userText());
     }
     return Outcome::success();
+}
+
+/// Whoever follows the log and finds the next entry gone reads everything again. A start
+/// neither fails nor waits for it: the next one does the same.
+void Runtime::trimChangeLog()
+{
+    constexpr qint64 kept = 100'000;
+    try {
+        Database &database = m_records.database();
+        SqlQuery span = database.query("select_change_log_span");
+        span.exec().next();
+        const qint64 last = span.int64("newest") - kept;
+        if (last - span.int64("oldest") >= kept)
+            database.query("delete_old_changes").bind(":seq", last).exec();
+    } catch (const SqlError &error) {
+        qCInfo(lcRecords).noquote() << "trim change log" << error.logText();
+    }
 }
 
 QStringList Runtime::deleteMarks()

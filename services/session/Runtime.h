@@ -46,6 +46,7 @@ private:
             std::unique_ptr<FileStore> fileStore, int schemaVersion);
 
     Outcome settleDeleteMarks();
+    void trimChangeLog();
     QStringList deleteMarks();
     QStringList removeMarkedBodies();
     void makeFolders() const;

@@ -43,6 +43,7 @@ private Q_SLOTS:
     void oddPathsAreNoticed();
     void makesTheFoldersThatTheDesksNeed();
     void settlesDeleteMarks();
+    void theChangeLogDoesNotGrowForEver();
     void aFolderThatCannotBeMadeIsNoticed();
 
 private:
@@ -234,6 +235,33 @@ void ServiceRuntimeTest::settlesDeleteMarks()
     marks.exec();
     QVERIFY(marks.next());
     QCOMPARE(marks.number("marks"), 0);
+}
+
+void ServiceRuntimeTest::theChangeLogDoesNotGrowForEver()
+{
+    QVERIFY(m_home->init());
+    const auto grow = [this](int entries) {
+        runSql(QStringLiteral("INSERT INTO change_log (kind, row_id, op) WITH RECURSIVE n(i) AS "
+                              "(SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
+                              "SELECT 1, i, 2 FROM n")
+                   .arg(entries));
+    };
+    const auto entriesAfterAStart = [this] {
+        if (!runtime().start(m_home->iniPath()))
+            return -1;
+        SqlQuery query = Runtime::current()->records().database().prepare(
+            QStringLiteral("SELECT count(*) AS entries FROM change_log"));
+        query.exec().next();
+        return query.number("entries");
+    };
+    grow(150'000);
+    const int few = entriesAfterAStart();
+    QVERIFY2(few >= 150'000, "a log of that length stays");
+    runtime().stop();
+    grow(60'000);
+    QCOMPARE(entriesAfterAStart(), 100'000);
+    runtime().stop();
+    QCOMPARE(entriesAfterAStart(), 100'000);
 }
 
 void ServiceRuntimeTest::aFolderThatCannotBeMadeIsNoticed()

@@ -33,6 +33,7 @@ private Q_SLOTS:
     void otherUsersAreNotDelayed();
     void aClockPutBackNeverLocksForever();
     void failuresAreForgottenAfterADay();
+    void wrongNamesDoNotPileUp();
     void everyTryIsAudited();
     void aNameThatIsNobodysIsNotWrittenDown();
     void awkwardNames_data();
@@ -206,6 +207,31 @@ void AuthenticatorTest::failuresAreForgottenAfterADay()
     failTimes(m_login, 1);
     QCOMPARE(m_home.one(QStringLiteral("SELECT count(*) AS value FROM sign_in_failures")).toInt(),
              1);
+}
+
+void AuthenticatorTest::wrongNamesDoNotPileUp()
+{
+    hasFailed(m_login, 7);
+    m_now = m_now.addSecs(60);
+    m_home.database().run(
+        QStringLiteral("INSERT INTO sign_in_failures (login_name, failures, last_time) "
+                       "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n "
+                       "WHERE i < 100000) SELECT 'wrong' || i, 1, "
+                       "strftime('%Y-%m-%dT%H:%M:%fZ', '2026-03-01T08:01:00', "
+                       "'+' || (i / 1000.0) || ' seconds') FROM n"));
+    m_now = m_now.addSecs(120);
+    QVERIFY(!tryWith(QStringLiteral("one more"), QStringLiteral("wrong")));
+    const auto kept = [this](const char *condition) {
+        return m_home
+            .one(QStringLiteral("SELECT count(*) AS value FROM sign_in_failures WHERE ") +
+                 QLatin1String(condition))
+            .toInt();
+    };
+    QCOMPARE(kept("1"), 10001);
+    QCOMPARE(kept("login_name = 'one more'"), 1);
+    QCOMPARE(kept("login_name = 'wrong100000'"), 1);
+    QCOMPARE(kept("login_name = 'wrong1'"), 0);
+    QCOMPARE(kept("login_name = 'anna' AND failures = 7"), 1);
 }
 
 void AuthenticatorTest::everyTryIsAudited()
