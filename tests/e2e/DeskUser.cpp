@@ -3,6 +3,7 @@
 #include "tests/e2e/DeskUser.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QHeaderView>
 #include <QInputMethodEvent>
 #include <QLabel>
@@ -56,6 +57,37 @@ void DeskUser::clickHeader(int column) const
     const QPoint middle(header->sectionViewportPosition(column) + header->sectionSize(column) / 2,
                         header->height() / 2);
     QTest::mouseClick(header->viewport(), Qt::LeftButton, Qt::NoModifier, middle);
+}
+
+void DeskUser::pick(const char *name, const QString &text) const
+{
+    auto *combo = control<QComboBox>(name);
+    combo->setFocus();
+    QTest::keyClick(combo, Qt::Key_Home);
+    while (combo->currentText() != text && combo->currentIndex() + 1 < combo->count())
+        QTest::keyClick(combo, Qt::Key_Down);
+    QCOMPARE(combo->currentText(), text);
+}
+
+void DeskUser::selectRows(const QVector<int> &rows) const
+{
+    auto *header = table()->verticalHeader();
+    for (int row : rows) {
+        table()->scrollToItem(table()->item(row, 1));
+        const QPoint middle(header->width() / 2,
+                            header->sectionViewportPosition(row) + header->sectionSize(row) / 2);
+        QTest::mouseClick(header->viewport(), Qt::LeftButton,
+                          row == rows.first() ? Qt::NoModifier : Qt::ControlModifier, middle);
+    }
+}
+
+QVector<int> DeskUser::selectedRows() const
+{
+    QVector<int> rows;
+    for (int row = 0; row < table()->rowCount(); ++row)
+        if (table()->item(row, 0)->isSelected())
+            rows << row;
+    return rows;
 }
 
 void DeskUser::commit(const char *edit, const QString &text) const

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QStringList>
+#include <QVector>
 #include <QWidget>
 
 #include <memory>
@@ -28,6 +29,18 @@ public:
     void click(const char *button) const;
     void clickCell(int row, int column) const;
     void clickHeader(int column) const;
+
+    /// Walks through a combo box by keys to the first item with this text.
+    void pick(const char *combo, const QString &text) const;
+
+    /// Selects these rows and no others, by clicks on their numbers; the last one
+    /// becomes the current row.
+    void selectRows(const QVector<int> &rows) const;
+
+    /// The first row with this text in a column; -1 when there is none.
+    int rowOf(int column, const QString &text) const { return this->column(column).indexOf(text); }
+
+    QVector<int> selectedRows() const;
 
     /// Enters text as an input method does: all at once.
     void commit(const char *edit, const QString &text) const;

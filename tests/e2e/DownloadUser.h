@@ -14,7 +14,14 @@ namespace KODMS::Tests {
 /// Somebody at an original-file desk.
 class DownloadUser : public DeskUser {
 public:
-    enum Column { OrigName = 0, HistoryJobName = 1, Serial = 4, FileId = 6 };
+    enum Column {
+        OrigName = 0,
+        HistoryJobName = 1,
+        Serial = 4,
+        FileId = 6,
+        FlowGuid = 9,
+        Executor = 14
+    };
 
     DownloadUser() : DeskUser(std::make_unique<UI::DMS_Download_Widget>(nullptr)) {}
 

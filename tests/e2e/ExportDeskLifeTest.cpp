@@ -1,9 +1,8 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
-#include "desks/export/DMS_Export_Widget.h"
 #include "foundation/ui/DMS_UICommon.h"
 #include "services/api/SignIn.h"
-#include "tests/e2e/DeskUser.h"
+#include "tests/e2e/ExportUser.h"
 #include "tests/e2e/SampleHouse.h"
 #include "tests/support/TestMain.h"
 
@@ -19,13 +18,6 @@
 
 using namespace KODMS::Services;
 using namespace KODMS::Tests;
-
-class JobFlowUser : public DeskUser {
-public:
-    enum Column { Id = 0, JobName = 1, PreProcessor = 9, Remark = 12 };
-
-    JobFlowUser() : DeskUser(std::make_unique<KODMS::UI::DMS_Export_Widget>(nullptr)) {}
-};
 
 /// The job-flow desk on the real services: a sample installation, people who sign
 /// in, type, click and page; the database is read past the services to compare.
@@ -81,9 +73,9 @@ void ExportDeskLifeTest::init()
 
 void ExportDeskLifeTest::anAdministratorSeesTheNewestFlowsFirst()
 {
-    JobFlowUser user;
+    ExportUser user;
     const QStringList all = records().flows(QString());
-    QCOMPARE(user.column(JobFlowUser::JobName), all.mid(0, 30));
+    QCOMPARE(user.column(ExportUser::JobName), all.mid(0, 30));
     QCOMPARE(user.pageTotal(), QStringLiteral("/ 34"));
 }
 
@@ -105,11 +97,11 @@ void ExportDeskLifeTest::typingNarrowsTheFlows()
     QFETCH(QByteArray, edit);
     QFETCH(QString, term);
     QFETCH(QString, where);
-    JobFlowUser user;
+    ExportUser user;
     QTest::keyClicks(user.control<QLineEdit>(edit.constData()), term);
     const QStringList found = records().flows(where);
     QVERIFY(!found.isEmpty());
-    QCOMPARE(user.column(JobFlowUser::JobName), found.mid(0, 30));
+    QCOMPARE(user.column(ExportUser::JobName), found.mid(0, 30));
 }
 
 /// Input methods commit whole words; every commit is an edit.
@@ -118,14 +110,14 @@ void ExportDeskLifeTest::aChineseNameIsFoundAsItIsCommitted()
     const QString name = records().text(QStringLiteral(
         "SELECT u.real_name FROM orig_file_assign o JOIN users u ON u.id = o.executor_id LIMIT 1"));
     QVERIFY(name.size() >= 2);
-    JobFlowUser user;
+    ExportUser user;
     user.commit("m_pPrerFilterLE", name.left(2));
     const QStringList found = records().flows(
         QStringLiteral("o.executor_id IN (SELECT id FROM users WHERE real_name LIKE '%%1%')")
             .arg(name.left(2)));
     QVERIFY(!found.isEmpty());
-    QCOMPARE(user.column(JobFlowUser::JobName), found.mid(0, 30));
-    QVERIFY(user.column(JobFlowUser::PreProcessor).first().contains(name.left(2)));
+    QCOMPARE(user.column(ExportUser::JobName), found.mid(0, 30));
+    QVERIFY(user.column(ExportUser::PreProcessor).first().contains(name.left(2)));
 }
 
 void ExportDeskLifeTest::everyStatusItemFindsWhatTheRecordsSay_data()
@@ -145,39 +137,39 @@ void ExportDeskLifeTest::everyStatusItemFindsWhatTheRecordsSay()
 {
     QFETCH(int, index);
     QFETCH(QString, where);
-    JobFlowUser user;
+    ExportUser user;
     user.control<QComboBox>("m_pStatusFilterCMB")->setCurrentIndex(index);
-    QCOMPARE(user.column(JobFlowUser::JobName), records().flows(where).mid(0, 30));
+    QCOMPARE(user.column(ExportUser::JobName), records().flows(where).mid(0, 30));
 }
 
 void ExportDeskLifeTest::allPagesTogetherAreAllFlows()
 {
-    JobFlowUser user;
-    QStringList seen = user.column(JobFlowUser::JobName);
+    ExportUser user;
+    QStringList seen = user.column(ExportUser::JobName);
     for (int page = 2; page <= 34; ++page) {
         user.click("m_pPageDownPB");
-        seen << user.column(JobFlowUser::JobName);
+        seen << user.column(ExportUser::JobName);
     }
     QCOMPARE(seen, records().flows(QString()));
     user.click("m_pFirstPagePB");
-    QCOMPARE(user.column(JobFlowUser::JobName), seen.mid(0, 30));
+    QCOMPARE(user.column(ExportUser::JobName), seen.mid(0, 30));
 }
 
 void ExportDeskLifeTest::narrowingOnALaterPageLandsOnTheLastPage()
 {
-    JobFlowUser user;
+    ExportUser user;
     user.click("m_pLastPagePB");
-    QCOMPARE(user.column(JobFlowUser::JobName).size(), 10);
+    QCOMPARE(user.column(ExportUser::JobName).size(), 10);
     QTest::keyClicks(user.control<QLineEdit>("m_pJobFilterLE"), QStringLiteral("00001"));
     const QStringList found = records().flows(QStringLiteral("f.job_name LIKE '%00001%'"));
     QVERIFY(!found.isEmpty());
     const int lastPage = (found.size() - 1) / 30;
-    QCOMPARE(user.column(JobFlowUser::JobName), found.mid(lastPage * 30));
+    QCOMPARE(user.column(ExportUser::JobName), found.mid(lastPage * 30));
 }
 
 void ExportDeskLifeTest::nothingFoundAndBackAgain()
 {
-    JobFlowUser user;
+    ExportUser user;
     auto *edit = user.control<QLineEdit>("m_pJobFilterLE");
     QTest::keyClicks(edit, QStringLiteral("???"));
     QCOMPARE(user.table()->rowCount(), 0);
@@ -194,9 +186,9 @@ void ExportDeskLifeTest::aClickShowsTheQuestionsOfTheRecords()
         QStringLiteral("SELECT f.job_name FROM job_flows f JOIN questions q ON q.flow_id = f.id "
                        "GROUP BY f.id ORDER BY count(*) DESC, f.id DESC LIMIT 1"));
     QVERIFY(!job.isEmpty());
-    JobFlowUser user;
+    ExportUser user;
     QTest::keyClicks(user.control<QLineEdit>("m_pJobFilterLE"), job);
-    user.clickCell(0, JobFlowUser::JobName);
+    user.clickCell(0, ExportUser::JobName);
     const auto *questions = user.control<QTableWidget>("m_pQuestionTableWidget");
     QStringList titles;
     for (int row = 0; row < questions->rowCount(); ++row)
@@ -212,48 +204,48 @@ void ExportDeskLifeTest::aClickShowsTheQuestionsOfTheRecords()
 void ExportDeskLifeTest::aRemarkIsTypedAndStored_data()
 {
     QTest::addColumn<int>("column");
-    QTest::newRow("in the remark") << int(JobFlowUser::Remark);
-    QTest::newRow("in the job name, which keeps its record") << int(JobFlowUser::JobName);
+    QTest::newRow("in the remark") << int(ExportUser::Remark);
+    QTest::newRow("in the job name, which keeps its record") << int(ExportUser::JobName);
 }
 
 void ExportDeskLifeTest::aRemarkIsTypedAndStored()
 {
     QFETCH(int, column);
-    JobFlowUser user;
-    const QString job = user.column(JobFlowUser::JobName).at(3);
+    ExportUser user;
+    const QString job = user.column(ExportUser::JobName).at(3);
     const QString remark = QStringLiteral("urgent %1 %_'\"").arg(column);
     user.typeInto(3, column, remark);
     QCOMPARE(
         records().text(QStringLiteral("SELECT tips FROM job_flows WHERE job_name = '%1'").arg(job)),
         remark);
     user.click("m_pRefreshPB");
-    QCOMPARE(user.column(JobFlowUser::JobName).at(3), job);
-    QCOMPARE(user.column(JobFlowUser::Remark).at(3), remark);
+    QCOMPARE(user.column(ExportUser::JobName).at(3), job);
+    QCOMPARE(user.column(ExportUser::Remark).at(3), remark);
 }
 
 void ExportDeskLifeTest::anotherDeskShowsTheRemarkAfterARefresh()
 {
-    JobFlowUser user;
-    JobFlowUser other;
-    user.typeInto(0, JobFlowUser::Remark, QStringLiteral("seen by both"));
-    QVERIFY(other.column(JobFlowUser::Remark).first() != QLatin1String("seen by both"));
+    ExportUser user;
+    ExportUser other;
+    user.typeInto(0, ExportUser::Remark, QStringLiteral("seen by both"));
+    QVERIFY(other.column(ExportUser::Remark).first() != QLatin1String("seen by both"));
     KODMS::UI::DMS_UICommon::interface()->emitGobalSingal();
-    QCOMPARE(other.column(JobFlowUser::Remark).first(), QStringLiteral("seen by both"));
-    QCOMPARE(user.column(JobFlowUser::Remark).first(), QStringLiteral("seen by both"));
+    QCOMPARE(other.column(ExportUser::Remark).first(), QStringLiteral("seen by both"));
+    QCOMPARE(user.column(ExportUser::Remark).first(), QStringLiteral("seen by both"));
 }
 
 void ExportDeskLifeTest::headerClicksSortWhatIsShown()
 {
-    JobFlowUser user;
-    QStringList sorted = user.column(JobFlowUser::JobName);
+    ExportUser user;
+    QStringList sorted = user.column(ExportUser::JobName);
     std::sort(sorted.begin(), sorted.end());
-    user.clickHeader(JobFlowUser::JobName);
-    QCOMPARE(user.column(JobFlowUser::JobName), sorted);
-    user.clickHeader(JobFlowUser::JobName);
+    user.clickHeader(ExportUser::JobName);
+    QCOMPARE(user.column(ExportUser::JobName), sorted);
+    user.clickHeader(ExportUser::JobName);
     std::reverse(sorted.begin(), sorted.end());
-    QCOMPARE(user.column(JobFlowUser::JobName), sorted);
-    const QString job = user.column(JobFlowUser::JobName).first();
-    user.typeInto(0, JobFlowUser::Remark, QStringLiteral("after sorting"));
+    QCOMPARE(user.column(ExportUser::JobName), sorted);
+    const QString job = user.column(ExportUser::JobName).first();
+    user.typeInto(0, ExportUser::Remark, QStringLiteral("after sorting"));
     QCOMPARE(
         records().text(QStringLiteral("SELECT tips FROM job_flows WHERE job_name = '%1'").arg(job)),
         QStringLiteral("after sorting"));
@@ -271,7 +263,7 @@ void ExportDeskLifeTest::peopleSeeTheirOwnUnfinishedFlows()
 {
     QFETCH(QString, login);
     m_house->signIn(login);
-    JobFlowUser user;
+    ExportUser user;
     const QString where =
         QStringLiteral("(j.create_user_id = %1 OR f.create_user_id = %1 OR o.executor_id = %1 "
                        "OR p.executor_id = %1) AND (f.flow_status < 2 AND f.check_flag <= 2 "
@@ -279,12 +271,12 @@ void ExportDeskLifeTest::peopleSeeTheirOwnUnfinishedFlows()
             .arg(SignIn::current().id);
     const QStringList found = records().flows(where);
     QVERIFY(!found.isEmpty());
-    QCOMPARE(user.column(JobFlowUser::JobName), found.mid(0, 30));
+    QCOMPARE(user.column(ExportUser::JobName), found.mid(0, 30));
 }
 
 void ExportDeskLifeTest::preCheckersCanBePicked()
 {
-    JobFlowUser user;
+    ExportUser user;
     const auto *combo = user.control<QComboBox>("m_pAssignerCMB");
     QStringList offered;
     for (int index = 0; index < combo->count(); ++index)
@@ -313,7 +305,7 @@ void ExportDeskLifeTest::awkwardTermsAreHarmless_data()
 void ExportDeskLifeTest::awkwardTermsAreHarmless()
 {
     QFETCH(QString, term);
-    JobFlowUser user;
+    ExportUser user;
     user.commit("m_pJobFilterLE", term);
     QCOMPARE(user.table()->rowCount(), 0);
     QCOMPARE(records().number(QStringLiteral("SELECT count(*) FROM job_flows")), 1000);

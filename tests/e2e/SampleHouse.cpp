@@ -2,11 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/e2e/SampleHouse.h"
 
+#include "foundation/common/Common.h"
 #include "services/api/SampleData.h"
 #include "services/api/ServiceRuntime.h"
 #include "services/api/SignIn.h"
 
-#include <QtGlobal>
+#include <QFile>
+#include <QRegularExpression>
 
 namespace KODMS::Tests {
 
@@ -31,8 +33,8 @@ SampleHouse::SampleHouse(int flows)
     const auto accounts = InstallationSetup::sampleAccounts(folder);
     require(accounts.outcome);
     m_accounts = accounts.value;
-    const QString config = InstallationSetup::sampleConfigPath(folder);
-    require(ServiceRuntime::instance().start(config));
+    m_config = InstallationSetup::sampleConfigPath(folder);
+    require(ServiceRuntime::instance().start(m_config));
     NoProgress progress;
     SampleRequest request;
     request.flows = flows;
@@ -40,7 +42,7 @@ SampleHouse::SampleHouse(int flows)
     SignIn::actAsOperator();
     require(SampleData::generate(request, progress));
     SignIn::signOut();
-    m_records = std::make_unique<RecordProbe>(config);
+    m_records = std::make_unique<RecordProbe>(m_config);
 }
 
 SampleHouse::~SampleHouse()
@@ -51,14 +53,45 @@ SampleHouse::~SampleHouse()
 
 int SampleHouse::signIn(const QString &login) const
 {
-    if (SignIn::current().loginName != login) {
-        for (const SampleAccount &account : m_accounts)
-            if (account.loginName == login)
-                require(SignIn::signIn(login, account.password));
-    }
     if (SignIn::current().loginName != login)
-        qFatal("the sample has no account %s", qPrintable(login));
+        require(SignIn::signIn(login, password(login)));
     return SignIn::current().id;
+}
+
+QString SampleHouse::password(const QString &login) const
+{
+    for (const SampleAccount &account : m_accounts)
+        if (account.loginName == login)
+            return account.password;
+    qFatal("the sample has no account %s", qPrintable(login));
+}
+
+void SampleHouse::addAccount(const NewUser &user)
+{
+    SignIn::actAsOperator();
+    require(UserAdmin::add(user).outcome);
+    m_accounts.append({user.loginName, user.password, user.realName, user.roles});
+}
+
+QString SampleHouse::downloadFolder() const
+{
+    return QString::fromStdString(Common::commonInterface()->getConfig().downloadDir);
+}
+
+void SampleHouse::moveRobotTo(quint16 port) const
+{
+    ServiceRuntime::instance().stop();
+    QFile file(m_config);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("%s cannot be read", qPrintable(m_config));
+    QString text = QString::fromUtf8(file.readAll());
+    file.close();
+    const QRegularExpression robot(QStringLiteral("\\[robot\\][^\\[]*"));
+    text.replace(robot, QStringLiteral("[robot]\nhost = 127.0.0.1\nport = %1\n\n").arg(port));
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(text.toUtf8()) < 0)
+        qFatal("%s cannot be written", qPrintable(m_config));
+    file.close();
+    require(ServiceRuntime::instance().start(m_config));
 }
 
 } // namespace KODMS::Tests
