@@ -1349,6 +1349,177 @@ Roles: %2</translation>
     </message>
 </context>
 <context>
+    <name>OdbJob</name>
+    <message>
+        <source>曲面中不能有记录 %1</source>
+        <translation>record %1 does not belong in a surface</translation>
+    </message>
+    <message>
+        <source>轮廓中不能有记录 %1</source>
+        <translation>record %1 does not belong in a contour</translation>
+    </message>
+    <message>
+        <source>极性须为 P 或 N：%1</source>
+        <translation>the polarity must be P or N: %1</translation>
+    </message>
+    <message>
+        <source>记录缺少字段</source>
+        <translation>the record lacks a field</translation>
+    </message>
+    <message>
+        <source>字段无效：%1</source>
+        <translation>bad field: %1</translation>
+    </message>
+    <message>
+        <source>数值超出范围：%1</source>
+        <translation>number out of range: %1</translation>
+    </message>
+    <message>
+        <source>不是数值：%1</source>
+        <translation>not a number: %1</translation>
+    </message>
+    <message>
+        <source>无法识别的记录：%1</source>
+        <translation>unknown record: %1</translation>
+    </message>
+    <message>
+        <source>文件不完整，曲面没有结束</source>
+        <translation>the file ends within a surface</translation>
+    </message>
+    <message>
+        <source>文件声明 %1 个特征，实际为 %2 个</source>
+        <translation>the file declares %1 features and has %2</translation>
+    </message>
+    <message>
+        <source>是链接或特殊文件</source>
+        <translation>a link or a special file</translation>
+    </message>
+    <message>
+        <source>解压后过大</source>
+        <translation>too large when unpacked</translation>
+    </message>
+    <message>
+        <source>压缩数据已损坏</source>
+        <translation>the packed data are damaged</translation>
+    </message>
+    <message>
+        <source>层或步骤过多</source>
+        <translation>too many layers or steps</translation>
+    </message>
+    <message>
+        <source>路径过长</source>
+        <translation>the path is too long</translation>
+    </message>
+    <message>
+        <source>是链接，不能读取</source>
+        <translation>a link, which cannot be read</translation>
+    </message>
+    <message>
+        <source>没有找到 matrix/matrix，不是 ODB++ 料号</source>
+        <translation>No matrix/matrix found: this is no ODB++ job</translation>
+    </message>
+    <message>
+        <source>有多个料号：%1 和 %2</source>
+        <translation>There is more than one job: %1 and %2</translation>
+    </message>
+    <message>
+        <source>与 %1 重复</source>
+        <translation>the same as %1</translation>
+    </message>
+    <message>
+        <source>步骤 %1 没有文件</source>
+        <translation>step %1 has no files</translation>
+    </message>
+    <message>
+        <source>该层有两个 features 文件</source>
+        <translation>the layer has two features files</translation>
+    </message>
+    <message>
+        <source>特征过多</source>
+        <translation>too many features</translation>
+    </message>
+    <message>
+        <source>行过长</source>
+        <translation>the line is too long</translation>
+    </message>
+    <message>
+        <source>含有空字符，不是文本</source>
+        <translation>a NUL character: this is no text</translation>
+    </message>
+    <message>
+        <source>无法识别：%1</source>
+        <translation>cannot be understood: %1</translation>
+    </message>
+    <message>
+        <source>上一条记录没有结束</source>
+        <translation>the record before it has not ended</translation>
+    </message>
+    <message>
+        <source>记录超过 %1 条</source>
+        <translation>more than %1 records</translation>
+    </message>
+    <message>
+        <source>名称无效：%1</source>
+        <translation>bad name: %1</translation>
+    </message>
+    <message>
+        <source>行号无效：%1</source>
+        <translation>bad row number: %1</translation>
+    </message>
+    <message>
+        <source>多余的 }</source>
+        <translation>a } too many</translation>
+    </message>
+    <message>
+        <source>步骤没有名称</source>
+        <translation>a step without a name</translation>
+    </message>
+    <message>
+        <source>步骤重复：%1</source>
+        <translation>two steps %1</translation>
+    </message>
+    <message>
+        <source>层没有名称</source>
+        <translation>a layer without a name</translation>
+    </message>
+    <message>
+        <source>层 %1 没有类型</source>
+        <translation>layer %1 has no type</translation>
+    </message>
+    <message>
+        <source>层 %1 的 CONTEXT 无效：%2</source>
+        <translation>layer %1 has a bad CONTEXT: %2</translation>
+    </message>
+    <message>
+        <source>层 %1 的极性无效：%2</source>
+        <translation>layer %1 has a bad polarity: %2</translation>
+    </message>
+    <message>
+        <source>层重复：%1</source>
+        <translation>two layers %1</translation>
+    </message>
+    <message>
+        <source>文件不完整，缺少 }</source>
+        <translation>the file is cut short: a } is missing</translation>
+    </message>
+    <message>
+        <source>没有步骤</source>
+        <translation>no steps</translation>
+    </message>
+    <message>
+        <source>没有层</source>
+        <translation>no layers</translation>
+    </message>
+    <message>
+        <source>%1：%2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1 第 %2 行：%3</source>
+        <translation>%1 line %2: %3</translation>
+    </message>
+</context>
+<context>
     <name>Orders</name>
     <message>
         <source>料号“%1”没有订单</source>
