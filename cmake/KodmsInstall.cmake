@@ -21,6 +21,7 @@ install(FILES desks/common/DesksExport.h desks/common/DMS_TurnPage_Plugin.h
         DESTINATION ${include_dir}/desks/common)
 install(FILES desks/export/DMS_Export_Widget.h DESTINATION ${include_dir}/desks/export)
 install(FILES desks/download/DMS_Download_Widget.h DESTINATION ${include_dir}/desks/download)
+install(FILES desks/modifyfile/DMS_ModifyFile_Widget.h DESTINATION ${include_dir}/desks/modifyfile)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/KodmsDesks)
 configure_package_config_file(cmake/KodmsDesksConfig.cmake.in

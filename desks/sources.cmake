@@ -64,4 +64,9 @@ target_sources(kodms_desk_objects PRIVATE
   "${PROJECT_SOURCE_DIR}/desks/export/DMS_Export_Widget_robot.cpp"
   "${PROJECT_SOURCE_DIR}/desks/export/DMS_Export_Widget_search.cpp"
   "${PROJECT_SOURCE_DIR}/desks/export/JobConditions.cpp"
-  "${PROJECT_SOURCE_DIR}/desks/export/JobConditions.h")
+  "${PROJECT_SOURCE_DIR}/desks/export/JobConditions.h"
+  "${PROJECT_SOURCE_DIR}/desks/modifyfile/DMS_ModifyFile_Widget.cpp"
+  "${PROJECT_SOURCE_DIR}/desks/modifyfile/DMS_ModifyFile_Widget.h"
+  "${PROJECT_SOURCE_DIR}/desks/modifyfile/DMS_ModifyFile_Widget_choice.cpp"
+  "${PROJECT_SOURCE_DIR}/desks/modifyfile/DMS_ModifyFile_Widget_import.cpp"
+  "${PROJECT_SOURCE_DIR}/desks/modifyfile/ImportMode.h")

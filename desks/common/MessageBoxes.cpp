@@ -13,12 +13,11 @@ constexpr char Title[] = "Information";
 
 /// The box is made on the heap: QMessageBox::information() keeps it on the stack,
 /// where a desk that is deleted meanwhile would delete it a first time.
-QMessageBox::StandardButton ask(QWidget *desk, const QString &text,
+QMessageBox::StandardButton ask(QWidget *desk, const QString &title, const QString &text,
                                 QMessageBox::StandardButtons buttons)
 {
     if (!desk)
         return QMessageBox::NoButton;
-    const QString title = QCoreApplication::translate(desk->metaObject()->className(), Title);
     const QPointer<QMessageBox> box =
         new QMessageBox(QMessageBox::Information, title, text, buttons, desk);
     box->setDefaultButton(QMessageBox::Ok); // no effect on a box without it
@@ -30,6 +29,13 @@ QMessageBox::StandardButton ask(QWidget *desk, const QString &text,
     return answer;
 }
 
+QString usualTitle(const QWidget *desk)
+{
+    if (!desk)
+        return {}; // there will be no box
+    return QCoreApplication::translate(desk->metaObject()->className(), Title);
+}
+
 } // namespace
 
 void inform(QWidget *desk, const char *text)
@@ -39,13 +45,23 @@ void inform(QWidget *desk, const char *text)
 
 void inform(QWidget *desk, const QString &text)
 {
-    ask(desk, text, QMessageBox::Ok);
+    inform(desk, usualTitle(desk), text);
+}
+
+void inform(QWidget *desk, const QString &title, const QString &text)
+{
+    ask(desk, title, text, QMessageBox::Ok);
 }
 
 bool confirm(QWidget *desk, const char *text, QMessageBox::StandardButtons buttons)
 {
+    return confirm(desk, QString::fromUtf8(text), buttons);
+}
+
+bool confirm(QWidget *desk, const QString &text, QMessageBox::StandardButtons buttons)
+{
     const QPointer<QWidget> stillThere(desk);
-    return ask(desk, QString::fromUtf8(text), buttons) == QMessageBox::Yes && stillThere;
+    return ask(desk, usualTitle(desk), text, buttons) == QMessageBox::Yes && stillThere;
 }
 
 } // namespace KODMS::UI

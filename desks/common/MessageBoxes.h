@@ -15,8 +15,12 @@ namespace KODMS::UI {
 void inform(QWidget *desk, const char *text);
 void inform(QWidget *desk, const QString &text);
 
+/// The same under a title of its own.
+void inform(QWidget *desk, const QString &title, const QString &text);
+
 /// Asks something with these buttons, none of which is the default. False unless
 /// the answer is Yes; false also when the desk is gone by then.
 bool confirm(QWidget *desk, const char *text, QMessageBox::StandardButtons buttons);
+bool confirm(QWidget *desk, const QString &text, QMessageBox::StandardButtons buttons);
 
 } // namespace KODMS::UI

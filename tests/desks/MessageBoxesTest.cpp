@@ -21,6 +21,8 @@ private Q_SLOTS:
 
     void aNoticeHasOneButton();
     void aNoticeTakesATextOfTheProgram();
+    void aNoticeMayHaveATitleOfItsOwn();
+    void aQuestionTakesATextOfTheProgram();
     void onlyYesIsConsent_data();
     void onlyYesIsConsent();
     void aQuestionHasNoDefault_data();
@@ -54,6 +56,31 @@ void MessageBoxesTest::aNoticeTakesATextOfTheProgram()
     const MessageBoxProbe probe;
     inform(&desk, QStringLiteral("名称：%1").arg(7));
     QCOMPARE(probe.texts(), QStringList({QStringLiteral("名称：7")}));
+}
+
+void MessageBoxesTest::aNoticeMayHaveATitleOfItsOwn()
+{
+    QWidget desk;
+    const MessageBoxProbe probe;
+    inform(&desk, QStringLiteral("修改文件"), QStringLiteral("完成"));
+    QCOMPARE(probe.count(), 1);
+    QCOMPARE(probe.boxes().first().title, QStringLiteral("修改文件"));
+    QCOMPARE(probe.boxes().first().text, QStringLiteral("完成"));
+    QCOMPARE(probe.boxes().first().buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
+    inform(nullptr, QStringLiteral("修改文件"), QStringLiteral("完成"));
+    QCOMPARE(probe.count(), 1);
+}
+
+void MessageBoxesTest::aQuestionTakesATextOfTheProgram()
+{
+    QWidget desk;
+    MessageBoxProbe probe;
+    probe.answer(QMessageBox::Yes);
+    QVERIFY(
+        confirm(&desk, QStringLiteral("删除%1?").arg(7), QMessageBox::Yes | QMessageBox::Cancel));
+    QCOMPARE(probe.boxes().first().title, QStringLiteral("Information"));
+    QCOMPARE(probe.texts(), QStringList({QStringLiteral("删除7?")}));
+    QVERIFY(!confirm(nullptr, QStringLiteral("删除?"), QMessageBox::Yes | QMessageBox::Cancel));
 }
 
 void MessageBoxesTest::onlyYesIsConsent_data()

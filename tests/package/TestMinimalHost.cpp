@@ -59,6 +59,7 @@ void TestMinimalHost::installsOnlyPublicHeaders()
              QStringList({QStringLiteral("api"), QStringLiteral("notices")}));
     QVERIFY(include.exists(QStringLiteral("desks/export/DMS_Export_Widget.h")));
     QVERIFY(include.exists(QStringLiteral("desks/download/DMS_Download_Widget.h")));
+    QVERIFY(include.exists(QStringLiteral("desks/modifyfile/DMS_ModifyFile_Widget.h")));
     QVERIFY(!include.exists(QStringLiteral("desks/common/JobColumns.h")));
 }
 
