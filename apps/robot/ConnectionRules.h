@@ -26,7 +26,7 @@ struct ConnectionRules {
     int silenceLimit = 60000; ///< how long a silent robot keeps a peer that stays
     int lingerLimit = 2000;   ///< what still comes in behind the answer is thrown away so long
     int slowDelay = 1500;
-    int slowByte = 20;
+    int slowByte = 10;
     int mostConnections = 64;
 };
 

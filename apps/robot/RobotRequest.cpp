@@ -43,14 +43,14 @@ Outcome checkKeys(const QJsonObject &object, std::initializer_list<Key> keys)
 }
 
 /// Nothing that is not text, and nothing that could pass for another text on the screen: control
-/// and direction characters, halves of characters, line ends of any kind.
+/// and direction characters, what stands for half a character, line ends of any kind.
 bool isPlainText(const QString &text)
 {
     const QVector<uint> letters = text.toUcs4();
     return std::all_of(letters.begin(), letters.end(), [](uint letter) {
-        const QChar::Category category = QChar::category(letter);
-        return QChar::isPrint(letter) && category != QChar::Separator_Line &&
-               category != QChar::Separator_Paragraph;
+        const auto category = QChar::category(letter);
+        return letter != QChar::ReplacementCharacter && QChar::isPrint(letter) &&
+               category != QChar::Separator_Line && category != QChar::Separator_Paragraph;
     });
 }
 

@@ -5,15 +5,24 @@
 #include "apps/robot/Connection.h"
 #include "apps/robot/RobotLog.h"
 
+#include <QTimer>
+
 #include <unistd.h>
 
 namespace KODMS::Robot {
 
 using Services::Outcome;
 
+static constexpr int AcceptPauseMs = 500;
+
 RobotServer::RobotServer(const ConnectionRules &rules, const RequestHandler &handler)
     : m_rules(rules), m_handler(handler)
 {
+    // Out of file descriptors, the base class stops accepting for good.
+    connect(this, &QTcpServer::acceptError, this, [this] {
+        RobotLog::write(QStringLiteral("cannot accept a connection: ") + errorString());
+        QTimer::singleShot(AcceptPauseMs, this, &QTcpServer::resumeAccepting);
+    });
 }
 
 Outcome RobotServer::listenAt(const QHostAddress &host, quint16 port)

@@ -19,6 +19,7 @@ class TestMinimalHost : public QObject {
 private Q_SLOTS:
     void initTestCase();
     void installsOnlyPublicHeaders();
+    void theProgramsAreInstalled();
     void theHostConfiguresAndBuilds();
     void theInstalledToolMakesASample();
     void theHostShowsTheDesk();
@@ -61,6 +62,16 @@ void TestMinimalHost::installsOnlyPublicHeaders()
     QVERIFY(include.exists(QStringLiteral("desks/download/DMS_Download_Widget.h")));
     QVERIFY(include.exists(QStringLiteral("desks/modifyfile/DMS_ModifyFile_Widget.h")));
     QVERIFY(!include.exists(QStringLiteral("desks/common/JobColumns.h")));
+}
+
+void TestMinimalHost::theProgramsAreInstalled()
+{
+    for (const char *name : {"kodms-admin", "kodms-robot"}) {
+        const QString program =
+            m_package.prefix() + QStringLiteral("/bin/") + QString::fromLatin1(name);
+        QVERIFY2(m_package.run(program, {QStringLiteral("--version")}), m_package.everythingSaid());
+        QVERIFY2(m_package.output.startsWith(name), m_package.everythingSaid());
+    }
 }
 
 void TestMinimalHost::theHostConfiguresAndBuilds()

@@ -11,6 +11,8 @@
 #include "foundation/bll/Odbpp_QuestionsBll.h"
 #include "foundation/common/DBS_API.h"
 #include "services/records/Guid.h"
+#include "services/records/bll/RobotChanges.h"
+#include "services/records/bll/StoredFileRecords.h"
 
 namespace KODMS::Tests {
 
@@ -109,6 +111,31 @@ std::vector<ChangingCase> stateCases()
              return BLL::Odbpp_JobFlowBll().UpdatePreImportOrCheckTime(job.flowGuid, user, user, "",
                                                                        0, "", 0, "");
          }}};
+}
+
+bool deliverResult(const TestJob &job, int)
+{
+    Services::StoredFileRow file;
+    file.guid = Services::newGuid();
+    file.storedName = QStringLiteral("new.zip");
+    return bool(Services::RobotChanges::deliver(
+        {job.flowId, 0, QString::fromStdString(job.flowGuid), QString::fromStdString(job.jobName)},
+        file, QStringLiteral("board")));
+}
+
+std::vector<ChangingCase> robotCases()
+{
+    return {{"robot takes the job by its name",
+             1,
+             2,
+             {Role::Robot},
+             {},
+             false,
+             false,
+             [](const TestJob &job, int) {
+                 return bool(Services::RobotChanges::take(QString::fromStdString(job.jobName)));
+             }},
+            {"robot delivers", 2, 0, {Role::Robot}, {}, false, false, deliverResult, putFile}};
 }
 
 std::vector<ChangingCase> fileCases()
@@ -216,7 +243,7 @@ const std::vector<ChangingCase> &changingCases()
 {
     static const std::vector<ChangingCase> all = [] {
         std::vector<ChangingCase> list = stateCases();
-        for (const auto &more : {fileCases(), workCases()})
+        for (const auto &more : {robotCases(), fileCases(), workCases()})
             list.insert(list.end(), more.begin(), more.end());
         return list;
     }();
