@@ -16,7 +16,6 @@ using namespace KODMS;
 using namespace KODMS::DataLib;
 using Services::FlowState;
 using Services::Outcome;
-using Services::Result;
 using Services::RobotChanges;
 using Services::RobotRun;
 using Services::Role;

@@ -86,6 +86,7 @@ void RobotProgramTest::marksTheFlowAndDeliversAResult()
     QVERIFY(files[folder + QStringLiteral("matrix/matrix")].contains("TYPE=SIGNAL"));
     QVERIFY(!files[folder + QStringLiteral("steps/pcb/layers/top/features")].isEmpty());
     QVERIFY(m_house->review(job, 2));
+    QCOMPARE(robot.stop(SIGTERM), 0); // it may be delivering what another test left
     QVERIFY(m_house->isClean());
 }
 
@@ -171,6 +172,7 @@ void RobotProgramTest::takesUpWhatAKilledRobotLeft()
     QVERIFY(next.waitForLog("\"" + job.toUtf8() + "\": result delivered"));
     QVERIFY(m_house->hasResult(job));
     QVERIFY(m_house->review(job, 1));
+    QCOMPARE(next.stop(SIGTERM), 0); // it may be delivering what another test left
     QVERIFY(m_house->isClean());
 }
 
@@ -240,6 +242,7 @@ void RobotProgramTest::aResultThatComesTooLateLeavesNothing()
     m_house->setState(job, {1, 0}); // prepared anew
     QVERIFY(robot.waitForLog("\"" + job.toUtf8() + "\": result dropped"));
     QVERIFY(!m_house->hasResult(job));
+    QCOMPARE(robot.stop(SIGTERM), 0); // it may be delivering what another test left
     QVERIFY(m_house->isClean());
 }
 

@@ -30,7 +30,8 @@ RobotProcess::RobotProcess(RobotHouse &house, const QStringList &arguments)
 
 RobotProcess::~RobotProcess()
 {
-    if (m_process.state() != QProcess::NotRunning)
+    // Not killed: a delivery that is cut off leaves its packed file in the staging folder.
+    if (m_process.state() != QProcess::NotRunning && stop(SIGTERM) != 0)
         kill();
 }
 
