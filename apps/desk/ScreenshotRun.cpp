@@ -159,10 +159,12 @@ void ScreenshotRun::provokeNotices()
     Services::IntakeRequest request;
     request.path = Services::ServiceRuntime::instance().configPath();
     request.customerCode = QStringLiteral("A1B");
+    m_log.provoking(true);
     const auto refused = Services::Intake::take(request);
     if (refused)
         complain(QStringLiteral("a configuration file was taken in as an archive"));
     UI::DMS_StdCommon::getFilesFrommogodbUuidTypeOriginName("web000001", "no-such-file.zip", "zip");
+    m_log.provoking(false);
     UI::DMS_UICommon::interface()->sendemitCAMExportJobInfo(QStringLiteral("web000001"), 1);
 }
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "apps/desk/ScreenshotLog.h"
+
 #include <QString>
 
 class QWidget;
@@ -37,6 +39,7 @@ private:
 
     QString m_folder;
     NoticeLog &m_notices;
+    ScreenshotLog m_log;
 };
 
 } // namespace KODMS::Host
