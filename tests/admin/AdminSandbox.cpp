@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/admin/AdminSandbox.h"
 
+#include "tests/support/WithoutPrivilege.h"
+
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -83,7 +85,7 @@ QStringList AdminSandbox::environment() const
 
 AdminRun AdminSandbox::run(const QStringList &arguments, const QByteArray &input) const
 {
-    QProcess process;
+    OrdinaryProcess process;
     process.setEnvironment(environment());
     process.start(QStringLiteral(KODMS_ADMIN_PROGRAM), arguments);
     if (!process.waitForStarted(TimeoutMs))

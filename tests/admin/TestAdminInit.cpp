@@ -3,6 +3,7 @@
 #include "tests/admin/AdminSandbox.h"
 #include "tests/support/TestMain.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QTest>
 
@@ -180,11 +181,20 @@ void TestAdminInit::leavesAnExistingInstallationAlone()
 void TestAdminInit::refusesAFolderItCannotWriteInto()
 {
     const AdminSandbox sandbox;
-    // A file where the folder should be: unwritable for root, too.
-    QVERIFY(!sandbox.write(QStringLiteral("place"), "in the way").isEmpty());
+    QVERIFY(!sandbox.write(QStringLiteral("place"), "a file in the way").isEmpty());
     const AdminRun run = sandbox.init();
     QVERIFY2(run.code == 1, run.all());
     QVERIFY2(run.errors.contains("place"), run.all());
+    QVERIFY(QFile::remove(sandbox.path(QStringLiteral("place"))));
+    QVERIFY(QDir().mkpath(sandbox.path(QStringLiteral("place"))));
+    const auto readable = QFile::ReadOwner | QFile::ExeOwner;
+    QVERIFY(QFile::setPermissions(sandbox.path(QStringLiteral("place")), readable));
+    const AdminRun locked = sandbox.init();
+    QVERIFY(
+        QFile::setPermissions(sandbox.path(QStringLiteral("place")), readable | QFile::WriteOwner));
+    QVERIFY2(locked.code == 1, locked.all());
+    QVERIFY2(locked.errors.contains("place"), locked.all());
+    QVERIFY(QDir(sandbox.path(QStringLiteral("place"))).isEmpty());
 }
 
 void TestAdminInit::printsNothingSecret()

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/api/InstallationSetup.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/WithoutPrivilege.h"
 
 #include <QDir>
 #include <QFile>
@@ -13,6 +14,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+using namespace KODMS;
 using namespace KODMS::Services;
 
 /// The program as people start it: exit codes, messages, pictures.
@@ -61,7 +63,7 @@ void HostProgramTest::initTestCase()
 
 HostProgramTest::Ended HostProgramTest::run(const QStringList &arguments) const
 {
-    QProcess process;
+    Tests::OrdinaryProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     environment.remove(QStringLiteral("KODMS_CONFIG"));
@@ -149,6 +151,12 @@ QString HostProgramTest::brokenInstallation(const QString &kind) const
                     "INSERT INTO schema_version (version, applied_time) VALUES (9999, 'later')"));
         }
         QSqlDatabase::removeDatabase(QStringLiteral("newer"));
+    } else if (kind == QLatin1String("unreadable configuration")) {
+        QFile::setPermissions(config, QFile::Permissions());
+    } else if (kind == QLatin1String("unreadable database")) {
+        QFile::setPermissions(database, QFile::Permissions());
+    } else if (kind == QLatin1String("read-only folder")) {
+        QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner);
     } else if (kind == QLatin1String("file store is a file")) {
         QDir(folder + QStringLiteral("/files")).removeRecursively();
         QFile file(folder + QStringLiteral("/files"));
@@ -166,6 +174,9 @@ void HostProgramTest::aBadInstallationEndsWithAReason_data()
     QTest::newRow("no database") << "kodms-admin init";
     QTest::newRow("damaged database") << "damaged";
     QTest::newRow("newer database") << "9999";
+    QTest::newRow("unreadable configuration") << "kodms.ini";
+    QTest::newRow("unreadable database") << "kodms.db";
+    QTest::newRow("read-only folder") << "may not be written";
     QTest::newRow("file store is a file") << "files";
 }
 
@@ -175,6 +186,8 @@ void HostProgramTest::aBadInstallationEndsWithAReason()
     const QString config = brokenInstallation(QString::fromLatin1(QTest::currentDataTag()));
     const Ended ended = run({QStringLiteral("--config"), config, QStringLiteral("--lang"),
                              QStringLiteral("en"), QStringLiteral("--exit-after-show")});
+    QFile::setPermissions(QFileInfo(config).path(),
+                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     QVERIFY2(ended.code == 1, qPrintable(QString::number(ended.code) + ended.err));
     QVERIFY2(ended.err.contains(said), qPrintable(ended.err));
 }
