@@ -3,11 +3,13 @@
 #include "services/api/SampleData.h"
 
 #include "services/api/StoreCheck.h"
+#include "services/archive/Unpacker.h"
 #include "services/session/Runtime.h"
 #include "tests/common/support/TestInstallation.h"
 #include "tests/support/NoticeLog.h"
 #include "tests/support/TestMain.h"
 
+#include <QDirIterator>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -37,6 +39,30 @@ private Q_SLOTS:
         QVERIFY(checked.value.files >= 60);
         QCOMPARE(checked.value.files, checked.value.records);
         QCOMPARE(checked.value.sampleRecords, qint64{0});
+    }
+
+    void aFolderOfLayersHoldsThem()
+    {
+        QVERIFY(generate(30, true).ok);
+        const QString name =
+            m_home
+                ->value(QStringLiteral("SELECT stored_name FROM orig_files WHERE file_type = '' "
+                                       "AND base_name LIKE '%\\_gerber' ESCAPE '\\'"))
+                .toString();
+        QVERIFY(!name.isEmpty());
+        NoProgress progress;
+        const QString zip = m_home->path(QStringLiteral("layers.zip"));
+        QVERIFY(m_home->store().get(name, zip, progress));
+        const QString folder = m_home->path(QStringLiteral("layers"));
+        QVERIFY(unpackArchive(zip, folder, LimitSettings(), progress));
+        QStringList layers;
+        QDirIterator files(folder, {QStringLiteral("*.gbr")}, QDir::Files,
+                           QDirIterator::Subdirectories);
+        while (files.hasNext())
+            layers << QFileInfo(files.next()).fileName();
+        layers.sort();
+        QCOMPARE(layers, (QStringList{QStringLiteral("bottom.gbr"), QStringLiteral("outline.gbr"),
+                                      QStringLiteral("top.gbr")}));
     }
 
     void aSampleWithoutFilesSaysSoAndIsClean()

@@ -122,6 +122,13 @@ void TestSampleRecords::theRecordsAreWhole()
         numberOf(*database, QStringLiteral("SELECT count(DISTINCT file_type) FROM orig_files WHERE "
                                            "kind = 0")),
         5); // tgz, zip, rar, kos and folders
+    QVERIFY(numberOf(*database,
+                     QStringLiteral("SELECT count(*) FROM orig_file_view WHERE FileType = ''")) >
+            0);
+    QCOMPARE(numberOf(*database,
+                      QStringLiteral("SELECT count(*) FROM orig_file_view WHERE (FileType = '') <> "
+                                     "(OrigName LIKE '%\\_gerber' ESCAPE '\\')")),
+             0);
 }
 
 void TestSampleRecords::nearlyAllFlowsAreFinished()

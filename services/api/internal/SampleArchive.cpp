@@ -2,12 +2,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/api/internal/SampleArchive.h"
 
+#include "services/records/sample/SampleWords.h"
+
 #include <QCoreApplication>
 #include <QFile>
 
 #include <archive.h>
 #include <archive_entry.h>
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 
 namespace KODMS::Services {
@@ -49,6 +53,22 @@ QByteArray drill()
     return QByteArrayLiteral("M48\nMETRIC,TZ\nT1C0.300\n%\nT1\nX10000Y10000\nX20000Y10000\nM30\n");
 }
 
+/// One trace, in the format that board layers are exchanged in.
+QByteArray layer(int number)
+{
+    return QByteArrayLiteral("%FSLAX24Y24*%\n%MOMM*%\n%ADD10C,0.2000*%\nD10*\nX0Y0D02*\nX") +
+           QByteArray::number(number * 10000) + QByteArrayLiteral("Y20000D01*\nM02*\n");
+}
+
+bool addLayers(archive *target, const QString &folder)
+{
+    const char *const names[] = {"top.gbr", "bottom.gbr", "outline.gbr"};
+    int number = 0;
+    return std::all_of(std::begin(names), std::end(names), [&](const char *name) {
+        return addFile(target, folder + QLatin1String(name), layer(++number));
+    });
+}
+
 } // namespace
 
 Outcome SampleArchive::write(const QString &path, const QString &jobName)
@@ -56,10 +76,12 @@ Outcome SampleArchive::write(const QString &path, const QString &jobName)
     const Archive target(archive_write_new(), &archive_write_free);
     const QByteArray note = "Generated sample job " + jobName.toUtf8() + ".\n";
     const QString folder = jobName + QLatin1Char('/');
-    const bool ok = open(target.get(), path) &&
-                    addFile(target.get(), folder + QLatin1String("readme.txt"), note) &&
-                    addFile(target.get(), folder + QLatin1String("drill.drl"), drill()) &&
-                    archive_write_close(target.get()) == ARCHIVE_OK;
+    const bool ok =
+        open(target.get(), path) &&
+        addFile(target.get(), folder + QLatin1String("readme.txt"), note) &&
+        addFile(target.get(), folder + QLatin1String("drill.drl"), drill()) &&
+        (!jobName.endsWith(SampleWords::gerberMark()) || addLayers(target.get(), folder)) &&
+        archive_write_close(target.get()) == ARCHIVE_OK;
     if (ok)
         return Outcome::success();
     return Outcome::failure(

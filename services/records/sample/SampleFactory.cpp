@@ -132,6 +132,8 @@ void SampleFactory::setFile(SampleFlow &flow, Pair state)
         mayBeFinishedJob && m_random.percent(5) ? QStringLiteral("kos") : m_random.oneOf(types);
     if (!m_plan.hasRar && flow.fileType == QLatin1String("rar"))
         flow.fileType = QStringLiteral("zip");
+    if (flow.fileType.isEmpty())
+        flow.origName += SampleWords::gerberMark(); // layers of a board come as a folder
     SampleFile file = makeFile(flow, 0, flow.fileType, m_time);
     file.userId = flow.creator;
     flow.origFileId = file.id;

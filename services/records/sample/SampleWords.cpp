@@ -93,4 +93,9 @@ const QStringList &SampleWords::questionTexts()
     return list;
 }
 
+QString SampleWords::gerberMark()
+{
+    return QStringLiteral("_gerber");
+}
+
 } // namespace KODMS::Services

@@ -18,4 +18,7 @@ const QStringList &sources();
 const QStringList &questionTitles();
 const QStringList &questionTexts();
 
+/// The end of the name of a folder that holds the layers of a board.
+QString gerberMark();
+
 } // namespace KODMS::Services::SampleWords
