@@ -100,10 +100,15 @@ void DeskTabs::prepareTable(QTableWidget &table)
     QHeaderView *header = table.horizontalHeader();
     header->setSectionsMovable(true);
     header->setStretchLastSection(true);
+    header->ensurePolished();
     for (int column = 0; column < header->count(); ++column) {
-        const int width = firstWidth(ColumnMemory::columnId(*header, column));
-        if (width > 0 && header->sectionResizeMode(column) == QHeaderView::Interactive)
-            header->resizeSection(column, width);
+        if (header->sectionResizeMode(column) != QHeaderView::Interactive)
+            continue;
+        // Letters and style decide what a column's name needs; most contents need more.
+        const int name = header->sectionSizeHint(column);
+        const int content = firstWidth(ColumnMemory::columnId(*header, column));
+        header->resizeSection(column,
+                              qMax(name, content > 0 ? content : header->sectionSize(column)));
     }
     ColumnMemory::restore(*header, m_preferences.columns(m_userId, memoryKey(table)));
 }

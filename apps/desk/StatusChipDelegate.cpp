@@ -43,6 +43,14 @@ void paintShape(QPainter &painter, const QPointF &centre, StatusChipDelegate::Sh
     painter.translate(-centre);
 }
 
+/// A status is a word. The column holds ids where a desk fills its table with other rows.
+bool isStatus(const QString &text)
+{
+    bool isNumber = false;
+    text.toLongLong(&isNumber);
+    return !text.isEmpty() && !isNumber;
+}
+
 } // namespace
 
 StatusChipDelegate::Chip StatusChipDelegate::chipFor(const QColor &cellColour)
@@ -63,14 +71,16 @@ StatusChipDelegate::Chip StatusChipDelegate::chipFor(const QColor &cellColour)
 void StatusChipDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
                                const QModelIndex &index) const
 {
+    if (!isStatus(index.data().toString())) {
+        QStyledItemDelegate::paint(painter, option, index);
+        return;
+    }
     QStyleOptionViewItem cell = option;
     initStyleOption(&cell, index);
     const QString text = cell.text;
     cell.text.clear();
     const QStyle *style = cell.widget ? cell.widget->style() : QApplication::style();
     style->drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);
-    if (text.isEmpty())
-        return;
     const Chip chip = chipFor(index.data(Qt::ForegroundRole).value<QBrush>().color());
     const int wanted = cell.fontMetrics.horizontalAdvance(text) + ShapeSize + 3 * Inset;
     QRect area = option.rect.adjusted(3, 0, -3, 0);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "apps/desk/DeskTabs.h"
 #include "apps/desk/Preferences.h"
+#include "apps/desk/StatusChipDelegate.h"
 #include "desks/download/DMS_Download_Widget.h"
 #include "desks/export/DMS_Export_Widget.h"
 #include "foundation/ui/DMS_UICommon.h"
@@ -11,7 +12,12 @@
 
 #include <QApplication>
 #include <QHeaderView>
+#include <QImage>
+#include <QPainter>
+#include <QScopeGuard>
+#include <QStandardItemModel>
 #include <QTableWidget>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <memory>
@@ -37,6 +43,10 @@ private Q_SLOTS:
     void aChangeOfRightsKeepsTheColumns();
     void aWebJobIsToldToTheJobFlowDesk();
     void statusChipsAreForTheHistoryToo();
+    void aStatusChipIsForAStatusOnly_data();
+    void aStatusChipIsForAStatusOnly();
+    void everyHeaderIsSeenWhole_data();
+    void everyHeaderIsSeenWhole();
 
 private:
     std::unique_ptr<DeskTabs> tabsFor(const QString &role)
@@ -46,6 +56,7 @@ private:
         return std::make_unique<DeskTabs>(*m_preferences, SignIn::current().id);
     }
 
+    QTemporaryDir m_dir;
     std::unique_ptr<SampleInstallation> m_installation;
     std::unique_ptr<Preferences> m_preferences;
 };
@@ -145,6 +156,77 @@ void DeskTabsTest::statusChipsAreForTheHistoryToo()
     files->setHighContrastStatus(true);
     for (int column = 0; column < 16; ++column)
         QVERIFY(!tableOf<DMS_Download_Widget>(*files).itemDelegateForColumn(column));
+}
+
+void DeskTabsTest::aStatusChipIsForAStatusOnly_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("isStatus");
+    QTest::newRow("a status") << QStringLiteral("前处理通过") << true;
+    QTest::newRow("an unknown status") << QStringLiteral("未知") << true;
+    QTest::newRow("the id of a file") << QStringLiteral("2931") << false;
+    QTest::newRow("nothing") << QString() << false;
+}
+
+/// An ordinary user's history table shows rows of files after a refresh, with an id there.
+void DeskTabsTest::aStatusChipIsForAStatusOnly()
+{
+    QFETCH(QString, text);
+    QStandardItemModel model(1, 1);
+    model.setItem(0, 0, new QStandardItem(text));
+    const auto painted = [&model](const QStyledItemDelegate &delegate) {
+        QImage image(160, 30, QImage::Format_RGB32);
+        image.fill(Qt::gray);
+        QPainter painter(&image);
+        QStyleOptionViewItem option;
+        option.rect = image.rect();
+        delegate.paint(&painter, option, model.index(0, 0));
+        return image;
+    };
+    const bool isChip = painted(StatusChipDelegate()) != painted(QStyledItemDelegate());
+    QTEST(isChip, "isStatus");
+}
+
+void DeskTabsTest::everyHeaderIsSeenWhole_data()
+{
+    QTest::addColumn<QString>("role");
+    QTest::addColumn<int>("points");
+    for (const int points : {0, 13}) {
+        for (const char *role : {"admin", "pre-process", ""})
+            QTest::newRow(qPrintable(QStringLiteral("%1, %2").arg(
+                *role ? QString::fromLatin1(role) : QStringLiteral("ordinary user"),
+                points ? QStringLiteral("larger letters") : QStringLiteral("usual letters"))))
+                << QString::fromLatin1(role) << points;
+    }
+}
+
+/// Whatever scale, letters and style come to.
+void DeskTabsTest::everyHeaderIsSeenWhole()
+{
+    QFETCH(QString, role);
+    QFETCH(int, points);
+    const QFont before = QApplication::font();
+    const auto restore = qScopeGuard([&before] { QApplication::setFont(before); });
+    if (points > 0)
+        QApplication::setFont(QFont(before.family(), points));
+    m_preferences = std::make_unique<Preferences>(m_dir.filePath(QString::number(points) + role));
+    const auto tabs = tabsFor(role);
+    const auto tables = tabs->findChildren<QTableWidget *>();
+    QVERIFY(!tables.isEmpty());
+    for (const QTableWidget *table : tables) {
+        const QHeaderView &header = *table->horizontalHeader();
+        for (int column = 0; column < table->columnCount(); ++column) {
+            const int needed = header.sectionSizeHint(column);
+            if (table->isColumnHidden(column) ||
+                header.sectionResizeMode(column) != QHeaderView::Interactive)
+                continue;
+            QVERIFY2(table->columnWidth(column) >= needed,
+                     qPrintable(QStringLiteral("%1: %2 < %3")
+                                    .arg(table->horizontalHeaderItem(column)->text())
+                                    .arg(table->columnWidth(column))
+                                    .arg(needed)));
+        }
+    }
 }
 
 KODMS_TEST_MAIN(DeskTabsTest, QApplication)
