@@ -59,4 +59,9 @@ QList<QString> flowRow(const DataLib::Model::Odbpp_Flow_View &flow)
             QString::number(flow.batchNumber)};
 }
 
+QString shownStatus(int flowStatus, int checkFlag)
+{
+    return flowStatusText(flowStatus, checkFlag).section(QLatin1Char('|'), 0, 0);
+}
+
 } // namespace KODMS::UI

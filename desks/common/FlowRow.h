@@ -17,4 +17,7 @@ QStringList flowHeaders();
 /// carries its colour code.
 QList<QString> flowRow(const DataLib::Model::Odbpp_Flow_View &flow);
 
+/// The status word as the table shows it: its colour code has become a colour.
+QString shownStatus(int flowStatus, int checkFlag);
+
 } // namespace KODMS::UI

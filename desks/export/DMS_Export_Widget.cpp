@@ -53,6 +53,12 @@ void DMS_Export_Widget::on_parent_newWebItemNameGetted(const QString &str)
     m_webItemName = str;
 }
 
+/// The import window has sent that job on its way.
+void DMS_Export_Widget::on_m_pDMS_Import_Widget_webJobHaveSent()
+{
+    m_webItemName.clear();
+}
+
 /// Some buttons exist only for some users; what does not exist is not connected.
 void DMS_Export_Widget::connectControls()
 {

@@ -113,6 +113,7 @@ private:
 
     void clearTableData();
     void clearQuestionTableData();
+    void judgeSelectedJobs(int verdict);
     std::vector<DataLib::Model::DB_Search> searchConditions();
     void setCurerntUserFilter(std::vector<DataLib::Model::DB_Search> &list);
 

@@ -4,28 +4,16 @@
 
 namespace KODMS::UI {
 
-// Verdicts, questions, export and import are not offered by this version of the
-// desk: their buttons are in place and do nothing. The slots stand in the
+// Raising and viewing questions and the import are not offered by this version of
+// the desk: their buttons are in place and do nothing. The slots stand in the
 // meta-object's method table, whose order hosts rely on.
-
-void DMS_Export_Widget::on_m_pExportPB_Clicked() {}
 
 void DMS_Export_Widget::on_m_pCreateQuestionPB_clicked() {}
 
 void DMS_Export_Widget::on_m_pViewQuestionPB_clicked() {}
 
-void DMS_Export_Widget::on_m_pResolveQuestionPB_clicked() {}
-
-void DMS_Export_Widget::on_m_pCheckJobPB_clicked() {}
-
-void DMS_Export_Widget::on_m_pJobPassPB_clicked() {}
-
-void DMS_Export_Widget::on_m_pJobUnpassPB_clicked() {}
-
 void DMS_Export_Widget::on_m_pQuestionTableWidget_ItemDoubleClicked(QTableWidgetItem *) {}
 
 void DMS_Export_Widget::on_m_pImputPB_clicked() {}
-
-void DMS_Export_Widget::on_m_pDMS_Import_Widget_webJobHaveSent() {}
 
 } // namespace KODMS::UI

@@ -4,11 +4,12 @@
 
 #include "desks/common/CamRobotRequest.h"
 #include "desks/common/DeskOperations.h"
+#include "desks/common/FlowRow.h"
 #include "desks/common/JobColumns.h"
 #include "desks/common/MessageBoxes.h"
 #include "desks/common/OrderPayment.h"
 #include "desks/common/TableHelpers.h"
-#include "foundation/status/FlowStatus.h"
+#include "desks/common/WebJob.h"
 
 #include <QTableWidget>
 
@@ -17,19 +18,6 @@ namespace KODMS::UI {
 namespace {
 
 constexpr char NotReadyForRobot[] = "此流程状态未到机器人处理";
-constexpr char WebPrefix[] = "web";
-
-bool isWebJob(const QString &jobName)
-{
-    return jobName.left(static_cast<int>(sizeof(WebPrefix)) - 1).toLower() ==
-           QLatin1String(WebPrefix);
-}
-
-/// The table shows the status word alone; its colour code has become a colour.
-QString shownStatus(int flowStatus, int checkFlag)
-{
-    return flowStatusText(flowStatus, checkFlag).section(QLatin1Char('|'), 0, 0);
-}
 
 /// A passed pre-processing, or another try after a failed robot result.
 bool isReadyForRobot(const QString &status)

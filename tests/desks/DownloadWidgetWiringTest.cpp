@@ -232,14 +232,7 @@ void DownloadWidgetWiringTest::theHubReachesNoDeletedDesk()
 void DownloadWidgetWiringTest::actionsThatAreNotOfferedYetDoNothing_data()
 {
     QTest::addColumn<QByteArray>("slot");
-    const char *const later[] = {"on_m_pUpdateFilePB_Clicked",
-                                 "on_m_pOpenFileFolder",
-                                 "on_m_pRobotComplete_clicked",
-                                 "on_m_pRobotImport_clicked",
-                                 "on_m_pRobotImport_robotImportComplete",
-                                 "on_DelFile_clicked"};
-    for (const char *slot : later)
-        QTest::newRow(slot) << QByteArray(slot);
+    QTest::newRow("import of a robot result") << QByteArray("on_m_pRobotImport_clicked");
 }
 
 void DownloadWidgetWiringTest::actionsThatAreNotOfferedYetDoNothing()
