@@ -11,6 +11,7 @@
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QStorageInfo>
+#include <QTemporaryFile>
 #include <QVariant>
 
 #include <sqlite3.h>
@@ -24,6 +25,16 @@ namespace {
 [[noreturn]] void refusePlace(SqlError::Kind kind, const QString &path, const char *why)
 {
     throw SqlError(kind, {}, QDir::toNativeSeparators(path) + QLatin1String(why));
+}
+
+/// Opening makes the write-ahead log and its index; the engine has several names for a disk
+/// that has no room for them.
+bool hasRoom(const QString &databasePath)
+{
+    constexpr int needed = 64 * 1024;
+    QTemporaryFile probe(QFileInfo(databasePath).absolutePath() +
+                         QStringLiteral("/.kodms-room-XXXXXX"));
+    return probe.open() && probe.write(QByteArray(needed, 'x')) == needed && probe.flush();
 }
 
 bool isLatinLetter(QChar c)
@@ -117,6 +128,19 @@ void SqliteDialect::runPragma(QSqlDatabase &connection, const QString &pragma) c
 }
 
 void SqliteDialect::opened(QSqlDatabase &connection, const DatabaseSettings &settings)
+{
+    try {
+        prepare(connection, settings);
+    } catch (const SqlError &error) {
+        const bool isUnclear =
+            error.kind() == SqlError::Kind::Lost || error.kind() == SqlError::Kind::Other;
+        if (isUnclear && !hasRoom(settings.path))
+            throw SqlError(SqlError::Kind::Full, {}, error.logText());
+        throw;
+    }
+}
+
+void SqliteDialect::prepare(QSqlDatabase &connection, const DatabaseSettings &settings)
 {
     runPragma(connection, QStringLiteral("PRAGMA foreign_keys = ON"));
     runPragma(connection, QStringLiteral("SELECT count(*) FROM sqlite_master"));

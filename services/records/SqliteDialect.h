@@ -32,6 +32,7 @@ public:
 
 private:
     void checkPlace(const DatabaseSettings &settings, bool create) const;
+    void prepare(QSqlDatabase &connection, const DatabaseSettings &settings);
     void runPragma(QSqlDatabase &connection, const QString &pragma) const;
 
     SqliteStatementLimit m_limit;

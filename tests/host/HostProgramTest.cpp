@@ -28,6 +28,7 @@ private Q_SLOTS:
     void saysHowFastTheSignInWindowCame();
     void aBadInstallationEndsWithAReason_data();
     void aBadInstallationEndsWithAReason();
+    void aFullDiskIsCalledSo();
     void picturesOfEveryWindow_data();
     void picturesOfEveryWindow();
     void picturesAreForSamplesOnly();
@@ -40,7 +41,7 @@ private:
         QString err;
     };
 
-    Ended run(const QStringList &arguments) const;
+    Ended run(const QStringList &arguments, const QString &fullDisk = QString()) const;
 
     QString path(const char *name) const { return m_dir.filePath(QLatin1String(name)); }
 
@@ -61,13 +62,25 @@ void HostProgramTest::initTestCase()
     QVERIFY2(made.ok, qPrintable(made.text));
 }
 
-HostProgramTest::Ended HostProgramTest::run(const QStringList &arguments) const
+/// `fullDisk`: a folder in which nothing fits any more.
+HostProgramTest::Ended HostProgramTest::run(const QStringList &arguments,
+                                            const QString &fullDisk) const
 {
     Tests::OrdinaryProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     environment.remove(QStringLiteral("KODMS_CONFIG"));
     environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_dir.filePath(QStringLiteral("run")));
+#ifdef KODMS_FULL_DISK
+    if (!fullDisk.isEmpty()) {
+        environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(KODMS_FULL_DISK));
+        environment.insert(QStringLiteral("KODMS_DISK_ROOT"), fullDisk);
+        environment.insert(QStringLiteral("KODMS_DISK_BUDGET"), QStringLiteral("0"));
+        environment.insert(QStringLiteral("KODMS_DISK_FROM_START"), QStringLiteral("1"));
+    }
+#else
+    Q_UNUSED(fullDisk)
+#endif
     process.setProcessEnvironment(environment);
     process.start(QStringLiteral(KODMS_DESK_PROGRAM), arguments);
     Ended ended;
@@ -190,6 +203,23 @@ void HostProgramTest::aBadInstallationEndsWithAReason()
                           QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     QVERIFY2(ended.code == 1, qPrintable(QString::number(ended.code) + ended.err));
     QVERIFY2(ended.err.contains(said), qPrintable(ended.err));
+}
+
+void HostProgramTest::aFullDiskIsCalledSo()
+{
+#ifdef KODMS_FULL_DISK
+    const QString folder = path("full");
+    copySample(folder);
+    const Ended ended =
+        run({QStringLiteral("--config"), folder + QStringLiteral("/kodms.ini"),
+             QStringLiteral("--lang"), QStringLiteral("en"), QStringLiteral("--exit-after-show")},
+            folder);
+    QVERIFY2(ended.code == 1, qPrintable(QString::number(ended.code) + ended.err));
+    QVERIFY2(ended.err.contains(QStringLiteral("disk is full")), qPrintable(ended.err));
+    QVERIFY2(ended.err.contains(QStringLiteral("kodms.db")), qPrintable(ended.err));
+#else
+    QSKIP("the sanitizers leave no room before them for a full disk");
+#endif
 }
 
 void HostProgramTest::picturesOfEveryWindow_data()
