@@ -72,7 +72,7 @@ void HostSession::endSession()
         return;
     }
     m_switching = false;
-    showSignIn();
+    showSignIn()->expectSomebodyElse();
 }
 
 } // namespace KODMS::Host

@@ -128,6 +128,12 @@ void SignInWindow::prepare(const QString &login)
     (login.isEmpty() ? m_login : m_password)->setFocus();
 }
 
+void SignInWindow::expectSomebodyElse()
+{
+    m_login->setFocus();
+    m_login->selectAll();
+}
+
 void SignInWindow::loginEntered()
 {
     if (m_password->text().isEmpty())

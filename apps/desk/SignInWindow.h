@@ -19,6 +19,8 @@ public:
 
     /// Fills in the login of the last user and puts the cursor where typing starts.
     void prepare(const QString &login);
+    /// The login name that stands there is most likely not the next one.
+    void expectSomebodyElse();
 
 Q_SIGNALS:
     void signedIn();

@@ -8,8 +8,13 @@ namespace KODMS::Services {
 
 namespace {
 
+/// Or turns the rest of it round, so that it reads as something else.
 bool endsLine(QChar character)
 {
+    constexpr ushort toTheRight = 0x202d;
+    constexpr ushort toTheLeft = 0x202e;
+    if (character.unicode() == toTheRight || character.unicode() == toTheLeft)
+        return true;
     switch (character.category()) {
     case QChar::Other_Control:
     case QChar::Separator_Line:

@@ -7,7 +7,8 @@
 namespace KODMS::Services {
 
 /// False when the text holds a line break or another control character, with which it would
-/// end the line that it is shown or logged in.
+/// end the line that it is shown or logged in, or a forced direction, which would turn the
+/// line round. Marks of direction are part of names and do no harm.
 bool isOneLine(const QString &text);
 
 /// The text with a question mark for each of those characters.

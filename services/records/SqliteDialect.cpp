@@ -135,7 +135,7 @@ void SqliteDialect::opened(QSqlDatabase &connection, const DatabaseSettings &set
         const bool isUnclear =
             error.kind() == SqlError::Kind::Lost || error.kind() == SqlError::Kind::Other;
         if (isUnclear && !hasRoom(settings.path))
-            throw SqlError(SqlError::Kind::Full, {}, error.logText());
+            throw SqlError(SqlError::Kind::Full, error.statement(), error.driverText());
         throw;
     }
 }

@@ -150,6 +150,7 @@ private Q_SLOTS:
         row("an endless description", "description", QString(501, QLatin1Char('x')));
         row("a line break in the customer name", "customerName", QStringLiteral("华虹\n电子"));
         row("an escape in the name", "origName", QStringLiteral("\u001b[2Jx"));
+        row("a forced direction in the name", "origName", QStringLiteral("a\u202egpj.exe"));
         row("a tab in the description", "description", QStringLiteral("a\tb"));
         row("a separator of lines in the remark", "tips", QStringLiteral("a\u2028b"));
         row("an endless remark", "tips", QString(10001, QLatin1Char('x')));

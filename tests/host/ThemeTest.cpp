@@ -26,6 +26,7 @@ private Q_SLOTS:
     void textIsReadable();
     void sheetIsUnderstood();
     void fontShowsSimplifiedChinese();
+    void emojiAreNoBoxes();
     void chipsAreReadableAndDistinct();
     void chipsPaintTheirColour();
     void noticeIconsDifferInShape();
@@ -99,6 +100,24 @@ void ThemeTest::fontShowsSimplifiedChinese()
     const QRawFont raw = QRawFont::fromFont(QFont(QStringLiteral("Microsoft YaHei")));
     for (const QChar character : QStringLiteral("料号流程审核通过前处理机器人Ωμ"))
         QVERIFY2(raw.supportsCharacter(character), qPrintable(QString(character)));
+}
+
+void ThemeTest::emojiAreNoBoxes()
+{
+    if (!QFontDatabase().families().contains(QStringLiteral("Noto Color Emoji")))
+        QSKIP("the font package is not installed here");
+    QImage image(60, 40, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.setFont(QApplication::font());
+    painter.drawText(image.rect(), Qt::AlignCenter, QStringLiteral("🚀"));
+    painter.end();
+    int coloured = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            coloured += QColor(image.pixel(x, y)).saturation() > 60 ? 1 : 0;
+    }
+    QVERIFY2(coloured > 10, qPrintable(QString::number(coloured)));
 }
 
 void ThemeTest::chipsAreReadableAndDistinct()

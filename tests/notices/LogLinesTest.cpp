@@ -43,6 +43,7 @@ private Q_SLOTS:
         row("NUL", QStringLiteral("a") + QChar(0), QStringLiteral("a?"));
         row("escape and delete", QStringLiteral("\u001b[1m\u007f"), QStringLiteral("?[1m?"));
         row("next line", QStringLiteral("a\u0085b"), QStringLiteral("a?b"));
+        row("a forced direction", QStringLiteral("a\u202egpj.exe"), QStringLiteral("a?gpj.exe"));
         row("separators of lines", QStringLiteral("a\u2028b\u2029"), QStringLiteral("a?b?"));
     }
 
