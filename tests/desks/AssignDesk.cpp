@@ -45,6 +45,7 @@ AssignDesk::AssignDesk(Kind kind, int total, const std::vector<int> &taken) : m_
     services().forgetCalls();
 }
 
+/// Rows are told apart by nothing but what assignment goes by.
 void AssignDesk::answer(int total, const std::vector<int> &taken) const
 {
     if (m_kind == Kind::JobFlows)
@@ -54,15 +55,20 @@ void AssignDesk::answer(int total, const std::vector<int> &taken) const
     auto flows = services().flowPages;
     services().flowPages.compute([flows, taken](const Call &call) mutable {
         auto page = flows.take(call);
-        for (auto &flow : page.rows)
+        for (auto &flow : page.rows) {
+            flow.jobName = "the same job";
             flow.preCheckUserRealName = isIn(taken, flow.id) ? "somebody" : "";
+        }
         return page;
     });
     auto files = services().origFilePages;
     services().origFilePages.compute([files, taken](const Call &call) mutable {
         auto page = files.take(call);
-        for (auto &file : page.rows)
+        for (auto &file : page.rows) {
+            file.origName = "the same file";
+            file.jobSerialNumber = 1000 - file.id;
             file.preUserRealName = isIn(taken, file.id) ? "somebody" : "";
+        }
         return page;
     });
 }
