@@ -37,9 +37,10 @@ private Q_SLOTS:
 
 namespace {
 
-const char *const Operations[] = {
-    "Odbpp_JobFlowBll::select", "DMS_StdCommon::getFilesFrommogodbUuidTypeOriginName",
-    "DMS_Function::ExtractorFileFromcompressFile", "DMS_UICommon::inputNewJob"};
+const char *const Operations[] = {"Odbpp_JobFlowBll::select",
+                                  "DMS_StdCommon::getFilesFrommogodbUuidTypeOriginName",
+                                  "DMS_Function::ExtractorFileFromcompressFile",
+                                  "DBS_API::getWebRobotParaByJobName", "DMS_UICommon::inputNewJob"};
 
 void addDesksAnd(const char *column, const QStringList &values)
 {

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QTemporaryDir>
 
 using namespace KODMS::Tests;
 using KODMS::UI::Desk;
@@ -170,12 +171,16 @@ void JobDownloadFailuresTest::anOriginalFileWithoutAGuidIsLookedUp()
 void JobDownloadFailuresTest::withoutARootNothingIsMadeElsewhere()
 {
     DownloadWorld world;
+    const QTemporaryDir elsewhere;
+    const QString before = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(elsewhere.path()));
     const QString gone = world.root() + QStringLiteral("no/");
     FakeServices::instance().config.downloadDir = gone.toStdString();
     world.fetchingFails(QStringLiteral("flow1"));
     const OperationDesk window(Desk::JobFlow, tgzRows(1));
     downloadRows(world, window, {0});
-    QVERIFY(!QDir().exists(QStringLiteral("flow1")));
+    QVERIFY(QDir::setCurrent(before));
+    QVERIFY(QDir(elsewhere.path()).isEmpty());
     QVERIFY(!world.exists(QStringLiteral("flow1")));
     QCOMPARE(world.story(Failed).size(), 1);
 }

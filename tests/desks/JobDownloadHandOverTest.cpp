@@ -28,6 +28,11 @@ private Q_SLOTS:
     void aKeptArchiveIsAJobFileByItsName_data() { addDeskRows(); }
 
     void aKeptArchiveIsAJobFileByItsName();
+
+    void theArchiveIsGoneBeforeAnythingIsHandedOver_data() { addDeskRows(); }
+
+    void theArchiveIsGoneBeforeAnythingIsHandedOver();
+    void aJobFileIsLookedForAfterTheParameters();
     void theHostHearsOfWebItemsAfterTheirHandOver();
     void theHostHearsOfNothingElse_data();
     void theHostHearsOfNothingElse();
@@ -207,6 +212,34 @@ void JobDownloadHandOverTest::aKeptArchiveIsAJobFileByItsName()
     downloadRows(world, window, {0});
     QCOMPARE(handOver(world),
              QStringList({parametersOf(1), imported(QStringLiteral("flow1/f00.tgz"))}));
+}
+
+/// Whoever takes the folder may look around beside it.
+void JobDownloadHandOverTest::theArchiveIsGoneBeforeAnythingIsHandedOver()
+{
+    QFETCH(Desk, desk);
+    DownloadWorld world;
+    int looks = 0;
+    const auto look = [&world, &looks] {
+        ++looks;
+        QVERIFY(!world.exists(QStringLiteral("flow1.tgz")));
+    };
+    world.during(QStringLiteral("DBS_API::getWebRobotParaByJobName"), look);
+    world.during(QStringLiteral("DMS_UICommon::inputNewJob"), look);
+    const OperationDesk window(desk, tgzRows(1));
+    downloadRows(world, window, {0});
+    QCOMPARE(looks, 2);
+}
+
+void JobDownloadHandOverTest::aJobFileIsLookedForAfterTheParameters()
+{
+    DownloadWorld world;
+    world.during(QStringLiteral("DBS_API::getWebRobotParaByJobName"),
+                 [&world] { world.write(QStringLiteral("flow1/late.tgz"), {}); });
+    const OperationDesk window(Desk::OrigFile, tgzRows(1));
+    downloadRows(world, window, {0});
+    QCOMPARE(handOver(world),
+             QStringList({parametersOf(1), imported(QStringLiteral("flow1/late.tgz"))}));
 }
 
 void JobDownloadHandOverTest::theHostHearsOfWebItemsAfterTheirHandOver()

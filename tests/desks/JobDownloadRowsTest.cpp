@@ -41,6 +41,10 @@ private Q_SLOTS:
     void theRootIsJoinedPlainly_data() { addDeskRows(); }
 
     void theRootIsJoinedPlainly();
+
+    void theRootIsReadForEachRow_data() { addDeskRows(); }
+
+    void theRootIsReadForEachRow();
     void namesAreUnicode();
 };
 
@@ -172,6 +176,21 @@ void JobDownloadRowsTest::theRootIsJoinedPlainly()
     QVERIFY(QFileInfo(root + QStringLiteral("/flow1")).isDir());
     root += QStringLiteral("flow1");
     QCOMPARE(story.last(), opened(root.replace(QLatin1Char('/'), QLatin1Char('\\'))));
+}
+
+/// Somebody may set another folder while the first row is fetched.
+void JobDownloadRowsTest::theRootIsReadForEachRow()
+{
+    QFETCH(Desk, desk);
+    DownloadWorld world;
+    const OperationDesk window(desk, tgzRows(2));
+    const std::string other = world.root().toStdString() + "other/";
+    world.during(FetchOperation, [other] { FakeServices::instance().config.downloadDir = other; });
+    downloadRows(world, window, {0, 1});
+    const QStringList folders =
+        world.story(QStringLiteral("DMS_UICommon")) + world.story(QStringLiteral("started"));
+    QCOMPARE(world.story(QStringLiteral("DMS_Function")).first(), unpacked(1, Tgz, Tgz));
+    QVERIFY2(folders.last().contains(QStringLiteral("\\other\\flow2")), qPrintable(folders.last()));
 }
 
 void JobDownloadRowsTest::namesAreUnicode()

@@ -17,11 +17,14 @@ private Q_SLOTS:
     void withoutACurrentRowTheUserIsAskedToSelect_data();
     void withoutACurrentRowTheUserIsAskedToSelect();
     void whoSeesNoFilesFinishesTheFlow();
+    void finishingAsksForNoRightAndNoPayment();
+    void aFlowThatCannotBeFinishedIsReadAnewToo();
     void whoSeesFilesDownloads_data();
     void whoSeesFilesDownloads();
     void theJobFlowDeskFinishesNothing();
     void finishingNeedsACurrentRow();
     void onlyTheOwnerDownloadsOriginalFiles();
+    void aRightIsAskedForBeforeAPayment();
     void anyoneDownloadsJobFlows();
 
     void anUnpaidWebOrderStops_data() { addDeskRows(); }
@@ -125,6 +128,33 @@ void JobDownloadStartTest::whoSeesNoFilesFinishesTheFlow()
     QCOMPARE(world.probe.count(), 0);
 }
 
+/// The row is somebody else's, and of a web job that nobody paid.
+void JobDownloadStartTest::finishingAsksForNoRightAndNoPayment()
+{
+    DownloadWorld world;
+    orderIsPaid(0);
+    const OperationDesk window(Desk::OrigFile, {webRow(1)}, {});
+    window.table()->item(0, 15)->setText(QString::number(DownloadUser + 1));
+    window.select(0);
+    window.setCurrent(0);
+    window.download();
+    QCOMPARE(world.story().size(), 2);
+    QCOMPARE(world.story().first(),
+             QStringLiteral("DBS_API::kodms_update_flow_status(\"board1\", 3, 2)"));
+    QCOMPARE(world.probe.count(), 0);
+}
+
+void JobDownloadStartTest::aFlowThatCannotBeFinishedIsReadAnewToo()
+{
+    DownloadWorld world;
+    FakeServices::instance().result("DBS_API::kodms_update_flow_status").always(0);
+    const OperationDesk window(Desk::OrigFile, {jobRow(1, Tgz)}, {});
+    window.setCurrent(0);
+    window.download();
+    QCOMPARE(world.story().size(), 2);
+    QVERIFY(world.story().last().startsWith(QStringLiteral("Odbpp_OrigFile_ViewBll::select")));
+}
+
 void JobDownloadStartTest::whoSeesFilesDownloads_data()
 {
     QTest::addColumn<Right>("right");
@@ -171,6 +201,21 @@ void JobDownloadStartTest::onlyTheOwnerDownloadsOriginalFiles()
     window.setCurrent(0);
     window.download();
     compareNotice(world, window, QStringLiteral("以下项你没有下载权限：board1"));
+    QCOMPARE(world.story().size(), 1);
+}
+
+/// A web job goes by the name of its file.
+void JobDownloadStartTest::aRightIsAskedForBeforeAPayment()
+{
+    DownloadWorld world;
+    orderIsPaid(0);
+    JobRow foreign = webRow(1);
+    foreign.owner = DownloadUser + 1;
+    const OperationDesk window(Desk::OrigFile, {foreign});
+    window.select(0);
+    window.setCurrent(0);
+    window.download();
+    compareNotice(world, window, QStringLiteral("以下项你没有下载权限：file1"));
     QCOMPARE(world.story().size(), 1);
 }
 

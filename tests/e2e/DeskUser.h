@@ -22,6 +22,9 @@ public:
         return m_desk->findChild<Control *>(QLatin1String(name));
     }
 
+    /// The desk as its class.
+    template <typename Desk> Desk *desk() const { return qobject_cast<Desk *>(m_desk.get()); }
+
     QTableWidget *table() const;
     QString pageTotal() const;
     QStringList column(int column) const;
