@@ -60,8 +60,7 @@ bool confirm(QWidget *desk, const char *text, QMessageBox::StandardButtons butto
 
 bool confirm(QWidget *desk, const QString &text, QMessageBox::StandardButtons buttons)
 {
-    const QPointer<QWidget> stillThere(desk);
-    return ask(desk, usualTitle(desk), text, buttons) == QMessageBox::Yes && stillThere;
+    return ask(desk, usualTitle(desk), text, buttons) == QMessageBox::Yes;
 }
 
 } // namespace KODMS::UI
