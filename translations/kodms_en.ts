@@ -1049,6 +1049,17 @@ Roles: %2</translation>
     </message>
 </context>
 <context>
+    <name>KODMS::Services::ArchiveLimits</name>
+    <message>
+        <source>条目超过 %1 个</source>
+        <translation>more than %1 entries</translation>
+    </message>
+    <message>
+        <source>解压后超过 %1 字节</source>
+        <translation>more than %1 bytes when unpacked</translation>
+    </message>
+</context>
+<context>
     <name>KODMS::Services::ArchiveReader</name>
     <message>
         <source>不是可识别的压缩包（zip、rar、tgz、tar、7z）：%1</source>
@@ -1067,10 +1078,6 @@ Roles: %2</translation>
         <translation>The archive is damaged: %1, entry %2</translation>
     </message>
     <message>
-        <source>此 rar 压缩包已损坏，或已加密，或其压缩方式不受支持，请改用 zip 或 tgz：%1</source>
-        <translation>This rar archive is damaged, encrypted or packed in a way that is not supported; use zip or tgz: %1</translation>
-    </message>
-    <message>
         <source>压缩包已加密，请提供未加密的压缩包：%1</source>
         <translation>The archive is encrypted; an open one is needed: %1</translation>
     </message>
@@ -1078,17 +1085,13 @@ Roles: %2</translation>
         <source>压缩包中有无法识别的条目名称：%1</source>
         <translation>The archive has an entry whose name cannot be read: %1</translation>
     </message>
+    <message>
+        <source>此 rar 压缩包用了不受支持的压缩方式（例如固实压缩），请提供 zip 或 tgz 压缩包：%1</source>
+        <translation>This rar archive uses a kind of compression that is not supported (solid, for example); please provide a zip or tgz archive: %1</translation>
+    </message>
 </context>
 <context>
     <name>KODMS::Services::ArchiveWalk</name>
-    <message>
-        <source>条目超过 %1 个</source>
-        <translation>more than %1 entries</translation>
-    </message>
-    <message>
-        <source>解压后超过 %1 字节</source>
-        <translation>more than %1 bytes when unpacked</translation>
-    </message>
     <message>
         <source>不是文件或文件夹</source>
         <translation>neither file nor folder</translation>

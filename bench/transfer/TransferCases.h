@@ -15,8 +15,9 @@ namespace KODMS::Bench {
 struct TransferCase {
     QString name;
     double goal = 1; ///< the most that ours may take, as a part of theirs
-    /// Makes what both need, before anything is timed.
-    std::function<void()> prepare;
+    /// Makes what both need, before anything is timed; returns the files and folders
+    /// that they read.
+    std::function<QStringList()> prepare;
     std::function<void(const QString &folder)> ours;
     std::function<QString()> theirs; ///< a command line for the shell, run in its folder
     /// A folder of thousands of files stays until the end: the file system hands out

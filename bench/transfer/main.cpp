@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
 #include "bench/transfer/TransferCases.h"
+#include "bench/transfer/WarmMemory.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -49,34 +50,41 @@ double ratioOf(const Line &line, double RunTime::*part)
     return median(ratios);
 }
 
-/// One run in an empty folder, with nothing left to write from what came before.
-RunTime runIn(const QDir &place, const QString &name, const TransferCase &work,
+/// One run in an empty folder.
+RunTime runIn(const QDir &place, const QString &name, bool isKept,
               const std::function<void(const QString &)> &run)
 {
     QDir folder(place.filePath(name));
     folder.mkpath(QStringLiteral("."));
-    ::sync();
     const RunTime time = timed([&] { run(folder.path()); });
-    if (!work.hasManyFiles)
+    if (!isKept)
         folder.removeRecursively();
     return time;
 }
 
-Line measure(const TransferCase &work, const QDir &place, int rounds)
+Line measure(const TransferCase &work, const QDir &place, const WarmMemory &memory, int rounds)
 {
     Line line{work, {}, {}};
-    if (work.prepare)
-        work.prepare();
+    const QStringList sources = work.prepare();
     const QString command = work.theirs();
-    const auto theirs = [&](const QString &folder) { shell(folder, command); };
+    const auto run = [&](const char *who, std::vector<RunTime> &times,
+                         const std::function<void(const QString &)> &action) {
+        const QString name = QStringLiteral("%1-%2-%3")
+                                 .arg(qHash(work.name))
+                                 .arg(times.size())
+                                 .arg(QString::fromLatin1(who));
+        ::sync();
+        memory.prepare(sources);
+        times.push_back(runIn(place, name, work.hasManyFiles, action));
+    };
+    const auto us = [&] { run("ours", line.ours, work.ours); };
+    const auto them = [&] {
+        run("theirs", line.theirs, [&](const QString &folder) { shell(folder, command); });
+    };
     for (int round = 0; round < rounds; ++round) {
-        const QString name = QStringLiteral("%1-%2-").arg(qHash(work.name)).arg(round);
-        const auto us = [&] {
-            line.ours.push_back(runIn(place, name + QStringLiteral("ours"), work, work.ours));
-        };
         if (round % 2 == 0)
             us();
-        line.theirs.push_back(runIn(place, name + QStringLiteral("theirs"), work, theirs));
+        them();
         if (round % 2 != 0)
             us();
         std::fprintf(stderr, "  ours %.0f ms, theirs %.0f ms\n", line.ours.back().wall,
@@ -131,13 +139,14 @@ int runBench(const QCommandLineParser &options)
     const QDir place(work.path());
     const Material material(base.isEmpty() ? place.filePath(QStringLiteral("material")) : base,
                             {number("big-mib"), number("huge-mib"), number("files")});
+    const WarmMemory memory(place.filePath(QStringLiteral("holes")));
     std::vector<Line> lines;
     for (const TransferCase &one :
          transferCases(material, place.filePath(QStringLiteral("store")))) {
         if (!one.name.contains(options.value(QStringLiteral("case"))))
             continue;
         std::fprintf(stderr, "%s\n", qPrintable(one.name));
-        lines.push_back(measure(one, place, number("rounds")));
+        lines.push_back(measure(one, place, memory, number("rounds")));
     }
     if (options.isSet(QStringLiteral("json"))) {
         printJson(lines, number("rounds"));

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/archive/ArchiveReader.h"
 
+#include "services/archive/ArchiveLimits.h"
 #include "services/archive/ZipDirectory.h"
 
 #include <QCoreApplication>
@@ -36,7 +37,8 @@ public:
 
     static QString unsupportedRar(const QString &path)
     {
-        return tr("此 rar 压缩包已损坏，或已加密，或其压缩方式不受支持，请改用 zip 或 tgz：%1")
+        return tr("此 rar 压缩包用了不受支持的压缩方式（例如固实压缩），请提供 zip 或 tgz "
+                  "压缩包：%1")
             .arg(path);
     }
 
@@ -65,6 +67,15 @@ ArchiveEntry::Kind kindOf(archive_entry *raw)
     default:
         return ArchiveEntry::Kind::Other;
     }
+}
+
+/// Whether the library says that it cannot, rather than that something is wrong.
+bool isBeyondLibrary(const QString &cause)
+{
+    for (const char *word : {"unavailable", "unsupported", "not supported"})
+        if (cause.contains(QLatin1String(word), Qt::CaseInsensitive))
+            return true;
+    return false;
 }
 
 QByteArray linkBytes(archive_entry *raw, ArchiveEntry::Kind kind)
@@ -109,7 +120,7 @@ void ArchiveReader::chooseFormat()
     }
 }
 
-Result<std::unique_ptr<ArchiveReader>> ArchiveReader::open(const QString &path)
+Result<std::unique_ptr<ArchiveReader>> ArchiveReader::open(const QString &path, qint64 maxEntries)
 {
     const ArchiveType type = sniffArchiveType(path);
     if (type == ArchiveType::Unknown) {
@@ -119,6 +130,21 @@ Result<std::unique_ptr<ArchiveReader>> ArchiveReader::open(const QString &path)
                                 QStringLiteral("no known archive: %1").arg(path));
     }
     std::unique_ptr<ArchiveReader> reader(new ArchiveReader(path, type));
+    if (type == ArchiveType::Zip) {
+        if (Outcome known = reader->readZipDirectory(maxEntries); !known)
+            return known;
+    }
+    if (Outcome opened = reader->openFile(); !opened)
+        return opened;
+    return reader;
+}
+
+Result<std::unique_ptr<ArchiveReader>> ArchiveReader::again() const
+{
+    std::unique_ptr<ArchiveReader> reader(new ArchiveReader(m_path, m_type));
+    reader->m_names = m_names;
+    reader->m_expected = m_expected;
+    reader->m_isEmptyZip = m_isEmptyZip;
     if (Outcome opened = reader->openFile(); !opened)
         return opened;
     return reader;
@@ -129,8 +155,8 @@ Outcome ArchiveReader::openFile()
     if (m_type == ArchiveType::TarGzip)
         return m_gzip.open(m_path) && m_gzip.attachTo(m_archive) ? Outcome::success()
                                                                  : failure(QString());
-    if (m_type == ArchiveType::Zip)
-        return openZip();
+    if (m_isEmptyZip) // the library takes an archive without entries for damage
+        return Outcome::success();
     if (m_type == ArchiveType::Rar)
         m_rarSums = RarSums::read(m_path);
     const QByteArray name = QFile::encodeName(m_path);
@@ -139,20 +165,17 @@ Outcome ArchiveReader::openFile()
                : failure(QString());
 }
 
-Outcome ArchiveReader::openZip()
+Outcome ArchiveReader::readZipDirectory(qint64 maxEntries)
 {
-    const auto directory = ZipDirectory::read(m_path);
+    const auto directory = ZipDirectory::read(m_path, maxEntries);
     if (!directory)
         return damage(QString(), QStringLiteral("no whole zip directory"));
+    if (directory->isTooLong)
+        return tooManyEntries(m_path, maxEntries);
     m_expected = directory->count;
     m_names.setUnmarked(directory->unmarkedNames);
     m_isEmptyZip = directory->isEmpty;
-    if (m_isEmptyZip) // the library takes an archive without entries for damage
-        return Outcome::success();
-    const QByteArray name = QFile::encodeName(m_path);
-    return archive_read_open_filename(m_archive, name.constData(), BlockSize) == ARCHIVE_OK
-               ? Outcome::success()
-               : failure(QString());
+    return Outcome::success();
 }
 
 Outcome ArchiveReader::failure(const QString &entryName) const
@@ -162,7 +185,7 @@ Outcome ArchiveReader::failure(const QString &entryName) const
                               .arg(m_path, entryName, QString::fromUtf8(said ? said : "?"));
     if (cause.contains(QLatin1String("encrypt"), Qt::CaseInsensitive))
         return Outcome::failure(ArchiveReaderTexts::encrypted(m_path), cause);
-    if (m_type == ArchiveType::Rar)
+    if (m_type == ArchiveType::Rar && isBeyondLibrary(cause))
         return Outcome::failure(ArchiveReaderTexts::unsupportedRar(m_path), cause);
     return damage(entryName, QString::fromUtf8(said ? said : "?"));
 }

@@ -2,14 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "services/archive/ArchiveType.h"
 #include "services/archive/EntryNames.h"
+#include "services/archive/EntrySource.h"
 #include "services/archive/GzipFile.h"
 #include "services/archive/RarSums.h"
 #include "services/archive/Utf8Locale.h"
-#include "services/notices/Outcome.h"
 
-#include <memory>
+#include <limits>
 #include <optional>
 
 struct archive;
@@ -17,43 +16,39 @@ struct archive_entry;
 
 namespace KODMS::Services {
 
-struct ArchiveEntry {
-    enum class Kind { File, Folder, SymbolicLink, HardLink, Other };
-
-    Kind kind = Kind::Other;
-    QString name;       ///< as the archive has it
-    QString linkTarget; ///< of the two links
-};
-
 /// Reads one archive of any known type, entry by entry. Whatever the library warns
 /// of is a failure here: a warning may mean wrong bytes. For one thread, in which
 /// names are UTF-8 while the object lives.
-class ArchiveReader {
+class ArchiveReader final : public EntrySource {
 public:
-    static Result<std::unique_ptr<ArchiveReader>> open(const QString &path);
-    ~ArchiveReader();
-    ArchiveReader(const ArchiveReader &) = delete;
-    ArchiveReader &operator=(const ArchiveReader &) = delete;
+    static constexpr qint64 AnyNumber = std::numeric_limits<qint64>::max();
 
-    ArchiveType type() const { return m_type; }
+    static Result<std::unique_ptr<ArchiveReader>> open(const QString &path,
+                                                       qint64 maxEntries = AnyNumber);
+    /// Another reader of the same archive, from its beginning, for the thread that
+    /// calls; this one is only looked at.
+    Result<std::unique_ptr<ArchiveReader>> again() const;
+    ~ArchiveReader() override;
 
-    /// False in `hasEntry` at the end, which is a failure when the archive's own
-    /// directory names more entries than were found.
-    Outcome next(ArchiveEntry &entry, bool &hasEntry);
-    /// Bytes of the present entry; 0 at its end.
-    Result<qint64> read(char *buffer, qint64 size);
-    /// How far in the archive file the reading has come.
-    qint64 position() const;
+    ArchiveType type() const override { return m_type; }
+
+    /// As the archive's directory tells; 0 where there is none.
+    quint64 expectedEntries() const { return m_expected.value_or(0); }
+
+    Outcome next(ArchiveEntry &entry, bool &hasEntry) override;
+    Result<qint64> read(char *buffer, qint64 size) override;
+    qint64 position() const override;
+
+    Outcome damage(const QString &entryName, const QString &cause) const;
 
 private:
     ArchiveReader(const QString &path, ArchiveType type);
     Outcome openFile();
     void chooseFormat();
-    Outcome openZip();
+    Outcome readZipDirectory(qint64 maxEntries);
     Outcome endOfArchive();
     Outcome endOfEntry() const;
     Outcome failure(const QString &entryName) const;
-    Outcome damage(const QString &entryName, const QString &cause) const;
     Outcome describe(archive_entry *raw, ArchiveEntry &entry);
 
     Utf8Locale m_locale;

@@ -42,7 +42,8 @@ bool isTarHeader(const QByteArray &head)
 ArchiveType sniffArchiveType(const QString &path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    // A pipe would keep whoever opens it waiting.
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
         return ArchiveType::Unknown;
     const QByteArray head = file.read(2 * TarBlock);
     for (const char *magic : {"PK\x03\x04", "PK\x05\x06"})

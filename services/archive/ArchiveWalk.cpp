@@ -14,25 +14,11 @@ namespace KODMS::Services {
 namespace {
 
 constexpr std::size_t BufferSize = std::size_t{1} << 18;
-/// Small archives may swell by more than the ratio: a blank form is mostly zeros.
-constexpr qint64 FreeBytes = qint64{16} << 20;
 
 struct ArchiveWalkTexts {
     Q_DECLARE_TR_FUNCTIONS(KODMS::Services::ArchiveWalk)
 
 public:
-    static Outcome tooManyEntries(const QString &entry, qint64 limit)
-    {
-        return entryRefused(entry, tr("条目超过 %1 个").arg(limit),
-                            QStringLiteral("more than %1 entries").arg(limit));
-    }
-
-    static Outcome tooManyBytes(const QString &entry, qint64 limit)
-    {
-        return entryRefused(entry, tr("解压后超过 %1 字节").arg(limit),
-                            QStringLiteral("more than %1 bytes").arg(limit));
-    }
-
     static Outcome special(const QString &entry)
     {
         return entryRefused(entry, tr("不是文件或文件夹"),
@@ -42,22 +28,6 @@ public:
 
 } // namespace
 
-qint64 allowedBytes(qint64 archiveSize, const LimitSettings &limits)
-{
-    const qint64 byRatio = qMin(archiveSize, limits.archiveBytes) * limits.archiveRatio;
-    return qMin(limits.archiveBytes, qMax(FreeBytes, byRatio));
-}
-
-Outcome tooManyEntries(const QString &entry, qint64 limit)
-{
-    return ArchiveWalkTexts::tooManyEntries(entry, limit);
-}
-
-Outcome tooManyBytes(const QString &entry, qint64 limit)
-{
-    return ArchiveWalkTexts::tooManyBytes(entry, limit);
-}
-
 ArchiveWalk::ArchiveWalk(const LimitSettings &limits, Progress &progress)
     : m_limits(limits), m_progress(progress), m_buffer(BufferSize)
 {
@@ -65,7 +35,7 @@ ArchiveWalk::ArchiveWalk(const LimitSettings &limits, Progress &progress)
 
 Result<ArchiveSummary> ArchiveWalk::run(const QString &path, ArchiveVisitor &visitor)
 {
-    const auto reader = ArchiveReader::open(path);
+    const auto reader = EntrySource::open(path, m_limits.archiveEntries);
     if (!reader)
         return reader.outcome;
     const qint64 size = QFileInfo(path).size();
@@ -87,8 +57,7 @@ Result<ArchiveSummary> ArchiveWalk::run(const QString &path, ArchiveVisitor &vis
     return m_summary;
 }
 
-Outcome ArchiveWalk::visit(ArchiveReader &reader, const ArchiveEntry &entry,
-                           ArchiveVisitor &visitor)
+Outcome ArchiveWalk::visit(EntrySource &reader, const ArchiveEntry &entry, ArchiveVisitor &visitor)
 {
     if (m_progress.isCancelled())
         return cancelledFailure();
@@ -119,7 +88,7 @@ Outcome ArchiveWalk::visit(ArchiveReader &reader, const ArchiveEntry &entry,
     return ArchiveWalkTexts::special(entry.name);
 }
 
-Outcome ArchiveWalk::visitFile(ArchiveReader &reader, const QString &name, const QString &path,
+Outcome ArchiveWalk::visitFile(EntrySource &reader, const QString &name, const QString &path,
                                ArchiveVisitor &visitor)
 {
     if (path.isEmpty())
@@ -187,11 +156,11 @@ Outcome ArchiveWalk::visitCopies(ArchiveVisitor &visitor)
 Outcome ArchiveWalk::count(qint64 bytes, const QString &entry)
 {
     m_summary.bytes += bytes;
-    return m_summary.bytes > m_allowedBytes ? ArchiveWalkTexts::tooManyBytes(entry, m_allowedBytes)
+    return m_summary.bytes > m_allowedBytes ? tooManyBytes(entry, m_allowedBytes)
                                             : Outcome::success();
 }
 
-void ArchiveWalk::report(const ArchiveReader &reader)
+void ArchiveWalk::report(const EntrySource &reader)
 {
     const qint64 position = reader.position();
     if (position <= m_reported)

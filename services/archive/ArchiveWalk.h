@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "services/archive/ArchiveReader.h"
+#include "services/archive/ArchiveLimits.h"
 #include "services/archive/EntryPath.h"
+#include "services/archive/EntrySource.h"
 #include "services/archive/LinkPlan.h"
 #include "services/archive/PathClashes.h"
-#include "services/config/Configuration.h"
 #include "services/notices/Progress.h"
 
 #include <vector>
@@ -33,12 +33,6 @@ struct ArchiveSummary {
     qint64 bytes = 0;
 };
 
-/// How many bytes may come out of an archive of that size.
-qint64 allowedBytes(qint64 archiveSize, const LimitSettings &limits);
-
-Outcome tooManyEntries(const QString &entry, qint64 limit);
-Outcome tooManyBytes(const QString &entry, qint64 limit);
-
 /// Goes through an archive once, from its first to its last byte, refusing what is
 /// damaged, hostile or beyond the limits. What is declared is not believed: the
 /// limits count what comes out.
@@ -49,13 +43,13 @@ public:
     Result<ArchiveSummary> run(const QString &path, ArchiveVisitor &visitor);
 
 private:
-    Outcome visit(ArchiveReader &reader, const ArchiveEntry &entry, ArchiveVisitor &visitor);
-    Outcome visitFile(ArchiveReader &reader, const QString &name, const QString &path,
+    Outcome visit(EntrySource &reader, const ArchiveEntry &entry, ArchiveVisitor &visitor);
+    Outcome visitFile(EntrySource &reader, const QString &name, const QString &path,
                       ArchiveVisitor &visitor);
     Outcome visitLink(const ArchiveEntry &entry, const QString &path);
     Outcome visitCopies(ArchiveVisitor &visitor);
     Outcome count(qint64 bytes, const QString &entry);
-    void report(const ArchiveReader &reader);
+    void report(const EntrySource &reader);
 
     LimitSettings m_limits;
     Progress &m_progress;

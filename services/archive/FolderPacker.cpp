@@ -3,7 +3,7 @@
 #include "services/archive/FolderPacker.h"
 
 #include "services/archive/ArchiveWalk.h"
-#include "services/archive/Utf8Locale.h"
+#include "services/archive/ZipWriter.h"
 #include "services/disk/FileHandle.h"
 #include "services/disk/FsPath.h"
 #include "services/disk/IoFailure.h"
@@ -13,10 +13,7 @@
 #include <QFile>
 
 #include <algorithm>
-#include <archive.h>
-#include <archive_entry.h>
 #include <cerrno>
-#include <memory>
 #include <sys/stat.h>
 #include <vector>
 
@@ -159,12 +156,11 @@ private:
 
     Outcome write()
     {
-        const Utf8Locale locale;
         Result<FileHandle> zip = FileHandle::createNew(m_zipPath);
         if (!zip)
             return zip.outcome;
-        m_zip = &zip.value;
-        Outcome done = writeMembers();
+        ZipWriter writer(zip.value);
+        Outcome done = writeMembers(writer);
         if (done)
             done = zip.value.close();
         if (done)
@@ -176,41 +172,29 @@ private:
         return done;
     }
 
-    Outcome writeMembers()
+    Outcome writeMembers(ZipWriter &zip)
     {
-        const std::unique_ptr<archive, int (*)(archive *)> writer(archive_write_new(),
-                                                                  archive_write_free);
-        m_writer = writer.get();
-        archive_write_set_format_zip(m_writer);
-        archive_write_set_options(m_writer, "zip:compression=deflate,zip:hdrcharset=UTF-8");
-        archive_write_set_bytes_in_last_block(m_writer, 1);
-        if (archive_write_open(m_writer, this, nullptr, &Packing::sink, nullptr) != ARCHIVE_OK)
-            return failed();
         for (const Member &member : m_members)
-            if (Outcome put = writeMember(member); !put)
+            if (Outcome put = writeMember(member, zip); !put)
                 return put;
-        return archive_write_close(m_writer) == ARCHIVE_OK ? Outcome::success() : failed();
+        return zip.finish();
     }
 
-    Outcome writeMember(const Member &member)
+    Outcome writeMember(const Member &member, ZipWriter &zip)
     {
         struct stat info {};
 
         if (::lstat(member.path.c_str(), &info) != 0)
             return ioFailure("stat", fromFsPath(member.path), errno);
-        const std::unique_ptr<archive_entry, void (*)(archive_entry *)> entry(archive_entry_new(),
-                                                                              archive_entry_free);
-        archive_entry_set_pathname_utf8(entry.get(), member.name.constData());
-        archive_entry_set_filetype(entry.get(), member.isFolder ? AE_IFDIR : AE_IFREG);
-        archive_entry_set_perm(entry.get(), member.isFolder ? FolderMode : FileMode);
-        archive_entry_set_mtime(entry.get(), info.st_mtime, 0);
-        archive_entry_set_size(entry.get(), member.size);
-        if (archive_write_header(m_writer, entry.get()) != ARCHIVE_OK)
-            return failed();
-        return member.isFolder ? Outcome::success() : writeContent(member);
+        if (member.isFolder)
+            return zip.addFolder(member.name, info.st_mtime);
+        if (Outcome begun = zip.beginFile(member.name, info.st_mtime, member.size); !begun)
+            return begun;
+        const Outcome content = writeContent(member, zip);
+        return content ? zip.endFile() : content;
     }
 
-    Outcome writeContent(const Member &member)
+    Outcome writeContent(const Member &member, ZipWriter &zip)
     {
         const QString path = fromFsPath(member.path);
         Result<FileHandle> source = FileHandle::openForReading(path);
@@ -226,40 +210,17 @@ private:
                 return got.outcome;
             if (got.value == 0)
                 break;
-            const auto wanted = static_cast<std::size_t>(got.value);
             size += got.value;
             if (size > member.size)
                 return FolderPackerTexts::changed(path);
-            if (archive_write_data(m_writer, m_piece.data(), wanted) !=
-                static_cast<la_ssize_t>(wanted))
-                return failed();
+            if (Outcome put = zip.write(m_piece.data(), got.value); !put)
+                return put;
             m_progress.advance(got.value);
         }
         const auto after = source.value.stamp();
         if (size != member.size || !before || !after || !(before.value == after.value))
             return FolderPackerTexts::changed(path);
         return Outcome::success();
-    }
-
-    /// What the disk said is clearer than what the library makes of it.
-    Outcome failed() const
-    {
-        if (!m_sinkFailure)
-            return m_sinkFailure;
-        return Outcome::failure(ioFailure("pack", m_zipPath, EIO).text,
-                                QString::fromUtf8(archive_error_string(m_writer)));
-    }
-
-    static la_ssize_t sink(archive *writer, void *self, const void *bytes, std::size_t size)
-    {
-        auto *packing = static_cast<Packing *>(self);
-        Outcome written =
-            packing->m_zip->write(static_cast<const char *>(bytes), static_cast<qint64>(size));
-        if (written)
-            return static_cast<la_ssize_t>(size);
-        packing->m_sinkFailure = written;
-        archive_set_error(writer, EIO, "%s", "cannot write");
-        return -1;
     }
 
     QString m_folder;
@@ -271,9 +232,6 @@ private:
     std::vector<char> m_piece = std::vector<char>(PieceSize);
     qint64 m_files = 0;
     qint64 m_bytes = 0;
-    FileHandle *m_zip = nullptr;
-    archive *m_writer = nullptr;
-    Outcome m_sinkFailure;
 };
 
 } // namespace

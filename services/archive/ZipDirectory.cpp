@@ -14,7 +14,7 @@ constexpr int MaxComment = 65535;
 constexpr int LocatorLength = 20;
 constexpr int LongEndLength = 56;
 constexpr int EntryLength = 46;
-constexpr qint64 MaxDirectory = qint64{256} << 20;
+constexpr qint64 WindowLength = qint64{1} << 18;
 constexpr quint16 Utf8Flag = 0x0800;
 
 template <typename Number> Number at(const QByteArray &bytes, int offset)
@@ -51,6 +51,55 @@ bool readLongEnd(QFile &file, qint64 endAt, DirectoryPlace &place)
     return true;
 }
 
+/// Goes through the directory's entries, of which a part is in memory.
+class DirectoryWindow {
+public:
+    DirectoryWindow(QFile &file, const DirectoryPlace &place)
+        : m_file(file), m_next(place.offset), m_end(place.offset + place.length)
+    {
+    }
+
+    /// False at the end of what looks like entries.
+    bool next()
+    {
+        if (!holds(EntryLength) || m_bytes.mid(m_at, 4) != QByteArray("PK\x01\x02"))
+            return false;
+        const int nameLength = at<quint16>(m_bytes, m_at + 28);
+        const int extraLength = at<quint16>(m_bytes, m_at + 30);
+        const int commentLength = at<quint16>(m_bytes, m_at + 32);
+        if (!holds(EntryLength + nameLength))
+            return false;
+        m_isMarked = (at<quint16>(m_bytes, m_at + 8) & Utf8Flag) != 0;
+        m_name = m_bytes.mid(m_at + EntryLength, nameLength);
+        m_at += EntryLength + nameLength + extraLength + commentLength;
+        return true;
+    }
+
+    bool isMarkedUtf8() const { return m_isMarked; }
+
+    const QByteArray &name() const { return m_name; }
+
+private:
+    /// Whether so many bytes are there from the present one on.
+    bool holds(int length)
+    {
+        if (m_bytes.size() - m_at >= length)
+            return true;
+        m_next += m_at;
+        m_at = 0;
+        m_bytes = readAt(m_file, m_next, qMin(WindowLength, m_end - m_next));
+        return m_bytes.size() >= length;
+    }
+
+    QFile &m_file;
+    qint64 m_next; ///< where the bytes in memory begin
+    qint64 m_end;
+    QByteArray m_bytes;
+    int m_at = 0;
+    bool m_isMarked = false;
+    QByteArray m_name;
+};
+
 std::optional<DirectoryPlace> findDirectory(QFile &file)
 {
     const qint64 tailLength = qMin(file.size(), qint64{EndLength + MaxComment});
@@ -68,27 +117,23 @@ std::optional<DirectoryPlace> findDirectory(QFile &file)
 
 } // namespace
 
-std::optional<ZipDirectory> ZipDirectory::read(const QString &path)
+std::optional<ZipDirectory> ZipDirectory::read(const QString &path, qint64 maxEntries)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return std::nullopt;
     const auto place = findDirectory(file);
-    if (!place || place->length > MaxDirectory)
+    if (!place || place->offset < 0 || place->length < 0)
         return std::nullopt;
-    const QByteArray entries = readAt(file, place->offset, place->length);
     ZipDirectory directory;
     directory.count = place->count;
     directory.isEmpty = place->count == 0 && place->offset == 0 && place->length == 0;
-    for (int offset = 0; entries.size() - offset >= EntryLength;) {
-        if (entries.mid(offset, 4) != QByteArray("PK\x01\x02"))
-            break;
-        const int nameLength = at<quint16>(entries, offset + 28);
-        const int extraLength = at<quint16>(entries, offset + 30);
-        const int commentLength = at<quint16>(entries, offset + 32);
-        if ((at<quint16>(entries, offset + 8) & Utf8Flag) == 0)
-            directory.unmarkedNames.insert(entries.mid(offset + EntryLength, nameLength));
-        offset += EntryLength + nameLength + extraLength + commentLength;
+    directory.isTooLong = directory.count > static_cast<quint64>(maxEntries);
+    DirectoryWindow window(file, *place);
+    for (qint64 found = 1; !directory.isTooLong && window.next(); ++found) {
+        directory.isTooLong = found > maxEntries;
+        if (!window.isMarkedUtf8())
+            directory.unmarkedNames.insert(window.name());
     }
     return directory;
 }

@@ -15,11 +15,12 @@ namespace KODMS::Services {
 /// that they are UTF-8.
 struct ZipDirectory {
     quint64 count = 0;
-    bool isEmpty = false; ///< there is nothing but the directory's end
+    bool isEmpty = false;   ///< there is nothing but the directory's end
+    bool isTooLong = false; ///< more entries than asked for; nothing else is told
     QSet<QByteArray> unmarkedNames;
 
     /// Nothing when there is no whole directory.
-    static std::optional<ZipDirectory> read(const QString &path);
+    static std::optional<ZipDirectory> read(const QString &path, qint64 maxEntries);
 };
 
 } // namespace KODMS::Services

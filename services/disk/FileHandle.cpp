@@ -108,6 +108,20 @@ Outcome FileHandle::write(const char *data, qint64 size)
     return Outcome::success();
 }
 
+Outcome FileHandle::writeAt(qint64 offset, const char *data, qint64 size)
+{
+    while (size > 0) {
+        const ssize_t put = uninterrupted(
+            [&] { return ::pwrite(m_handle, data, static_cast<std::size_t>(size), offset); });
+        if (put < 0)
+            return ioFailure("write", m_path, errno);
+        data += put;
+        offset += put;
+        size -= put;
+    }
+    return Outcome::success();
+}
+
 Outcome FileHandle::sync()
 {
     if (uninterrupted([&] { return ::fsync(m_handle); }) != 0)

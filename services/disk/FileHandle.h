@@ -30,6 +30,8 @@ public:
     Result<qint64> read(char *buffer, qint64 size);
     /// All of it or failure.
     Outcome write(const char *data, qint64 size);
+    /// The same in the middle of the file; write() goes on where it was.
+    Outcome writeAt(qint64 offset, const char *data, qint64 size);
     /// The content is on the disk when this returns.
     Outcome sync();
     Outcome makeReadOnly();

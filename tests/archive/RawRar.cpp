@@ -42,18 +42,19 @@ QByteArray sealed5(const QByteArray &header)
 
 } // namespace
 
-QByteArray rawRar4(const RarFiles &files)
+QByteArray rawRar4(const RarFiles &files, quint32 archiveFlags, quint32 fileFlags)
 {
     QByteArray rar("Rar!\x1a\x07\0", 7);
-    rar += sealed4(QByteArray("\x73", 1) + little16(0) + little16(13) + QByteArray(6, '\0'));
+    rar += sealed4(QByteArray("\x73", 1) + little16(archiveFlags) + little16(13) +
+                   QByteArray(6, '\0'));
     for (const auto &file : files) {
         const auto size = static_cast<quint32>(file.second.size());
         const auto nameSize = static_cast<quint32>(file.first.size());
-        rar += sealed4(QByteArray("\x74", 1) + little16(0x8000U) + little16(32 + nameSize) +
-                       little(size) + little(size) + QByteArray("\x03", 1) +
-                       little(crc32Of(file.second)) + little(quint32{0x58210000}) +
-                       QByteArray("\x14\x30", 2) + little16(nameSize) + little(quint32{0100644}) +
-                       file.first);
+        rar += sealed4(QByteArray("\x74", 1) + little16(0x8000U | fileFlags) +
+                       little16(32 + nameSize) + little(size) + little(size) +
+                       QByteArray("\x03", 1) + little(crc32Of(file.second)) +
+                       little(quint32{0x58210000}) + QByteArray("\x14\x30", 2) +
+                       little16(nameSize) + little(quint32{0100644}) + file.first);
         rar += file.second;
     }
     return rar + QByteArray("\xc4\x3d\x7b\x00\x40\x07\x00", 7);
@@ -72,6 +73,12 @@ QByteArray rawRar5(const RarFiles &files)
         rar += file.second;
     }
     return rar + sealed5(QByteArray("\x05\0\0", 3));
+}
+
+QByteArray encryptedRar5()
+{
+    return QByteArray("Rar!\x1a\x07\x01\0", 8) +
+           sealed5(QByteArray("\x04\0\0\0\x0f", 5) + QByteArray(16, 's')) + QByteArray(200, 'e');
 }
 
 } // namespace KODMS::Tests

@@ -28,7 +28,8 @@ QByteArray headerOf(const RawTarEntry &entry)
     putText(block, 100, "0000644");
     putText(block, 108, "0000000");
     putText(block, 116, "0000000");
-    putText(block, 124, octal(entry.content.size(), 11));
+    putText(block, 124,
+            entry.sizeField.isEmpty() ? octal(entry.content.size(), 11) : entry.sizeField);
     putText(block, 136, octal(1700000000, 11));
     putText(block, 148, QByteArray(8, ' '));
     block[156] = entry.type;
@@ -57,8 +58,8 @@ QByteArray rawTar(const QVector<RawTarEntry> &entries)
     QByteArray tar;
     for (const RawTarEntry &entry : entries) {
         if (entry.name.size() > 100) // the long-name form that most programs write
-            tar +=
-                headerOf({"././@LongLink", entry.name + '\0', 'L', {}}) + padded(entry.name + '\0');
+            tar += headerOf({"././@LongLink", entry.name + '\0', 'L', {}, {}}) +
+                   padded(entry.name + '\0');
         tar += headerOf(entry) + padded(entry.content);
     }
     return tar + QByteArray(2 * BlockSize, '\0');

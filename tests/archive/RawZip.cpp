@@ -4,6 +4,8 @@
 
 #include <QtEndian>
 
+#include <array>
+
 namespace KODMS::Tests {
 
 namespace {
@@ -23,8 +25,13 @@ void put16(QByteArray &bytes, quint32 number)
     put<quint16>(bytes, static_cast<quint16>(number));
 }
 
+const QByteArray &dataOf(const RawZipEntry &entry)
+{
+    return entry.packed.isEmpty() ? entry.content : entry.packed;
+}
+
 /// Version to flags to sizes: the same in both headers.
-void putCommon(QByteArray &bytes, const RawZipEntry &entry)
+void putCommon(QByteArray &bytes, const RawZipEntry &entry, const QByteArray &name)
 {
     const auto flags =
         (entry.isMarkedUtf8 ? Utf8Flag : 0) | (entry.isEncrypted ? EncryptedFlag : 0);
@@ -34,26 +41,26 @@ void putCommon(QByteArray &bytes, const RawZipEntry &entry)
     put16(bytes, static_cast<quint32>(entry.method));
     put<quint32>(bytes, 0x58210000U);
     put<quint32>(bytes, crc32Of(entry.content) ^ (entry.hasWrongCrc ? 1U : 0U));
-    put<quint32>(bytes, static_cast<quint32>(entry.content.size()));
+    put<quint32>(bytes, static_cast<quint32>(dataOf(entry).size()));
     put<quint32>(bytes, static_cast<quint32>(size));
-    put16(bytes, static_cast<quint32>(entry.name.size()));
+    put16(bytes, static_cast<quint32>(name.size()));
     put16(bytes, 0);
 }
 
-QByteArray directoryEntry(const RawZipEntry &entry, int offset)
+QByteArray directoryEntry(const RawZipEntry &entry, const QByteArray &name, int offset)
 {
     QByteArray bytes("PK\x01\x02");
     put16(bytes, MadeByUnix | 20);
-    putCommon(bytes, entry);
+    putCommon(bytes, entry, name);
     put16(bytes, 0);
     put16(bytes, 0);
     put16(bytes, 0);
     put<quint32>(bytes, entry.unixMode << 16);
-    put<quint32>(bytes, static_cast<quint32>(offset));
-    return bytes + entry.name;
+    put<quint32>(bytes, static_cast<quint32>(entry.offset < 0 ? offset : entry.offset));
+    return bytes + name;
 }
 
-QByteArray longEnd(int count, int offset, int length, int at)
+QByteArray longEnd(qint64 count, int offset, int length, int at)
 {
     QByteArray bytes("PK\x06\x06");
     put<quint64>(bytes, 44);
@@ -75,12 +82,18 @@ QByteArray longEnd(int count, int offset, int length, int at)
 
 quint32 crc32Of(const QByteArray &bytes)
 {
+    static const auto table = [] {
+        std::array<quint32, 256> made{};
+        for (quint32 i = 0; i < made.size(); ++i) {
+            made[i] = i;
+            for (int bit = 0; bit < 8; ++bit)
+                made[i] = (made[i] >> 1) ^ ((made[i] & 1U) != 0 ? 0xedb88320U : 0U);
+        }
+        return made;
+    }();
     quint32 crc = 0xffffffffU;
-    for (const char byte : bytes) {
-        crc ^= static_cast<unsigned char>(byte);
-        for (int bit = 0; bit < 8; ++bit)
-            crc = (crc >> 1) ^ ((crc & 1U) != 0 ? 0xedb88320U : 0U);
-    }
+    for (const char byte : bytes)
+        crc = (crc >> 8) ^ table[(crc ^ static_cast<unsigned char>(byte)) & 0xffU];
     return ~crc;
 }
 
@@ -91,17 +104,21 @@ QByteArray rawZip(const QVector<RawZipEntry> &entries, const RawZipOptions &opti
     int count = 0;
     for (const RawZipEntry &entry : entries) {
         for (int i = 0; i < options.repeatDirectory; ++i, ++count)
-            directory += directoryEntry(entry, zip.size());
+            directory += directoryEntry(
+                entry, options.renameRepeats ? entry.name + QByteArray::number(i) : entry.name,
+                zip.size());
+        const QByteArray name = entry.localName.isEmpty() ? entry.name : entry.localName;
         zip += "PK\x03\x04";
-        putCommon(zip, entry);
-        zip += entry.name + entry.content;
+        putCommon(zip, entry, name);
+        zip += name + dataOf(entry);
     }
     if (options.cutDirectory)
         directory.chop(directory.size() / 2);
     const int offset = zip.size();
     zip += directory;
     if (options.useLongEnd)
-        zip += longEnd(count, offset, directory.size(), zip.size());
+        zip += longEnd(options.declaredCount < 0 ? count : options.declaredCount, offset,
+                       directory.size(), zip.size());
     zip += "PK\x05\x06";
     put<quint32>(zip, 0);
     put16(zip, options.useLongEnd ? 0xffffU : static_cast<quint32>(count));

@@ -156,6 +156,53 @@ private Q_SLOTS:
         QCOMPARE(probed.value.files, unpacked.value);
     }
 
+    /// Enough entries for several readers side by side: what they bring must come in
+    /// order and whole.
+    void aZipOfManyEntries()
+    {
+        QVector<RawZipEntry> entries;
+        Tree tree{{QStringLiteral("d"), "/"}, {QStringLiteral("料"), "/"}};
+        for (int i = 0; i < 300; ++i) {
+            const QByteArray name =
+                (i % 3 == 0 ? QByteArray("d/f") : QByteArray("料/f")) + QByteArray::number(i);
+            const QByteArray content = noise(i % 50 == 7 ? 700000 + i : i * 3);
+            entries.append({name, content, true});
+            tree.insert(QString::fromUtf8(name), content);
+            if (i % 40 == 0)
+                entries.append({"d/", "", false, false, false, 0, 040755});
+        }
+        entries.append({"d/link", "f0", false, false, false, 0, 0120777});
+        tree.insert(QStringLiteral("d/link"), tree.value(QStringLiteral("d/f0")));
+        QVERIFY(writeFile(m_archive, rawZip(entries)));
+        const auto unpacked = unpackArchive(m_archive, m_target, LimitSettings(), m_progress);
+        QVERIFY2(unpacked, qPrintable(unpacked.outcome.cause));
+        QCOMPARE(unpacked.value, qint64{301});
+        QVERIFY(treeOf(m_target) == tree);
+    }
+
+    /// The sums of a gzip member may be cut in two by the reader's buffer of 256 KiB.
+    void gzipMembersThatEndAtTheEdgeOfABuffer()
+    {
+        const int edge = 1 << 18;
+        const QByteArray content = noise(edge + 2000);
+        const QByteArray tar = rawTar({{"a", content}});
+        int before = 0;
+        int across = 0;
+        for (int cut = edge + 300; cut < edge + 500; ++cut) {
+            const QByteArray first = gzipped(tar.left(cut));
+            before += first.size() <= edge ? 1 : 0;
+            across += first.size() > edge && first.size() < edge + 8 ? 1 : 0;
+            if (qAbs(first.size() - edge) > 12)
+                continue;
+            QVERIFY(writeFile(m_archive, first + gzipped(tar.mid(cut))));
+            const auto unpacked = unpackArchive(m_archive, m_target, LimitSettings(), m_progress);
+            QVERIFY2(unpacked, qPrintable(unpacked.outcome.cause));
+            QVERIFY(treeOf(m_target).value(QStringLiteral("a")) == content);
+        }
+        QVERIFY(before > 0);
+        QCOMPARE(across, 7);
+    }
+
     /// Programs started by a service manager often have no locale at all.
     void chineseNamesWithoutALocale()
     {
