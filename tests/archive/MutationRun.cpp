@@ -25,6 +25,15 @@ constexpr int LargestHostile = 1 << 16;
 /// What a hang is. Processor time, since other work may keep the machine busy.
 constexpr double MostSeconds = 2;
 
+/// In memory where that can be: making and removing thousands of files is not what
+/// is tested here.
+QString place()
+{
+    const QFileInfo memory(QStringLiteral("/dev/shm"));
+    return (memory.isWritable() ? memory.filePath() : QDir::tempPath()) +
+           QStringLiteral("/kodms-mutations-XXXXXX");
+}
+
 QByteArray text(int lines)
 {
     QByteArray result;
@@ -81,7 +90,7 @@ QVector<QByteArray> goodArchives()
 
 } // namespace
 
-MutationRun::MutationRun(quint32 seed) : m_random(seed)
+MutationRun::MutationRun(quint32 seed) : m_random(seed), m_dir(place())
 {
     // The good ones more often: what is refused early exercises little.
     for (int i = 0; i < 6; ++i)

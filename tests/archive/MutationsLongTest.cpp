@@ -14,10 +14,7 @@ class MutationsLongTest : public QObject {
 
 private Q_SLOTS:
 
-    void initTestCase()
-    {
-        QLoggingCategory::setFilterRules(QStringLiteral("kodms.*.info=false"));
-    }
+    void initTestCase() { QLoggingCategory::setFilterRules(QStringLiteral("kodms.*.info=false")); }
 
     void damagedAtRandom_data()
     {
