@@ -37,7 +37,7 @@ Result<BackupSummary> ran(const char *action, const QString &file, const QString
     const Outcome done = progress ? step(*progress) : TaskRunner::instance().run(title, step);
     if (done)
         return summary;
-    if (!isCancelled)
+    if (!isCancelled && !done.isCancelled)
         reportFailure(lcFileStore(), action, file, done.cause, done.text);
     return done;
 }

@@ -121,7 +121,7 @@ private:
     Outcome failed(const Outcome &outcome) const
     {
         const QString cause = outcome.cause.isEmpty() ? outcome.text : outcome.cause;
-        if (!m_isCancelled)
+        if (!m_isCancelled && !outcome.isCancelled)
             reportFailure(lcFileStore(), Action, m_request.path, cause, outcome.text);
         return outcome;
     }

@@ -9,6 +9,8 @@ namespace KODMS::Services {
 void reportFileFailure(const QLoggingCategory &category, const char *operation,
                        const std::string &name, const Outcome &failure)
 {
+    if (failure.isCancelled)
+        return;
     const QString cause = failure.cause.isEmpty() ? failure.text : failure.cause;
     reportFailure(category, operation, shortText(name), cause, failure.text);
 }

@@ -9,7 +9,8 @@
 
 namespace KODMS::Services {
 
-/// One log line and one notice for a failed operation of the store or of archives.
+/// One log line and one notice for a failed operation of the store or of archives;
+/// nothing for a cancelled one.
 void reportFileFailure(const QLoggingCategory &category, const char *operation,
                        const std::string &name, const Outcome &failure);
 

@@ -31,8 +31,22 @@ void NoticeHub::raise(NoticeLevel level, const QString &text)
         Q_EMIT raised(number, line);
         return;
     }
-    QMetaObject::invokeMethod(
-        this, [this, number, line] { Q_EMIT raised(number, line); }, Qt::QueuedConnection);
+    {
+        const std::lock_guard<std::mutex> guard(m_mutex);
+        m_waiting.push_back({number, line});
+    }
+    QMetaObject::invokeMethod(this, "raiseWaiting", Qt::QueuedConnection);
+}
+
+void NoticeHub::raiseWaiting()
+{
+    std::vector<Notice> waiting;
+    {
+        const std::lock_guard<std::mutex> guard(m_mutex);
+        waiting.swap(m_waiting);
+    }
+    for (const Notice &notice : waiting)
+        Q_EMIT raised(notice.level, notice.text);
 }
 
 namespace {

@@ -6,6 +6,9 @@
 #include <QObject>
 #include <QString>
 
+#include <mutex>
+#include <vector>
+
 namespace KODMS::Services {
 
 Q_DECLARE_LOGGING_CATEGORY(lcConfig)
@@ -33,6 +36,17 @@ Q_SIGNALS:
 
 private:
     NoticeHub() = default;
+
+    /// Called by name: a queued call by name hands nothing of ours between threads.
+    Q_INVOKABLE void raiseWaiting();
+
+    struct Notice {
+        int level;
+        QString text;
+    };
+
+    std::mutex m_mutex;
+    std::vector<Notice> m_waiting; ///< raised by other threads
 };
 
 /// One failure, said once in the log (category, operation, record, cause; English)

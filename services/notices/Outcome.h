@@ -10,11 +10,13 @@ namespace KODMS::Services {
 
 /// How an operation that can fail ended. `text` is for people, translated; it is
 /// empty on success. `cause` is for the log, English; where the text says it all,
-/// it may be empty.
+/// it may be empty. What a person has cancelled has not succeeded, but nobody needs
+/// to be told that it failed.
 struct [[nodiscard]] Outcome {
     bool ok = true;
     QString text;
     QString cause = {};
+    bool isCancelled = false;
 
     static Outcome success() { return {}; }
 

@@ -4,6 +4,7 @@
 
 #include "services/tasks/TaskProgress.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLocale>
@@ -17,9 +18,11 @@ namespace KODMS::Services {
 namespace {
 
 constexpr int RefreshMs = 100;
+constexpr int FirstRateMs = 300;
 constexpr int RateWindowMs = 1000;
 constexpr int BarSteps = 1000;
 constexpr int LeastWidth = 420;
+constexpr int MostTitleWidth = 560;
 
 } // namespace
 
@@ -32,10 +35,7 @@ TaskDialog::TaskDialog(const QString &what, TaskProgress &progress, QWidget *par
     setWindowModality(Qt::ApplicationModal);
     setAttribute(Qt::WA_QuitOnClose, false);
     setMinimumWidth(LeastWidth);
-    auto *title = new QLabel(what, this);
-    title->setObjectName(QStringLiteral("taskTitle"));
-    title->setWordWrap(true);
-    title->setTextFormat(Qt::PlainText);
+    QLabel *title = makeTitle(what);
     m_amount->setObjectName(QStringLiteral("taskAmount"));
     m_rate->setObjectName(QStringLiteral("taskRate"));
     m_cancel->setObjectName(QStringLiteral("taskCancel"));
@@ -63,6 +63,18 @@ TaskDialog::TaskDialog(const QString &what, TaskProgress &progress, QWidget *par
     showProgress();
 }
 
+/// A customer's file name may be long and without a place to break the line.
+QLabel *TaskDialog::makeTitle(const QString &what)
+{
+    const QString line = what.simplified();
+    auto *title = new QLabel(this);
+    title->setObjectName(QStringLiteral("taskTitle"));
+    title->setTextFormat(Qt::PlainText);
+    title->setText(title->fontMetrics().elidedText(line, Qt::ElideMiddle, MostTitleWidth));
+    title->setAccessibleName(line);
+    return title;
+}
+
 void TaskDialog::reject()
 {
     m_progress.cancel();
@@ -70,8 +82,18 @@ void TaskDialog::reject()
     m_cancel->setText(tr("正在取消…"));
 }
 
+/// A box that was opened meanwhile would lie over it, and nobody could cancel.
+void TaskDialog::stayOnTop()
+{
+    if (!isVisible() || QApplication::activeModalWidget() == this)
+        return;
+    hide();
+    show();
+}
+
 void TaskDialog::showProgress()
 {
+    stayOnTop();
     const qint64 total = m_progress.total();
     const qint64 done = qMax(qint64{0}, m_progress.done());
     if (total > 0) {
@@ -81,7 +103,8 @@ void TaskDialog::showProgress()
         m_bar->setRange(0, 0);
     }
     m_amount->setText(amountText(done, total));
-    if (m_sinceMark.elapsed() >= RateWindowMs || done < m_mark)
+    const int window = m_rate->text().isEmpty() ? FirstRateMs : RateWindowMs;
+    if (m_sinceMark.elapsed() >= window || done < m_mark)
         m_rate->setText(rateText(done));
 }
 

@@ -26,6 +26,8 @@ public Q_SLOTS:
     void reject() override;
 
 private:
+    QLabel *makeTitle(const QString &what);
+    void stayOnTop();
     void showProgress();
     QString amountText(qint64 done, qint64 total) const;
     QString rateText(qint64 done);

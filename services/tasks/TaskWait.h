@@ -5,17 +5,18 @@
 #include "services/tasks/InputBarrier.h"
 #include "services/tasks/TaskProgress.h"
 
-#include <QEventLoop>
 #include <QPointer>
 #include <QTimer>
+
+#include <memory>
 
 namespace KODMS::Services {
 
 class TaskDialog;
 
-/// The GUI thread's side of one task: keeps the windows painted, lets nobody but
-/// the progress dialog have input, and shows that dialog when the task takes long.
-/// Windows may be closed or deleted meanwhile.
+/// What people see and can do while a task runs: nobody but the progress dialog has
+/// input, and that dialog shows when the task takes long. Windows may be closed or
+/// deleted meanwhile.
 class TaskWait final : public QObject {
     Q_OBJECT
 
@@ -23,23 +24,27 @@ public:
     TaskWait(const QString &what, TaskProgress &progress);
     ~TaskWait() override;
 
-    /// Returns once finish() was called; or, when the application quits, at once
-    /// with the task cancelled.
-    void wait();
-    /// Any thread.
-    void finish();
+    /// The work has ended. Whoever waits in a box that was opened meanwhile gets the
+    /// input back at once: without it the box could never be answered.
+    void workEnded();
+
+    /// Another task has begun, or ended, while this one waits: as long as it runs
+    /// nobody gets the input back.
+    void innerBegins();
+    void innerEnds();
 
 private:
     void showDialog();
+    void releaseWhenDone();
 
     QString m_what;
     TaskProgress &m_progress;
-    InputBarrier m_barrier;
+    std::unique_ptr<InputBarrier> m_barrier;
     QPointer<QWidget> m_window; ///< had the focus when the task began
     QPointer<TaskDialog> m_dialog;
-    QEventLoop m_loop;
     QTimer m_showTimer;
-    bool m_isFinished = false;
+    int m_innerTasks = 0;
+    bool m_hasEnded = false;
 };
 
 } // namespace KODMS::Services

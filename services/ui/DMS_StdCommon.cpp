@@ -25,6 +25,8 @@ constexpr Operation fetchFile{"file.fetch", QT_TRANSLATE_NOOP("Change", "取文�
 
 void report(const std::string &jobName, const Outcome &failed)
 {
+    if (failed.isCancelled)
+        return;
     const QString name = shortText(jobName);
     reportFailure(lcFileStore(), fetchFile.action, name,
                   failed.cause.isEmpty() ? failed.text : failed.cause,

@@ -46,7 +46,7 @@ private Q_SLOTS:
 
     void idleComesOnceAfterARowOfTasks()
     {
-        QCoreApplication::processEvents();
+        QTRY_VERIFY(!TaskRunner::instance().isBusy());
         QSignalSpy idle(&TaskRunner::instance(), &TaskRunner::idle);
         for (int i = 0; i < 3; ++i) {
             const Outcome outcome = TaskRunner::instance().run(QString(), [](Progress &) {
@@ -57,8 +57,7 @@ private Q_SLOTS:
             QVERIFY(TaskRunner::instance().isBusy());
         }
         QCOMPARE(idle.count(), 0);
-        QCoreApplication::processEvents();
-        QCOMPARE(idle.count(), 1);
+        QTRY_COMPARE(idle.count(), 1);
         QVERIFY(!TaskRunner::instance().isBusy());
     }
 };
