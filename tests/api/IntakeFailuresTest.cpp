@@ -7,6 +7,7 @@
 #include "tests/archive/RawZip.h"
 #include "tests/archive/SampleArchives.h"
 #include "tests/common/support/TestInstallation.h"
+#include "tests/support/InformationShown.h"
 #include "tests/support/NoticeLog.h"
 #include "tests/support/TestMain.h"
 
@@ -183,6 +184,7 @@ private Q_SLOTS:
 
     void aFileNameCannotForgeALogLine()
     {
+        const InformationShown shownToo;
         IntakeRequest request = good();
         request.path = m_home->path(QStringLiteral("sent/none\nkodms.access: verdict.zip"));
         QTest::ignoreMessage(QtInfoMsg, QRegularExpression(QStringLiteral(

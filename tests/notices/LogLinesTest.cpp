@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/notices/NoticeHub.h"
 #include "services/notices/OneLine.h"
+#include "tests/support/InformationShown.h"
 #include "tests/support/NoticeLog.h"
 #include "tests/support/TestMain.h"
 
@@ -68,6 +69,7 @@ private Q_SLOTS:
 
     void aRefusalIsOneLine()
     {
+        const KODMS::Tests::InformationShown shownToo;
         const QByteArray expected = QByteArray("intake.take [") + shown + "] " + shown;
         QTest::ignoreMessage(QtInfoMsg, expected.constData());
         const NoticeLog log;
