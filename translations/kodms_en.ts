@@ -548,6 +548,21 @@
     </message>
 </context>
 <context>
+    <name>HandOverFolder</name>
+    <message>
+        <source>文件夹已不存在，可能已被移动或删除：
+%1</source>
+        <translation>The folder is no longer there; it may have been moved or deleted:
+%1</translation>
+    </message>
+    <message>
+        <source>系统的文件管理器无法打开文件夹：
+%1</source>
+        <translation>The system&apos;s file browser could not open the folder:
+%1</translation>
+    </message>
+</context>
+<context>
     <name>InstallationSetup</name>
     <message>
         <source>服务正在运行，不能在此时初始化</source>
@@ -743,6 +758,80 @@
     <message>
         <source>只能接收本机上的文件或文件夹</source>
         <translation>Only files and folders of this computer can be taken in</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Host::HandOverLog</name>
+    <message>
+        <source>导入</source>
+        <translation>Import</translation>
+    </message>
+    <message>
+        <source>读入</source>
+        <translation>Input</translation>
+    </message>
+    <message>
+        <source>导出</source>
+        <translation>Export</translation>
+    </message>
+    <message>
+        <source>时间</source>
+        <translation>Time</translation>
+    </message>
+    <message>
+        <source>类别</source>
+        <translation>Kind</translation>
+    </message>
+    <message>
+        <source>料号</source>
+        <translation>Job</translation>
+    </message>
+    <message>
+        <source>路径</source>
+        <translation>Path</translation>
+    </message>
+    <message>
+        <source>参数</source>
+        <translation>Parameters</translation>
+    </message>
+    <message>
+        <source>编号 %1</source>
+        <translation>No. %1</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Host::HandOverPanel</name>
+    <message>
+        <source>CAM 交接</source>
+        <translation>CAM side</translation>
+    </message>
+    <message>
+        <source>打开文件夹(&amp;O)</source>
+        <translation>&amp;Open folder</translation>
+    </message>
+    <message>
+        <source>复制(&amp;C)</source>
+        <translation>&amp;Copy</translation>
+    </message>
+    <message>
+        <source>打开文件夹</source>
+        <translation>Open folder</translation>
+    </message>
+    <message>
+        <source>在系统的文件管理器中打开所选料号的文件夹</source>
+        <translation>Opens the selected job&apos;s folder in the system&apos;s file browser</translation>
+    </message>
+    <message>
+        <source>复制</source>
+        <translation>Copy</translation>
+    </message>
+    <message>
+        <source>复制所选的行；没有选择时复制全部</source>
+        <translation>Copies the selected rows, or all when none is selected</translation>
+    </message>
+    <message>
+        <source>收起</source>
+        <translation>Hide</translation>
     </message>
 </context>
 <context>
@@ -1303,6 +1392,14 @@ Roles: %2</translation>
         <source>内部错误：%1</source>
         <translation>Internal error: %1</translation>
     </message>
+    <message>
+        <source>已取消</source>
+        <translation>Cancelled</translation>
+    </message>
+    <message>
+        <source>已取消：%1。本次操作的其余部分不再进行。</source>
+        <translation>Cancelled: %1. The rest of this action is not carried out.</translation>
+    </message>
 </context>
 <context>
     <name>MainMenu</name>
@@ -1349,6 +1446,10 @@ Roles: %2</translation>
     <message>
         <source>关于 KODMS(&amp;A)</source>
         <translation>&amp;About KODMS</translation>
+    </message>
+    <message>
+        <source>CAM 交接(&amp;C)</source>
+        <translation>&amp;CAM side</translation>
     </message>
 </context>
 <context>

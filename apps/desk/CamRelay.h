@@ -6,15 +6,17 @@
 
 namespace KODMS::Host {
 
+class HandOverLog;
 class NoticeLog;
 
 /// Stands where a host with a CAM system would start it: what the desks hand over
-/// is written into the notices, so that nobody waits for a job that went nowhere.
+/// is listed for the CAM side and said in the notices, so that nobody waits for a job
+/// that went nowhere.
 class CamRelay : public QObject {
     Q_OBJECT
 
 public:
-    explicit CamRelay(NoticeLog &log);
+    CamRelay(NoticeLog &notices, HandOverLog &handOvers);
 
 private Q_SLOTS:
     void importRequested(const QString &path, const QString &jobName);
@@ -22,7 +24,8 @@ private Q_SLOTS:
     void exportRequested(const QString &jobName, int jobId);
 
 private:
-    NoticeLog &m_log;
+    NoticeLog &m_notices;
+    HandOverLog &m_handOvers;
 };
 
 } // namespace KODMS::Host

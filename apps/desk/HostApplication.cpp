@@ -5,6 +5,7 @@
 #include "apps/desk/ApplicationSetup.h"
 #include "apps/desk/CamRelay.h"
 #include "apps/desk/FirstPaint.h"
+#include "apps/desk/HandOverLog.h"
 #include "apps/desk/HostSession.h"
 #include "apps/desk/NoticeLog.h"
 #include "apps/desk/Options.h"
@@ -35,9 +36,9 @@ int fail(const Options &options, const QString &reason, const QString &configPat
 }
 
 int runWindows(QApplication &app, const Options &options, Preferences &preferences,
-               NoticeLog &notices)
+               NoticeLog &notices, HandOverLog &handOvers)
 {
-    HostSession session(preferences, notices);
+    HostSession session(preferences, notices, handOvers);
     QObject::connect(&session, &HostSession::finished, &app, &QCoreApplication::quit);
     SignInWindow *signIn = session.showSignIn();
     if (options.exitAfterShow)
@@ -68,13 +69,14 @@ int HostApplication::run(const Options &options, int &argc, char **argv)
     NoticeLog notices;
     QObject::connect(UI::DMS_UICommon::interface(), &UI::DMS_UICommon::serviceNotice, &notices,
                      &NoticeLog::add);
-    const CamRelay relay(notices);
+    HandOverLog handOvers;
+    const CamRelay relay(notices, handOvers);
     const Services::Outcome started = runtime.start(configPath);
     if (!started)
         return fail(options, started.text, configPath);
     const int code = options.screenshotsDir.isEmpty()
-                         ? runWindows(app, options, preferences, notices)
-                         : ScreenshotRun(options.screenshotsDir, notices).run();
+                         ? runWindows(app, options, preferences, notices, handOvers)
+                         : ScreenshotRun(options.screenshotsDir, notices, handOvers).run();
     runtime.stop();
     return code;
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "apps/desk/HostSession.h"
 
+#include "apps/desk/HandOverLog.h"
 #include "apps/desk/MainWindow.h"
 #include "apps/desk/NoticeLog.h"
 #include "apps/desk/Preferences.h"
@@ -12,8 +13,8 @@
 
 namespace KODMS::Host {
 
-HostSession::HostSession(Preferences &preferences, NoticeLog &notices)
-    : m_preferences(preferences), m_notices(notices)
+HostSession::HostSession(Preferences &preferences, NoticeLog &notices, HandOverLog &handOvers)
+    : m_preferences(preferences), m_notices(notices), m_handOvers(handOvers)
 {
 }
 
@@ -43,7 +44,7 @@ bool HostSession::eventFilter(QObject *watched, QEvent *event)
 void HostSession::openMainWindow()
 {
     m_preferences.setLastLogin(Services::SignIn::current().loginName);
-    m_mainWindow = std::make_unique<MainWindow>(m_preferences, m_notices);
+    m_mainWindow = std::make_unique<MainWindow>(m_preferences, m_notices, m_handOvers);
     connect(m_mainWindow.get(), &MainWindow::closed, this, &HostSession::endSession,
             Qt::QueuedConnection);
     connect(m_mainWindow.get(), &MainWindow::switchUserRequested, this, &HostSession::switchUser,
@@ -67,6 +68,7 @@ void HostSession::endSession()
     m_mainWindow.reset();
     Services::SignIn::signOut();
     m_notices.clear();
+    m_handOvers.clear();
     if (!m_switching) {
         Q_EMIT finished();
         return;

@@ -8,6 +8,7 @@
 
 namespace KODMS::Host {
 
+class HandOverLog;
 class MainWindow;
 class NoticeLog;
 class Preferences;
@@ -19,7 +20,7 @@ class HostSession : public QObject {
     Q_OBJECT
 
 public:
-    HostSession(Preferences &preferences, NoticeLog &notices);
+    HostSession(Preferences &preferences, NoticeLog &notices, HandOverLog &handOvers);
     ~HostSession() override;
 
     /// The window for the next sign-in, shown.
@@ -42,6 +43,7 @@ private:
 
     Preferences &m_preferences;
     NoticeLog &m_notices;
+    HandOverLog &m_handOvers;
     std::unique_ptr<SignInWindow> m_signIn;
     std::unique_ptr<MainWindow> m_mainWindow;
     bool m_switching = false;

@@ -62,17 +62,26 @@ void buildLanguageMenu(QMenu &view, MainWindow &window, const Preferences &prefe
     }
 }
 
-void buildViewMenu(MainWindow &window, QDockWidget &notices, const Preferences &preferences,
-                   int userId)
+void addPanel(QMenu &menu, const char *objectName, const QString &caption, Qt::Key key,
+              QDockWidget &panel)
+{
+    QAction *toggle = panel.toggleViewAction();
+    toggle->setObjectName(QLatin1String(objectName));
+    toggle->setText(caption);
+    toggle->setShortcut(QKeySequence(key));
+    menu.addAction(toggle);
+}
+
+void buildViewMenu(MainWindow &window, const MainMenu::Panels &panels,
+                   const Preferences &preferences, int userId)
 {
     QMenu &menu = *window.menuBar()->addMenu(text(QT_TRANSLATE_NOOP("MainMenu", "视图(&V)")));
     add(menu, "refreshAction", text(QT_TRANSLATE_NOOP("MainMenu", "刷新(&R)")),
         QKeySequence(Qt::Key_F5), window, &MainWindow::refreshDesks);
-    QAction *toggle = notices.toggleViewAction();
-    toggle->setObjectName(QStringLiteral("noticesAction"));
-    toggle->setText(text(QT_TRANSLATE_NOOP("MainMenu", "通知列表(&T)")));
-    toggle->setShortcut(QKeySequence(Qt::Key_F8));
-    menu.addAction(toggle);
+    addPanel(menu, "noticesAction", text(QT_TRANSLATE_NOOP("MainMenu", "通知列表(&T)")), Qt::Key_F8,
+             *panels.notices);
+    addPanel(menu, "handOversAction", text(QT_TRANSLATE_NOOP("MainMenu", "CAM 交接(&C)")),
+             Qt::Key_F9, *panels.handOvers);
     menu.addSeparator();
     QAction *chips = menu.addAction(text(QT_TRANSLATE_NOOP("MainMenu", "高对比度状态列(&H)")));
     chips->setObjectName(QStringLiteral("highContrastAction"));
@@ -91,11 +100,11 @@ void buildHelpMenu(MainWindow &window)
 
 } // namespace
 
-void MainMenu::build(MainWindow &window, QDockWidget &notices, const Preferences &preferences,
+void MainMenu::build(MainWindow &window, const Panels &panels, const Preferences &preferences,
                      int userId)
 {
     buildFileMenu(window);
-    buildViewMenu(window, notices, preferences, userId);
+    buildViewMenu(window, panels, preferences, userId);
     buildHelpMenu(window);
 }
 

@@ -11,7 +11,12 @@ class Preferences;
 
 /// The menus of the main window.
 struct MainMenu {
-    static void build(MainWindow &window, QDockWidget &notices, const Preferences &preferences,
+    struct Panels {
+        QDockWidget *notices;
+        QDockWidget *handOvers;
+    };
+
+    static void build(MainWindow &window, const Panels &panels, const Preferences &preferences,
                       int userId);
 };
 

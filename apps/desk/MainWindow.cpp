@@ -3,7 +3,9 @@
 #include "apps/desk/MainWindow.h"
 
 #include "apps/desk/AboutBox.h"
+#include "apps/desk/ColumnMemory.h"
 #include "apps/desk/DeskTabs.h"
+#include "apps/desk/HandOverPanel.h"
 #include "apps/desk/IntakeDialog.h"
 #include "apps/desk/MainMenu.h"
 #include "apps/desk/NoticeLog.h"
@@ -14,6 +16,7 @@
 #include "foundation/ui/DMS_UICommon.h"
 #include "services/api/SignIn.h"
 
+#include <QAction>
 #include <QCloseEvent>
 #include <QMessageBox>
 #include <QMimeData>
@@ -23,19 +26,28 @@
 
 namespace KODMS::Host {
 
-MainWindow::MainWindow(Preferences &preferences, NoticeLog &notices)
+namespace {
+
+/// Another set of panels gets another number: what was remembered then does not fit.
+constexpr int PanelsVersion = 1;
+
+QString handOverColumns()
+{
+    return QStringLiteral("handOvers");
+}
+
+} // namespace
+
+MainWindow::MainWindow(Preferences &preferences, NoticeLog &notices, HandOverLog &handOvers)
     : m_preferences(preferences), m_userId(Services::SignIn::current().id)
 {
     setObjectName(QStringLiteral("mainWindow"));
     setWindowTitle(tr("KODMS 料号管理 - %1").arg(Services::SignIn::current().realName));
     setAcceptDrops(mayTakeIn());
     buildCentre();
-    m_notices = new NoticePanel(notices, this);
-    addDockWidget(Qt::BottomDockWidgetArea, m_notices);
-    resizeDocks({m_notices}, {190}, Qt::Vertical);
-    m_notices->hide();
+    buildPanels(notices, handOvers);
     buildStatusBar(notices);
-    MainMenu::build(*this, *m_notices, m_preferences, m_userId);
+    MainMenu::build(*this, {m_notices, m_handOvers}, m_preferences, m_userId);
     restorePlace();
 }
 
@@ -57,6 +69,44 @@ void MainWindow::buildCentre()
     setCentralWidget(centre);
 }
 
+/// Side by side and never one behind the other: a key that hides what nobody sees
+/// would look dead.
+void MainWindow::buildPanels(NoticeLog &notices, HandOverLog &handOvers)
+{
+    setDockOptions(AnimatedDocks);
+    m_notices = new NoticePanel(notices, this);
+    m_handOvers = new HandOverPanel(handOvers, this);
+    ColumnMemory::restore(m_handOvers->header(),
+                          m_preferences.columns(m_userId, handOverColumns()));
+    addDockWidget(Qt::BottomDockWidgetArea, m_notices);
+    splitDockWidget(m_notices, m_handOvers, Qt::Horizontal);
+    resizeDocks({m_notices}, {190}, Qt::Vertical);
+    for (QDockWidget *panel :
+         {static_cast<QDockWidget *>(m_notices), static_cast<QDockWidget *>(m_handOvers)}) {
+        panel->hide();
+        connect(panel->toggleViewAction(), &QAction::triggered, this, &MainWindow::shareRow);
+    }
+}
+
+/// A panel that opens beside the other one would get what its column titles need.
+void MainWindow::shareRow()
+{
+    const bool isRow = m_notices->isVisible() && m_handOvers->isVisible() &&
+                       dockWidgetArea(m_notices) == dockWidgetArea(m_handOvers) &&
+                       m_notices->y() == m_handOvers->y();
+    if (isRow)
+        resizeDocks({m_notices, m_handOvers}, {2, 3}, Qt::Horizontal);
+}
+
+void MainWindow::openPanel(QDockWidget &panel)
+{
+    if (!panel.isVisible()) {
+        panel.show();
+        shareRow();
+    }
+    panel.raise();
+}
+
 void MainWindow::buildStatusBar(NoticeLog &notices)
 {
     auto *fields = new StatusFields(*statusBar(), notices);
@@ -68,6 +118,16 @@ void MainWindow::restorePlace()
     const QSize room = screen()->availableSize();
     resize(QSize(1360, 900).boundedTo(room));
     restoreGeometry(m_preferences.windowGeometry(m_userId));
+    restoreState(m_preferences.panels(m_userId), PanelsVersion);
+}
+
+void MainWindow::rememberPlace()
+{
+    m_desks->saveColumns();
+    m_preferences.setColumns(m_userId, handOverColumns(),
+                             ColumnMemory::save(m_handOvers->header()));
+    m_preferences.setWindowGeometry(m_userId, saveGeometry());
+    m_preferences.setPanels(m_userId, saveState(PanelsVersion));
 }
 
 void MainWindow::openIntake(const QString &path)
@@ -85,8 +145,12 @@ void MainWindow::refreshDesks()
 
 void MainWindow::showNotices()
 {
-    m_notices->show();
-    m_notices->raise();
+    openPanel(*m_notices);
+}
+
+void MainWindow::showHandOvers()
+{
+    openPanel(*m_handOvers);
 }
 
 void MainWindow::showAbout()
@@ -111,8 +175,7 @@ void MainWindow::chooseLanguage(const QString &language)
 void MainWindow::closeEvent(QCloseEvent *event)
 {
     m_desks->announceClose();
-    m_desks->saveColumns();
-    m_preferences.setWindowGeometry(m_userId, saveGeometry());
+    rememberPlace();
     event->accept();
     Q_EMIT closed();
 }

@@ -7,17 +7,19 @@
 namespace KODMS::Host {
 
 class DeskTabs;
+class HandOverLog;
+class HandOverPanel;
 class NoticeLog;
 class NoticePanel;
 class Preferences;
 
-/// The host's window for one signed-in user: desks, notices, status bar, menus.
+/// The host's window for one signed-in user: desks, notices, CAM side, status bar, menus.
 /// A shell: what it shows and does lives in the classes that it puts together.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 
 public:
-    MainWindow(Preferences &preferences, NoticeLog &notices);
+    MainWindow(Preferences &preferences, NoticeLog &notices, HandOverLog &handOvers);
 
     /// True for users who may take in files.
     static bool mayTakeIn();
@@ -26,6 +28,7 @@ public Q_SLOTS:
     void openIntake(const QString &path = QString());
     void refreshDesks();
     void showNotices();
+    void showHandOvers();
     void showAbout();
     void setHighContrastStatus(bool on);
     void chooseLanguage(const QString &language);
@@ -42,13 +45,18 @@ protected:
 
 private:
     void buildCentre();
+    void buildPanels(NoticeLog &notices, HandOverLog &handOvers);
+    void openPanel(QDockWidget &panel);
+    void shareRow();
     void buildStatusBar(NoticeLog &notices);
     void restorePlace();
+    void rememberPlace();
 
     Preferences &m_preferences;
     int m_userId;
     DeskTabs *m_desks = nullptr;
     NoticePanel *m_notices = nullptr;
+    HandOverPanel *m_handOvers = nullptr;
 };
 
 } // namespace KODMS::Host

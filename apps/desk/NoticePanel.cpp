@@ -3,6 +3,7 @@
 #include "apps/desk/NoticePanel.h"
 
 #include "apps/desk/NoticeLog.h"
+#include "apps/desk/TableCopyText.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -12,8 +13,6 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QTableView>
-
-#include <algorithm>
 
 namespace KODMS::Host {
 
@@ -79,20 +78,7 @@ QWidget *NoticePanel::makeTitleBar()
 
 void NoticePanel::copy()
 {
-    QModelIndexList rows = m_table->selectionModel()->selectedRows();
-    if (rows.isEmpty()) {
-        for (int row = 0; row < m_log.rowCount(); ++row)
-            rows << m_log.index(row, 0);
-    }
-    std::sort(rows.begin(), rows.end());
-    QStringList lines;
-    for (const QModelIndex &row : qAsConst(rows)) {
-        QStringList cells;
-        for (int column = 0; column < NoticeLog::ColumnCount; ++column)
-            cells << row.sibling(row.row(), column).data().toString();
-        lines << cells.join(QLatin1Char('\t'));
-    }
-    QGuiApplication::clipboard()->setText(lines.join(QLatin1Char('\n')));
+    QGuiApplication::clipboard()->setText(tableCopyText(*m_table));
 }
 
 void NoticePanel::showEvent(QShowEvent *event)

@@ -78,6 +78,16 @@ void Preferences::setWindowGeometry(int userId, const QByteArray &geometry)
     write(m_filePath, ofUser(userId, QStringLiteral("geometry")), geometry);
 }
 
+QByteArray Preferences::panels(int userId) const
+{
+    return read(m_filePath, ofUser(userId, QStringLiteral("panels"))).toByteArray();
+}
+
+void Preferences::setPanels(int userId, const QByteArray &state)
+{
+    write(m_filePath, ofUser(userId, QStringLiteral("panels")), state);
+}
+
 QByteArray Preferences::columns(int userId, const QString &table) const
 {
     return read(m_filePath, ofUser(userId, QStringLiteral("columns-") + table)).toByteArray();

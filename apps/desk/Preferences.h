@@ -29,6 +29,10 @@ public:
     QByteArray windowGeometry(int userId) const;
     void setWindowGeometry(int userId, const QByteArray &geometry);
 
+    /// Which panels are open, where, and how large, as the main window writes it.
+    QByteArray panels(int userId) const;
+    void setPanels(int userId, const QByteArray &state);
+
     /// Widths and order of one table's columns, as ColumnMemory writes them.
     QByteArray columns(int userId, const QString &table) const;
     void setColumns(int userId, const QString &table, const QByteArray &text);

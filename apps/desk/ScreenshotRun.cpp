@@ -3,6 +3,7 @@
 #include "apps/desk/ScreenshotRun.h"
 
 #include "apps/desk/AboutBox.h"
+#include "apps/desk/HandOverLog.h"
 #include "apps/desk/IntakeDialog.h"
 #include "apps/desk/MainWindow.h"
 #include "apps/desk/NoticeLog.h"
@@ -19,9 +20,11 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QDockWidget>
 #include <QFileInfo>
 #include <QPixmap>
 #include <QTabWidget>
+#include <QTableView>
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include <QVector>
@@ -74,8 +77,8 @@ bool complain(const QString &text)
 
 } // namespace
 
-ScreenshotRun::ScreenshotRun(QString folder, NoticeLog &notices)
-    : m_folder(std::move(folder)), m_notices(notices)
+ScreenshotRun::ScreenshotRun(QString folder, NoticeLog &notices, HandOverLog &handOvers)
+    : m_folder(std::move(folder)), m_notices(notices), m_handOvers(handOvers)
 {
 }
 
@@ -131,7 +134,7 @@ bool ScreenshotRun::renderDesk(const Services::SampleAccount &account, const QSt
         return complain(outcome.text);
     bool saved = false;
     {
-        MainWindow window(preferences, m_notices);
+        MainWindow window(preferences, m_notices, m_handOvers);
         window.resize(DeskSize);
         clickJobWithQuestions(window);
         saved = save(window, QStringLiteral("desk-") + name) &&
@@ -168,6 +171,26 @@ void ScreenshotRun::provokeNotices()
     UI::DMS_UICommon::interface()->sendemitCAMExportJobInfo(QStringLiteral("web000001"), 1);
 }
 
+/// As a morning's downloads leave it.
+bool ScreenshotRun::saveHandOvers(MainWindow &window)
+{
+    UI::DMS_UICommon *hub = UI::DMS_UICommon::interface();
+    const QString root = QStringLiteral("/srv/kodms/download/");
+    hub->inputNewJob(QStringLiteral("A1B000017"),
+                     root + QStringLiteral("A1B000017/A1B000017/layer"));
+    hub->importNewJob(
+        root + QStringLiteral("web000004/控制板 V2.1 (2024-03-18).tgz|thickness=1.6;copper=35"),
+        QStringLiteral("web000004"));
+    hub->inputNewJob(QStringLiteral("web000009"),
+                     root + QStringLiteral("web000009|thickness=0.8;copper=18"));
+    window.showHandOvers();
+    auto *list = window.findChild<QTableView *>(QStringLiteral("handOvers"));
+    list->selectRow(1);
+    const bool saved = save(window, QStringLiteral("hand-over"));
+    window.findChild<QDockWidget *>(QStringLiteral("noticePanel"))->hide();
+    return saved && save(window, QStringLiteral("hand-over-alone"));
+}
+
 bool ScreenshotRun::renderExtras(MainWindow &window)
 {
     window.setHighContrastStatus(true);
@@ -176,6 +199,7 @@ bool ScreenshotRun::renderExtras(MainWindow &window)
     provokeNotices();
     window.showNotices();
     saved = saved && save(window, QStringLiteral("notices"));
+    saved = saved && saveHandOvers(window);
     {
         IntakeDialog dialog(&window);
         saved = saved && save(dialog, QStringLiteral("intake"));

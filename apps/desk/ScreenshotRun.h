@@ -14,6 +14,7 @@ struct SampleAccount;
 
 namespace KODMS::Host {
 
+class HandOverLog;
 class MainWindow;
 class NoticeLog;
 class Preferences;
@@ -22,7 +23,7 @@ class Preferences;
 /// the running sample installation. Refuses any other installation.
 class ScreenshotRun {
 public:
-    ScreenshotRun(QString folder, NoticeLog &notices);
+    ScreenshotRun(QString folder, NoticeLog &notices, HandOverLog &handOvers);
 
     /// The exit code; what went wrong is printed.
     int run();
@@ -35,10 +36,12 @@ private:
     bool saveSecondDesk(MainWindow &window, const QString &name);
     bool renderExtras(MainWindow &window);
     void provokeNotices();
+    bool saveHandOvers(MainWindow &window);
     bool save(QWidget &window, const QString &name);
 
     QString m_folder;
     NoticeLog &m_notices;
+    HandOverLog &m_handOvers;
     ScreenshotLog m_log;
 };
 

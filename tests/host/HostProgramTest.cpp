@@ -240,9 +240,10 @@ void HostProgramTest::picturesOfEveryWindow()
              QStringLiteral("--screenshots"), folder.path(), QStringLiteral("--scale"), scale});
     QVERIFY2(ended.code == 0, qPrintable(ended.err));
     QCOMPARE(ended.err, QString()); // what reads like a failure is one
-    for (const char *name : {"sign-in", "desk-admin", "desk-preprocessor", "desk-reviewer",
-                             "desk-user", "files-admin", "files-preprocessor", "files-reviewer",
-                             "files-user", "desk-high-contrast", "notices", "intake", "about"}) {
+    for (const char *name :
+         {"sign-in", "desk-admin", "desk-preprocessor", "desk-reviewer", "desk-user", "files-admin",
+          "files-preprocessor", "files-reviewer", "files-user", "desk-high-contrast", "notices",
+          "hand-over", "hand-over-alone", "intake", "about"}) {
         const QImage image(folder.filePath(QLatin1String(name) + QStringLiteral(".png")));
         QVERIFY2(!image.isNull(), name);
         const bool isDesk =
@@ -252,7 +253,7 @@ void HostProgramTest::picturesOfEveryWindow()
         const QImage small = image.convertToFormat(QImage::Format_Indexed8);
         QVERIFY2(small.colorCount() > 16, name);
     }
-    QCOMPARE(folder.entryList({QStringLiteral("*.png")}).size(), 13);
+    QCOMPARE(folder.entryList({QStringLiteral("*.png")}).size(), 15);
 }
 
 void HostProgramTest::picturesAreForSamplesOnly()

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "apps/desk/HostSession.h"
 #include "apps/desk/CamRelay.h"
+#include "apps/desk/HandOverLog.h"
 #include "apps/desk/MainWindow.h"
 #include "apps/desk/NoticeLog.h"
 #include "apps/desk/Preferences.h"
@@ -54,6 +55,8 @@ private Q_SLOTS:
     void refreshAsksTheDesk();
     void noticesReachTheStatusBar();
     void whatGoesToTheCamSideIsSaid();
+    void theCamSideHasAKey();
+    void panelsComeBackForTheirUserOnly();
     void onlyFileKeepersMayTakeIn_data();
     void onlyFileKeepersMayTakeIn();
     void everyRoleHasAName();
@@ -78,6 +81,7 @@ private:
     std::unique_ptr<SampleInstallation> m_installation;
     std::unique_ptr<Preferences> m_preferences;
     std::unique_ptr<NoticeLog> m_notices;
+    std::unique_ptr<HandOverLog> m_handOvers;
     std::unique_ptr<HostSession> m_session;
 };
 
@@ -92,15 +96,17 @@ void HostSessionTest::initTestCase()
 void HostSessionTest::init()
 {
     m_notices = std::make_unique<NoticeLog>();
+    m_handOvers = std::make_unique<HandOverLog>();
     connect(DMS_UICommon::interface(), &DMS_UICommon::serviceNotice, m_notices.get(),
             &NoticeLog::add);
-    m_session = std::make_unique<HostSession>(*m_preferences, *m_notices);
+    m_session = std::make_unique<HostSession>(*m_preferences, *m_notices, *m_handOvers);
 }
 
 void HostSessionTest::cleanup()
 {
     m_session.reset();
     m_notices.reset();
+    m_handOvers.reset();
     SignIn::signOut();
 }
 
@@ -146,6 +152,7 @@ void HostSessionTest::switchingUserStartsAfresh()
     signIn(QStringLiteral("admin"));
     const QPointer<DMS_Export_Widget> firstDesk = window().findChild<DMS_Export_Widget *>();
     m_notices->add(1, QStringLiteral("only for the first user"));
+    m_handOvers->addExport(QStringLiteral("only for the first user"), 1);
     const QSignalSpy finished(m_session.get(), &HostSession::finished);
 
     action("switchUserAction").trigger();
@@ -153,6 +160,7 @@ void HostSessionTest::switchingUserStartsAfresh()
     QVERIFY(firstDesk.isNull());
     QCOMPARE(SignIn::current().id, 0);
     QCOMPARE(m_notices->rowCount(), 0);
+    QCOMPARE(m_handOvers->rowCount(), 0);
     QCOMPARE(finished.size(), 0);
     SignInWindow *again = m_session->showSignIn();
     QVERIFY(again->isVisible());
@@ -247,7 +255,7 @@ void HostSessionTest::noticesReachTheStatusBar()
 
 void HostSessionTest::whatGoesToTheCamSideIsSaid()
 {
-    const CamRelay relay(*m_notices);
+    const CamRelay relay(*m_notices, *m_handOvers);
     DMS_UICommon *hub = DMS_UICommon::interface();
     hub->importNewJob(QStringLiteral("/d/web000001/job.tgz|secret=1"), QStringLiteral("web000001"));
     QVERIFY(m_notices->latest().text.contains(QStringLiteral("web000001")));
@@ -257,6 +265,54 @@ void HostSessionTest::whatGoesToTheCamSideIsSaid()
     hub->sendemitCAMExportJobInfo(QStringLiteral("A1B000003"), 41);
     QVERIFY(m_notices->latest().text.contains(QStringLiteral("41")));
     QCOMPARE(m_notices->rowCount(), 3);
+    QCOMPARE(m_handOvers->rowCount(), 3);
+}
+
+void HostSessionTest::theCamSideHasAKey()
+{
+    signIn(QStringLiteral("admin"));
+    window().activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window()));
+    auto *panel = window().findChild<QDockWidget *>(QStringLiteral("handOverPanel"));
+    auto *notices = window().findChild<QDockWidget *>(QStringLiteral("noticePanel"));
+    QVERIFY(!panel->isVisible());
+    QTest::keyClick(&window(), Qt::Key_F9);
+    QVERIFY(panel->isVisible());
+    QTest::keyClick(&window(), Qt::Key_F8);
+    QVERIFY(notices->isVisible());
+    QVERIFY(window().tabifiedDockWidgets(panel).isEmpty()); // both are to be seen
+    QTest::keyClick(&window(), Qt::Key_F9);
+    QVERIFY(!panel->isVisible());
+    QVERIFY(notices->isVisible());
+}
+
+void HostSessionTest::panelsComeBackForTheirUserOnly()
+{
+    const auto panel = [this] {
+        return window().findChild<QDockWidget *>(QStringLiteral("handOverPanel"));
+    };
+    signIn(QStringLiteral("admin"));
+    window().addDockWidget(Qt::RightDockWidgetArea, panel());
+    panel()->show();
+    auto *header =
+        panel()->findChild<QTableView *>(QStringLiteral("handOvers"))->horizontalHeader();
+    header->resizeSection(4, 233);
+    action("switchUserAction").trigger();
+    QTRY_VERIFY(!m_session->mainWindow());
+
+    signIn(QStringLiteral("check-authority"));
+    QVERIFY(!panel()->isVisible());
+    QCOMPARE(window().dockWidgetArea(panel()), Qt::BottomDockWidgetArea);
+    action("switchUserAction").trigger();
+    QTRY_VERIFY(!m_session->mainWindow());
+
+    signIn(QStringLiteral("admin"));
+    QVERIFY(panel()->isVisible());
+    QCOMPARE(window().dockWidgetArea(panel()), Qt::RightDockWidgetArea);
+    header = panel()->findChild<QTableView *>(QStringLiteral("handOvers"))->horizontalHeader();
+    QCOMPARE(header->sectionSize(4), 233);
+    panel()->close();
+    window().addDockWidget(Qt::BottomDockWidgetArea, panel());
 }
 
 void HostSessionTest::onlyFileKeepersMayTakeIn_data()

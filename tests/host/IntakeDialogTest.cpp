@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "apps/desk/IntakeDialog.h"
 #include "apps/desk/DropZone.h"
+#include "apps/desk/HandOverLog.h"
 #include "apps/desk/MainWindow.h"
 #include "apps/desk/NoticeLog.h"
 #include "apps/desk/Preferences.h"
@@ -367,7 +368,8 @@ void IntakeDialogTest::droppingOnTheMainWindowOpensTheDialog()
     m_dialog.reset();
     Preferences preferences(m_files.filePath(QStringLiteral("kodms-desk.ini")));
     NoticeLog notices;
-    MainWindow window(preferences, notices);
+    HandOverLog handOvers;
+    MainWindow window(preferences, notices, handOvers);
     window.show();
     const QString path = zipFile(QStringLiteral("dropped.zip"));
     QString chosen;
