@@ -31,6 +31,10 @@ function(kodms_add_service_module name)
   set_property(GLOBAL APPEND PROPERTY KODMS_SERVICE_MODULES ${target})
 endfunction()
 
+# The tests in which threads of ours meet: what ThreadSanitizer looks at.
+set(KODMS_THREADED_TESTS "^(tasks|notices|disk|filestore|archive|common|ui)[.]|^e2e[.].*Download")
+add_custom_target(kodms_threaded_tests)
+
 # kodms_add_test(NAME [LONG] [TIMEOUT seconds] SOURCES... LINK...): one QtTest executable,
 # registered with CTest under the label fast (or long). NAME is what it tests, MODULE.Class.
 function(kodms_add_test name)
@@ -47,8 +51,12 @@ function(kodms_add_test name)
   if(ARG_LONG)
     set(label long)
   endif()
+  if(name MATCHES "${KODMS_THREADED_TESTS}" AND NOT ARG_LONG)
+    list(APPEND label threads)
+    add_dependencies(kodms_threaded_tests ${name})
+  endif()
   set_tests_properties(${name} PROPERTIES
-    LABELS ${label} TIMEOUT ${ARG_TIMEOUT}
+    LABELS "${label}" TIMEOUT ${ARG_TIMEOUT}
     ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=Asia/Shanghai;QT_LOGGING_RULES=kodms.*.info=false")
 endfunction()
 
