@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
+#include "apps/desk/HandOverLog.h"
 #include "apps/desk/HostSession.h"
 #include "apps/desk/IntakeDialog.h"
 #include "apps/desk/MainWindow.h"
@@ -70,6 +71,7 @@ private:
     std::unique_ptr<SampleInstallation> m_installation;
     std::unique_ptr<Preferences> m_preferences;
     std::unique_ptr<NoticeLog> m_notices;
+    std::unique_ptr<HandOverLog> m_handOvers;
     std::unique_ptr<HostSession> m_session;
 };
 
@@ -84,7 +86,8 @@ void NewcomerTest::initTestCase()
 void NewcomerTest::init()
 {
     m_notices = std::make_unique<NoticeLog>();
-    m_session = std::make_unique<HostSession>(*m_preferences, *m_notices);
+    m_handOvers = std::make_unique<HandOverLog>();
+    m_session = std::make_unique<HostSession>(*m_preferences, *m_notices, *m_handOvers);
     m_session->showSignIn();
     signInByKeys(QStringLiteral("admin"));
     QVERIFY(m_session->mainWindow());
@@ -94,6 +97,7 @@ void NewcomerTest::cleanup()
 {
     m_session.reset();
     m_notices.reset();
+    m_handOvers.reset();
     SignIn::signOut();
 }
 
