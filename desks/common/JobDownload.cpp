@@ -82,11 +82,16 @@ void JobDownload::run() const
     if (!mayBegin())
         return;
     const QVector<Row> rows = selectedRows();
-    for (const Row &row : rows)
-        if (download(row) == Next::End)
+    for (const Row &row : rows) {
+        if (m_desk.its.needsFlowGuid && row.flowGuid.isEmpty()) {
+            inform(m_window, NoFlowGuid);
             break;
-    if (m_window)
-        inform(m_window, Complete);
+        }
+        download(row);
+        if (!m_window)
+            return;
+    }
+    inform(m_window, Complete);
     if (m_window)
         showInFileBrowser(m_desk.lastPath);
 }
@@ -158,41 +163,34 @@ JobDownload::Row JobDownload::rowAt(int row) const
             isTgz};
 }
 
-JobDownload::Next JobDownload::download(const Row &row) const
+void JobDownload::download(const Row &row) const
 {
-    if (m_desk.its.needsFlowGuid && row.flowGuid.isEmpty()) {
-        inform(m_window, NoFlowGuid);
-        return Next::End;
-    }
     const std::optional<QString> flowJob = jobNameOfFlow(row.flowGuid);
-    if (!m_window)
-        return Next::End;
-    if (flowJob)
-        return fetch(row, *flowJob);
-    inform(m_window, RowFailed);
-    return m_window ? Next::GoOn : Next::End;
+    if (flowJob && m_window)
+        fetch(row, *flowJob);
+    else
+        inform(m_window, RowFailed);
 }
 
-JobDownload::Next JobDownload::fetch(const Row &row, const QString &flowJob) const
+void JobDownload::fetch(const Row &row, const QString &flowJob) const
 {
     const QString root = downloadRoot();
     const Target target{flowJob, root + flowJob, root + flowJob + QLatin1Char('.') + row.fileType};
     DMS_StdCommon::getFilesFrommogodbUuidTypeOriginName(
         flowJob.toStdString(), row.storedFile.toStdString(), row.fileType.toStdString());
     if (!m_window)
-        return Next::End;
+        return;
     m_desk.lastPath = target.folder;
     makeJobFolder(root, flowJob);
     const bool isThere = unpack(row, target);
     if (!m_window)
-        return Next::End;
-    if (isThere) {
-        QFile::remove(target.archive);
-        handOver(row, target);
-    } else {
+        return;
+    if (!isThere) {
         inform(m_window, RowFailed);
+        return;
     }
-    return m_window ? Next::GoOn : Next::End;
+    QFile::remove(target.archive);
+    handOver(row, target);
 }
 
 /// What cannot be unpacked is put into the job's folder as it is, under its stored

@@ -57,8 +57,6 @@ private:
         QString archive; ///< root + flow's job name + "." + type
     };
 
-    enum class Next { GoOn, End };
-
     bool mayBegin() const;
     void finishInstead() const;
     bool isUnpaidWebJob() const;
@@ -66,8 +64,8 @@ private:
     QVector<Row> selectedRows() const;
     Row rowAt(int row) const;
 
-    Next download(const Row &row) const;
-    Next fetch(const Row &row, const QString &flowJob) const;
+    void download(const Row &row) const;
+    void fetch(const Row &row, const QString &flowJob) const;
     bool unpack(const Row &row, const Target &target) const;
     void handOver(const Row &row, const Target &target) const;
     void handOverTgz(const Target &target) const;

@@ -19,6 +19,11 @@ private Q_SLOTS:
     void theDownloadEndsWhereTheDeskDies();
     void aDeskDiesWhileItSpeaks_data();
     void aDeskDiesWhileItSpeaks();
+
+    void aDeskDiesWhileItSpeaksOfALostFlow_data() { addDeskRows(); }
+
+    void aDeskDiesWhileItSpeaksOfALostFlow();
+    void aDeskDiesWhileItSpeaksOfAMissingGuid();
     void aDeskDiesWhenTheHostHearsOfAWebItem();
     void aDeskDiesWhenAnOrderIsLookedUp_data();
     void aDeskDiesWhenAnOrderIsLookedUp();
@@ -108,6 +113,29 @@ void JobDownloadDeskGoneTest::aDeskDiesWhileItSpeaks()
     QVERIFY(!window.widget());
     QCOMPARE(world.story().last(), QStringLiteral("box(\"%1\")").arg(text));
     QCOMPARE(world.story().filter(text).size(), 1);
+}
+
+void JobDownloadDeskGoneTest::aDeskDiesWhileItSpeaksOfALostFlow()
+{
+    QFETCH(Desk, desk);
+    DownloadWorld world;
+    FakeServices::instance().jobFlows.once({});
+    OperationDesk window(desk, tgzRows(2));
+    world.whileOpen(QStringLiteral("下载失败或文件已下载!"), [&window] { window.remove(); });
+    downloadRows(world, window, {0, 1});
+    QCOMPARE(world.story(), QStringList({Ask, lookUp(1), Failed}));
+}
+
+void JobDownloadDeskGoneTest::aDeskDiesWhileItSpeaksOfAMissingGuid()
+{
+    const QString text = QStringLiteral("文件获取失败.");
+    DownloadWorld world;
+    QVector<JobRow> rows = tgzRows(2);
+    rows[0].flow.clear();
+    OperationDesk window(Desk::JobFlow, rows);
+    world.whileOpen(text, [&window] { window.remove(); });
+    downloadRows(world, window, {0, 1});
+    QCOMPARE(world.story(), QStringList({Ask, QStringLiteral("box(\"%1\")").arg(text)}));
 }
 
 void JobDownloadDeskGoneTest::aDeskDiesWhenTheHostHearsOfAWebItem()
