@@ -11,7 +11,6 @@
 
 namespace KODMS::Admin {
 
-using Console::Interrupt;
 using Console::Terminal;
 
 QList<QCommandLineOption> AdminTool::toolOptions()
