@@ -374,6 +374,14 @@
         <source>该文件正在被删除，未登记</source>
         <translation>the file is being removed; it was not recorded</translation>
     </message>
+    <message>
+        <source>导入料号</source>
+        <translation>Import a job</translation>
+    </message>
+    <message>
+        <source>导入机器人结果</source>
+        <translation>Import the robot&apos;s result</translation>
+    </message>
 </context>
 <context>
     <name>Common</name>
@@ -650,6 +658,25 @@
     <message>
         <source>来源备注</source>
         <translation>Source remark</translation>
+    </message>
+</context>
+<context>
+    <name>JobImport</name>
+    <message>
+        <source>文件超过 %1 字节</source>
+        <translation>The file has more than %1 bytes</translation>
+    </message>
+    <message>
+        <source>kos格式无需导入</source>
+        <translation>The kos format needs no import</translation>
+    </message>
+    <message>
+        <source>文件在读取后被修改，请重新选择</source>
+        <translation>The file was changed after it was read; please choose it again</translation>
+    </message>
+    <message>
+        <source>这是链接，请选择它所指的文件或文件夹</source>
+        <translation>This is a link; please choose the file or folder that it leads to</translation>
     </message>
 </context>
 <context>
@@ -1259,6 +1286,143 @@ Roles: %2</translation>
     <message>
         <source>文件库中的文件已损坏，与存入时不同：%1</source>
         <translation>The stored file is damaged, it differs from what was stored: %1</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Services::ImportDropArea</name>
+    <message>
+        <source>选择文件(&amp;F)…</source>
+        <translation>Choose a &amp;file…</translation>
+    </message>
+    <message>
+        <source>选择文件夹(&amp;D)…</source>
+        <translation>Choose a fol&amp;der…</translation>
+    </message>
+    <message>
+        <source>把 ODB++ 压缩包或文件夹拖到这里</source>
+        <translation>Drop an ODB++ archive or folder here</translation>
+    </message>
+    <message>
+        <source>选择 ODB++ 压缩包</source>
+        <translation>Choose an ODB++ archive</translation>
+    </message>
+    <message>
+        <source>压缩包 (*.tgz *.gz *.zip *.tar *.7z *.rar);;所有文件 (*)</source>
+        <translation>Archives (*.tgz *.gz *.zip *.tar *.7z *.rar);;All files (*)</translation>
+    </message>
+    <message>
+        <source>选择 ODB++ 文件夹</source>
+        <translation>Choose an ODB++ folder</translation>
+    </message>
+    <message>
+        <source>一次只能导入一个文件或文件夹</source>
+        <translation>Only one file or folder can be imported at a time</translation>
+    </message>
+    <message>
+        <source>只能导入本机上的文件或文件夹</source>
+        <translation>Only files and folders of this computer can be imported</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Services::ImportForm</name>
+    <message>
+        <source>导入机器人结果</source>
+        <translation>Import the robot&apos;s result</translation>
+    </message>
+    <message>
+        <source>导入料号</source>
+        <translation>Import a job</translation>
+    </message>
+    <message>
+        <source>导入(&amp;I)</source>
+        <translation>&amp;Import</translation>
+    </message>
+    <message>
+        <source>关闭(&amp;C)</source>
+        <translation>&amp;Close</translation>
+    </message>
+    <message>
+        <source>%1：%2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1：%2（原始料名 %3）</source>
+        <translation>%1: %2 (original job name %3)</translation>
+    </message>
+    <message>
+        <source>料名</source>
+        <translation>Job name</translation>
+    </message>
+    <message>
+        <source>步骤</source>
+        <translation>Steps</translation>
+    </message>
+    <message>
+        <source>层数</source>
+        <translation>Layers</translation>
+    </message>
+    <message>
+        <source>%1（矩阵 %2 行）</source>
+        <translation>%1 (%2 rows in the matrix)</translation>
+    </message>
+    <message>
+        <source>各类型层</source>
+        <translation>Layers by type</translation>
+    </message>
+    <message>
+        <source>特征数</source>
+        <translation>Features</translation>
+    </message>
+    <message>
+        <source>大小</source>
+        <translation>Size</translation>
+    </message>
+    <message>
+        <source>%1，%2 个文件</source>
+        <translation>%1, %2 files</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Services::ImportSession</name>
+    <message>
+        <source>正在导入 %1，完成前不能转到 %2</source>
+        <translation>%1 is being imported; the window cannot move to %2 before that is done</translation>
+    </message>
+    <message>
+        <source>为 %1 选择的 %2 尚未导入，放弃并转到 %3？</source>
+        <translation>%2, chosen for %1, has not been imported. Drop it and move to %3?</translation>
+    </message>
+    <message>
+        <source>导入</source>
+        <translation>Import</translation>
+    </message>
+    <message>
+        <source>读取 %1</source>
+        <translation>Reading %1</translation>
+    </message>
+    <message>
+        <source>窗口已关闭，未导入</source>
+        <translation>The window was closed; nothing was imported</translation>
+    </message>
+    <message>
+        <source>未导入</source>
+        <translation>Not imported</translation>
+    </message>
+    <message>
+        <source>导入 %1</source>
+        <translation>Importing %1</translation>
+    </message>
+    <message>
+        <source>导入 %1：%2</source>
+        <translation>Import of %1: %2</translation>
+    </message>
+    <message>
+        <source>相同的内容已由 %1 于 %2 导入过，仍要再次导入吗？</source>
+        <translation>%1 imported the same content at %2. Import it again?</translation>
+    </message>
+    <message>
+        <source>已为 %1 导入 %2：%3 层，%4 个特征</source>
+        <translation>Imported %2 for %1: %3 layers, %4 features</translation>
     </message>
 </context>
 <context>

@@ -5,6 +5,7 @@
 #include "services/notices/NoticeHub.h"
 #include "services/records/SchemaMigrator.h"
 #include "services/records/Transaction.h"
+#include "services/session/SessionSignals.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -103,12 +104,14 @@ void Runtime::setCurrent(const std::shared_ptr<Runtime> &runtime)
 {
     RecordContext::setCurrent(runtime ? &runtime->records() : nullptr);
     running = runtime;
+    Q_EMIT SessionSignals::instance().actorChanged();
 }
 
 void Runtime::setActor(const Actor &actor)
 {
     m_memory.clear();
     m_records.setActor(actor);
+    Q_EMIT SessionSignals::instance().actorChanged();
 }
 
 /// A mark that no deletion followed is forgotten; a deletion whose stored file
