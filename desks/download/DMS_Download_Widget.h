@@ -5,6 +5,7 @@
 #include "desks/common/DesksExport.h"
 
 #include <QList>
+#include <QPointer>
 #include <QString>
 #include <QVector>
 #include <QWidget>
@@ -96,6 +97,7 @@ private:
     bool checkDownLoadSAuthority();
     bool checkInsertJobType(const QString &folder);
     void OpenFileFolder(QString path);
+    void showImportWindow();
 
     void clearTableData();
     std::vector<DataLib::Model::DB_Search> fileConditions(const QString &text);
@@ -124,9 +126,9 @@ private:
     DMS_ModifyFile_Widget *m_pModifyFileWidget = nullptr; // on first use
     TableData m_TableData;                                // the rows of the present page
     DMS_TurnPage_Plugin<TableData, QTableWidget *> *m_TurnPage = nullptr;
-    QVector<int> m_AssignerIds;                   // user ids, in the order of the assigner combo
-    QTableWidgetItem *m_pCurrentItem = nullptr;   // when a menu last opened; may be gone since
-    DMS_Import_Widget *m_pImportWidget = nullptr; // on first use
+    QVector<int> m_AssignerIds;                  // user ids, in the order of the assigner combo
+    QTableWidgetItem *m_pCurrentItem = nullptr;  // when a menu last opened; may be gone since
+    QPointer<DMS_Import_Widget> m_pImportWidget; // on first use
     int m_SortDescending = 0;
     int m_SortColumn = -1;
     QString m_EmptyText = QStringLiteral(""); // a cell text of the row that a fill selects

@@ -5,6 +5,7 @@
 #include "desks/common/DesksExport.h"
 
 #include <QList>
+#include <QPointer>
 #include <QString>
 #include <QVector>
 #include <QWidget>
@@ -166,7 +167,7 @@ private:
     QHBoxLayout *m_pBottomLayout = nullptr;
     DMS_JobCheck_Widget *m_pCreateQuestionWidget = nullptr; // on first use
     DMS_JobCheck_Widget *m_pViewQuestionWidget = nullptr;   // on first use
-    DMS_Import_Widget *m_pDMS_Import_Widget = nullptr;      // on first use
+    QPointer<DMS_Import_Widget> m_pDMS_Import_Widget;       // on first use; may go before the desk
     QVector<int> m_AssignerIds; // user ids, in the order of the assigner combo
     QString m_flowDetails;
     int m_SortDescending = 0;

@@ -4,16 +4,14 @@
 
 namespace KODMS::UI {
 
-// Raising and viewing questions and the import are not offered by this version of
-// the desk: their buttons are in place and do nothing. The slots stand in the
-// meta-object's method table, whose order hosts rely on.
+// Raising and viewing questions are not offered by this version of the desk: their
+// buttons are in place and do nothing. The slots stand in the meta-object's method
+// table, whose order hosts rely on.
 
 void DMS_Export_Widget::on_m_pCreateQuestionPB_clicked() {}
 
 void DMS_Export_Widget::on_m_pViewQuestionPB_clicked() {}
 
 void DMS_Export_Widget::on_m_pQuestionTableWidget_ItemDoubleClicked(QTableWidgetItem *) {}
-
-void DMS_Export_Widget::on_m_pImputPB_clicked() {}
 
 } // namespace KODMS::UI

@@ -4,7 +4,6 @@
 #include "tests/desks/ConditionLines.h"
 #include "tests/desks/DownloadDesk.h"
 #include "tests/desks/Receivers.h"
-#include "tests/fakes/MessageBoxProbe.h"
 #include "tests/support/TestMain.h"
 
 #include <QApplication>
@@ -39,8 +38,6 @@ private Q_SLOTS:
     void aDeskThatIsStillBeingBuiltHearsNoRefresh();
     void theOtherRefreshSignalIsNotForThisDesk();
     void theHubReachesNoDeletedDesk();
-    void actionsThatAreNotOfferedYetDoNothing_data();
-    void actionsThatAreNotOfferedYetDoNothing();
     void aDeskDiesInTheMiddleOfAnything();
     void aDeskIsNotKnownByTheOthersName();
 };
@@ -227,26 +224,6 @@ void DownloadWidgetWiringTest::theHubReachesNoDeletedDesk()
     FakeServices::instance().forgetCalls();
     FakeServices::instance().raiseRefreshOrigFileTable();
     QVERIFY(FakeServices::instance().calls().isEmpty());
-}
-
-void DownloadWidgetWiringTest::actionsThatAreNotOfferedYetDoNothing_data()
-{
-    QTest::addColumn<QByteArray>("slot");
-    QTest::newRow("import of a robot result") << QByteArray("on_m_pRobotImport_clicked");
-}
-
-void DownloadWidgetWiringTest::actionsThatAreNotOfferedYetDoNothing()
-{
-    QFETCH(QByteArray, slot);
-    answerWithFiles(3);
-    const auto desk = makeDownloadDesk({Right::Admin});
-    KODMS::Fakes::MessageBoxProbe probe;
-    jobTable(*desk)->setCurrentCell(0, 1);
-    FakeServices::instance().forgetCalls();
-    QVERIFY(QMetaObject::invokeMethod(desk.get(), slot.constData()));
-    QVERIFY(FakeServices::instance().calls().isEmpty());
-    QCOMPARE(probe.count(), 0);
-    QVERIFY(FakeServices::instance().windows.isEmpty());
 }
 
 void DownloadWidgetWiringTest::aDeskDiesInTheMiddleOfAnything()

@@ -326,7 +326,7 @@ void ExportWidgetWiringTest::actionsThatAreNotOfferedYetDoNothing()
     KODMS::Fakes::MessageBoxProbe probe;
     jobTable(*desk)->setCurrentCell(0, 1);
     FakeServices::instance().forgetCalls();
-    const char *const buttons[] = {"m_pCreateQuestionPB", "m_pViewQuestionPB", "m_pImputPB"};
+    const char *const buttons[] = {"m_pCreateQuestionPB", "m_pViewQuestionPB"};
     for (const char *button : buttons)
         control<QPushButton>(*desk, button)->click();
     QVERIFY(FakeServices::instance().calls().isEmpty());
