@@ -539,6 +539,10 @@
         <source>取文件 %1</source>
         <translation>Fetching %1</translation>
     </message>
+    <message>
+        <source>无法创建文件夹 %1</source>
+        <translation>Cannot make the folder %1</translation>
+    </message>
 </context>
 <context>
     <name>FetchTarget</name>

@@ -31,6 +31,10 @@ namespace {
 /// Another set of panels gets another number: what was remembered then does not fit.
 constexpr int PanelsVersion = 1;
 
+/// What a window manager adds around a window, title bar and all; known only when it
+/// has done so.
+constexpr QSize RoomForFrame(16, 48);
+
 QString handOverColumns()
 {
     return QStringLiteral("handOvers");
@@ -116,7 +120,7 @@ void MainWindow::buildStatusBar(NoticeLog &notices)
 void MainWindow::restorePlace()
 {
     const QSize room = screen()->availableSize();
-    resize(QSize(1360, 900).boundedTo(room));
+    resize(QSize(1360, 900).boundedTo(room - RoomForFrame));
     restoreGeometry(m_preferences.windowGeometry(m_userId));
     restoreState(m_preferences.panels(m_userId), PanelsVersion);
 }

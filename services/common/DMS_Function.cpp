@@ -41,6 +41,11 @@ int ExtractorFileFromcompressFile(std::wstring archivePath, std::wstring /*archi
     const QString target = QString::fromStdWString(targetFolder);
     if (target.isEmpty())
         return reported(archive, Outcome::failure(tr("没有指定解压的目标文件夹")));
+    if (!QFileInfo::exists(archive)) {
+        // Whoever should have brought it has said why; a notice of ours would cover that one.
+        qCInfo(lcArchive) << "unpack: there is no" << archive;
+        return Failed;
+    }
     const Runtime *runtime = Runtime::current();
     const LimitSettings limits = runtime ? runtime->configuration().limits : LimitSettings();
     qint64 files = 0;

@@ -12,6 +12,7 @@
 #include "services/ui/FetchTarget.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -61,6 +62,12 @@ QString allowedStoredName(const std::string &uuid)
         needOneInScope(change, files.flowsOf(file->id));
     });
     return allowed ? storedName : QString();
+}
+
+/// It was made when the services started; somebody who tidied up may have removed it.
+bool makeDownloadFolder(const QString &target)
+{
+    return QDir().mkpath(QFileInfo(target).absolutePath());
 }
 
 /// What was fetched before must not pass for what this fetch should have brought.
@@ -117,6 +124,13 @@ void DMS_StdCommon::getFilesFrommogodbUuidTypeOriginName(std::string jobName, st
     const QString storedName = allowedStoredName(uuid);
     if (storedName.isEmpty())
         return;
+    if (!makeDownloadFolder(target.value)) {
+        const QString folder = QFileInfo(target.value).absolutePath();
+        report(jobName, Outcome::failure(
+                            QCoreApplication::translate("Fetch", "无法创建文件夹 %1").arg(folder),
+                            QStringLiteral("cannot make ") + folder));
+        return;
+    }
     const FileStore &store = runtime->fileStore();
     const Outcome fetched = TaskRunner::instance().run(
         QCoreApplication::translate("Fetch", "取文件 %1").arg(QFileInfo(target.value).fileName()),

@@ -22,6 +22,7 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QRegularExpression>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QSqlDatabase>
 #include <QSqlQuery>
@@ -46,6 +47,7 @@ private Q_SLOTS:
     void init();
     void cleanup();
     void signingInOpensTheDesk();
+    void theFirstWindowFitsTheScreen();
     void theWindowSaysWhoAndWhere();
     void switchingUserStartsAfresh();
     void closingTheWindowEndsTheSession();
@@ -132,6 +134,15 @@ void HostSessionTest::signingInOpensTheDesk()
     QCOMPARE(window().findChild<QTabWidget *>(QStringLiteral("deskTabs"))->tabText(0),
              QStringLiteral("料号流程"));
     QVERIFY(window().findChild<QLabel *>(QStringLiteral("sampleBanner"))->isVisible());
+}
+
+/// With the frame around it: what goes wrong is said in its lowest line.
+void HostSessionTest::theFirstWindowFitsTheScreen()
+{
+    signIn(QStringLiteral("pre-process"));
+    const QSize room = window().screen()->availableSize();
+    QVERIFY(window().height() <= room.height() - 40);
+    QVERIFY(window().width() <= room.width() - 16);
 }
 
 void HostSessionTest::theWindowSaysWhoAndWhere()

@@ -32,6 +32,8 @@ private Q_SLOTS:
     void bringsTheFileByStoredName();
     void bringsTheFileByGuid();
     void replacesWhatStoodThere();
+    void aDownloadFolderThatWasRemovedIsMadeAgain();
+    void aDownloadFolderThatCannotBeMadeIsSaid();
     void neverWritesThroughALink();
     void whoMayHaveIt_data();
     void whoMayHaveIt();
@@ -117,6 +119,25 @@ void FetchTest::replacesWhatStoodThere()
     QVERIFY(writeFile(target(), "an older file that is much longer than the new one is"));
     fetch(QStringLiteral("job"), m_job.storedName);
     QCOMPARE(contentOf(target()), m_content);
+}
+
+void FetchTest::aDownloadFolderThatWasRemovedIsMadeAgain()
+{
+    QVERIFY(QDir(download()).removeRecursively());
+    fetch(QStringLiteral("job"), m_job.storedName);
+    QCOMPARE(contentOf(target()), m_content);
+}
+
+void FetchTest::aDownloadFolderThatCannotBeMadeIsSaid()
+{
+    QVERIFY(QDir(download()).removeRecursively());
+    QVERIFY(writeFile(download(), "a file in its place"));
+    const QSignalSpy notices(DMS_UICommon::interface(), &DMS_UICommon::serviceNotice);
+    expectWarning();
+    fetch(QStringLiteral("job"), m_job.storedName);
+    QCOMPARE(notices.size(), 1);
+    QVERIFY(notices.first().at(1).toString().contains(download()));
+    QCOMPARE(contentOf(download()), QByteArray("a file in its place"));
 }
 
 void FetchTest::neverWritesThroughALink()
