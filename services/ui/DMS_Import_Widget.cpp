@@ -100,8 +100,15 @@ DMS_Import_Widget::DMS_Import_Widget(int mode, QWidget *parent) : QWidget(parent
 
 DMS_Import_Widget::~DMS_Import_Widget() = default;
 
+/// A window that is open somewhere behind comes to the front: it belongs to no other
+/// window, and whoever sends it a job wants to see it.
 void DMS_Import_Widget::setFlowGuid(const Import_Info &info)
 {
+    if (isVisible()) {
+        setWindowState(windowState() & ~Qt::WindowMinimized);
+        raise();
+        activateWindow();
+    }
     d->session.setTarget(info);
 }
 

@@ -36,6 +36,7 @@ private Q_SLOTS:
     void cleanup();
     void isAWindowOfItsOwn();
     void saysWhichJobItIsFor();
+    void comesBackForAnotherJob();
     void showsWhatWillBeImported();
     void importsByClicks();
     void importsByKeys();
@@ -140,6 +141,17 @@ void ImportWindowTest::saysWhichJobItIsFor()
     m_window->setFlowGuid(named);
     QVERIFY(text("importTarget").contains(QStringLiteral("电源板")));
     QVERIFY(!button("importJob")->isEnabled());
+}
+
+void ImportWindowTest::comesBackForAnotherJob()
+{
+    open();
+    m_window->showMinimized();
+    m_window->setFlowGuid(info());
+    QVERIFY(!m_window->isMinimized());
+    m_window->close();
+    m_window->setFlowGuid(info()); // shown by whoever wants it shown
+    QVERIFY(m_window->isHidden());
 }
 
 void ImportWindowTest::showsWhatWillBeImported()

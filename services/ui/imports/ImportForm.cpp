@@ -11,6 +11,7 @@
 #include <QMap>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QStyle>
 #include <QVBoxLayout>
 
 namespace KODMS::Services {
@@ -46,6 +47,7 @@ ImportForm::ImportForm(ImportKind kind, QWidget *parent)
       m_message(plainLabel(QStringLiteral("importMessage"), this))
 {
     buildLayout();
+    setAcceptDrops(true);
     connect(m_drop, &ImportDropArea::chosen, this, &ImportForm::pathChosen);
     connect(m_drop, &ImportDropArea::refused, this,
             [this](const QString &why) { showMessage(why, true); });
@@ -57,10 +59,14 @@ void ImportForm::buildLayout()
     m_scroll->setObjectName(QStringLiteral("importDetails"));
     m_scroll->setWidgetResizable(true);
     m_scroll->setFocusPolicy(Qt::NoFocus);
+    QFont heading = font();
+    heading.setBold(true);
+    m_target->setFont(heading);
     auto *column = new QVBoxLayout(this);
     column->addWidget(m_target);
+    column->setSpacing(10);
     column->addWidget(m_drop);
-    column->addWidget(m_scroll, 1);
+    column->addWidget(m_scroll);
     column->addWidget(m_message);
     column->addWidget(buildButtons());
     setFocusProxy(m_drop);
@@ -97,15 +103,24 @@ void ImportForm::showDetails(const QVector<Detail> &details)
     auto *page = new QWidget;
     auto *rows = new QFormLayout(page);
     rows->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    rows->setHorizontalSpacing(20);
+    rows->setVerticalSpacing(8);
     for (const Detail &detail : details) {
         QLabel *value = plainLabel(QLatin1String(detail.name), page);
         value->setText(detail.text);
         value->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
         value->setAccessibleName(detail.title);
-        rows->addRow(detail.title, value);
+        value->setAlignment(Qt::AlignTop);
+        auto *title = new QLabel(detail.title, page);
+        title->setObjectName(QStringLiteral("importDetailTitle"));
+        title->setAlignment(Qt::AlignTop);
+        title->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+        rows->addRow(title, value);
     }
     m_scroll->setWidget(page); // deletes the one before
     page->show();
+    m_scroll->setVisible(!details.isEmpty());
+    m_drop->setCompact(!details.isEmpty());
 }
 
 void ImportForm::showNothing()
@@ -151,6 +166,23 @@ void ImportForm::showMessage(const QString &text, bool isError)
     QFont font = m_message->font();
     font.setBold(isError);
     m_message->setFont(font);
+    style()->unpolish(m_message); // a host's sheet may paint the two in different colours
+    style()->polish(m_message);
+}
+
+void ImportForm::dragEnterEvent(QDragEnterEvent *event)
+{
+    m_drop->dragEnterEvent(event);
+}
+
+void ImportForm::dragLeaveEvent(QDragLeaveEvent *event)
+{
+    m_drop->dragLeaveEvent(event);
+}
+
+void ImportForm::dropEvent(QDropEvent *event)
+{
+    m_drop->dropEvent(event);
 }
 
 void ImportForm::setWorking(bool isWorking)

@@ -37,6 +37,12 @@ Q_SIGNALS:
     void importRequested();
     void closeRequested();
 
+protected:
+    // A drop anywhere in the window is meant for the one place.
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dragLeaveEvent(QDragLeaveEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+
 private:
     struct Detail {
         QString title;
