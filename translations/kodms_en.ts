@@ -518,6 +518,25 @@
     </message>
 </context>
 <context>
+    <name>DeskList</name>
+    <message>
+        <source>导出列表</source>
+        <translation>Export list</translation>
+    </message>
+    <message>
+        <source>%1 已存在，要替换吗？</source>
+        <translation>%1 exists already. Replace it?</translation>
+    </message>
+    <message>
+        <source>Excel 工作簿 (*.xlsx)</source>
+        <translation>Excel workbook (*.xlsx)</translation>
+    </message>
+    <message>
+        <source>CSV 文件 (*.csv)</source>
+        <translation>CSV file (*.csv)</translation>
+    </message>
+</context>
+<context>
     <name>Fetch</name>
     <message>
         <source>取文件（%1）：%2</source>
@@ -1553,6 +1572,10 @@ Roles: %2</translation>
         <source>%1/秒</source>
         <translation>%1/s</translation>
     </message>
+    <message>
+        <source>%1 行</source>
+        <translation>%1 rows</translation>
+    </message>
 </context>
 <context>
     <name>KODMS::Services::TaskRunner</name>
@@ -1567,6 +1590,33 @@ Roles: %2</translation>
     <message>
         <source>已取消：%1。本次操作的其余部分不再进行。</source>
         <translation>Cancelled: %1. The rest of this action is not carried out.</translation>
+    </message>
+</context>
+<context>
+    <name>ListExport</name>
+    <message>
+        <source>查询条件有误，未导出</source>
+        <translation>the search cannot be understood; nothing was exported</translation>
+    </message>
+    <message>
+        <source>结果有 %1 行，而工作表只能容纳 %2 行：请缩小筛选范围，或导出为 CSV</source>
+        <translation>the result has %1 rows and a worksheet holds %2: narrow the filter, or export as CSV</translation>
+    </message>
+    <message>
+        <source>已导出 %1 行：%2</source>
+        <translation>%1 rows exported: %2</translation>
+    </message>
+    <message>
+        <source>导出的文件中有 %1 个单元格超过 32,767 个字符，只保留了开头</source>
+        <translation>%1 cells of the exported file were longer than 32,767 characters; only their beginning was kept</translation>
+    </message>
+    <message>
+        <source>服务尚未启动</source>
+        <translation>the services are not running</translation>
+    </message>
+    <message>
+        <source>导出 %1</source>
+        <translation>Exporting %1</translation>
     </message>
 </context>
 <context>
@@ -1618,6 +1668,10 @@ Roles: %2</translation>
     <message>
         <source>CAM 交接(&amp;C)</source>
         <translation>&amp;CAM side</translation>
+    </message>
+    <message>
+        <source>导出列表(&amp;E)…</source>
+        <translation>&amp;Export list…</translation>
     </message>
 </context>
 <context>
@@ -2033,6 +2087,17 @@ Roles: %2</translation>
     <message>
         <source>查询条件有误，未执行查询</source>
         <translation>The search conditions are not valid; nothing was searched</translation>
+    </message>
+</context>
+<context>
+    <name>XlsxFile</name>
+    <message>
+        <source>无法写完文件（磁盘空间可能不足）：%1</source>
+        <translation>the file could not be written whole (the disk may be full): %1</translation>
+    </message>
+    <message>
+        <source>工作表只能容纳 %1 行</source>
+        <translation>a worksheet holds %1 rows only</translation>
     </message>
 </context>
 </TS>

@@ -3,10 +3,12 @@
 #include "apps/desk/DeskTabs.h"
 
 #include "apps/desk/ColumnMemory.h"
+#include "apps/desk/DeskSearches.h"
 #include "apps/desk/Preferences.h"
 #include "apps/desk/StatusChipDelegate.h"
 #include "desks/download/DMS_Download_Widget.h"
 #include "desks/export/DMS_Export_Widget.h"
+#include "foundation/ui/DMS_UICommon.h"
 
 #include <QBoxLayout>
 #include <QHash>
@@ -16,6 +18,8 @@
 namespace KODMS::Host {
 
 namespace {
+
+enum DeskNumber { ExportDesk, DownloadDesk };
 
 /// Widths that show the usual content whole, by column.
 int firstWidth(const QString &columnId)
@@ -72,12 +76,30 @@ DeskTabs::DeskTabs(Preferences &preferences, int userId, QWidget *parent)
 {
     setObjectName(QStringLiteral("deskTabs"));
     setDocumentMode(true);
-    addExportDesk();
-    addDownloadDesk();
+    buildDesks();
     const auto tables = findChildren<QTableWidget *>();
     for (QTableWidget *table : tables)
         prepareTable(*table);
     setHighContrastStatus(m_preferences.highContrastStatus(m_userId));
+}
+
+/// Who searches is known by who is told to: slots are called in the order in which they
+/// were connected, and the desks connect theirs while they are built.
+void DeskTabs::buildDesks()
+{
+    m_searches = new DeskSearches([this] { return currentIndex(); }, this);
+    UI::DMS_UICommon *hub = UI::DMS_UICommon::interface();
+    connect(hub, &UI::DMS_UICommon::refreshExportJobTable, m_searches,
+            [this] { m_searches->begin(ExportDesk); });
+    connect(hub, &UI::DMS_UICommon::refreshOrigFileTable, m_searches,
+            [this] { m_searches->begin(DownloadDesk); });
+    m_searches->begin(ExportDesk);
+    addExportDesk();
+    m_searches->begin(DownloadDesk);
+    addDownloadDesk();
+    m_searches->done();
+    connect(hub, &UI::DMS_UICommon::refreshExportJobTable, m_searches, &DeskSearches::done);
+    connect(hub, &UI::DMS_UICommon::refreshOrigFileTable, m_searches, &DeskSearches::done);
 }
 
 void DeskTabs::addExportDesk()
@@ -130,6 +152,23 @@ void DeskTabs::saveColumns()
     for (const QTableWidget *table : tables)
         m_preferences.setColumns(m_userId, memoryKey(*table),
                                  ColumnMemory::save(*table->horizontalHeader()));
+}
+
+std::optional<DeskList> DeskTabs::list() const
+{
+    const auto search = m_searches->last(currentIndex());
+    const auto *table =
+        currentWidget()->findChild<QTableWidget *>(QStringLiteral("m_pJobTableWidget"));
+    if (!search || !table)
+        return std::nullopt;
+    DeskList list{tabText(currentIndex()), {}, *search};
+    const QHeaderView &header = *table->horizontalHeader();
+    for (int visual = 0; visual < header.count(); ++visual) {
+        const int column = header.logicalIndex(visual);
+        if (!header.isSectionHidden(column))
+            list.columns << table->horizontalHeaderItem(column)->text();
+    }
+    return list;
 }
 
 void DeskTabs::announceClose()

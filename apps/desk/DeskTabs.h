@@ -2,8 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "apps/desk/DeskList.h"
+
 #include <QPointer>
 #include <QTabWidget>
+
+#include <optional>
 
 class QTableWidget;
 
@@ -14,6 +18,7 @@ class DMS_Export_Widget;
 
 namespace KODMS::Host {
 
+class DeskSearches;
 class Preferences;
 class StatusChipDelegate;
 
@@ -30,12 +35,16 @@ public:
     /// Remembers the columns of every table.
     void saveColumns();
 
+    /// What the desk in front shows, all pages of it; nothing when it has no table.
+    std::optional<DeskList> list() const;
+
     /// Tells the desks that the main window closes.
     void announceClose();
 
 private:
     void addExportDesk();
     void addDownloadDesk();
+    void buildDesks();
     void prepareTable(QTableWidget &table);
 
     Preferences &m_preferences;
@@ -43,6 +52,7 @@ private:
     QPointer<UI::DMS_Export_Widget> m_exportDesk;
     QPointer<UI::DMS_Download_Widget> m_downloadDesk;
     StatusChipDelegate *m_chips = nullptr;
+    DeskSearches *m_searches = nullptr;
 };
 
 } // namespace KODMS::Host

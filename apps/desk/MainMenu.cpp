@@ -38,6 +38,8 @@ void buildFileMenu(MainWindow &window)
         add(menu, "intakeAction", text(QT_TRANSLATE_NOOP("MainMenu", "接收客户文件(&N)…")),
             QKeySequence::New, window, [&window] { window.openIntake(); });
     intake->setEnabled(MainWindow::mayTakeIn());
+    add(menu, "exportAction", text(QT_TRANSLATE_NOOP("MainMenu", "导出列表(&E)…")),
+        QKeySequence(QStringLiteral("Ctrl+E")), window, &MainWindow::exportList);
     menu.addSeparator();
     add(menu, "switchUserAction", text(QT_TRANSLATE_NOOP("MainMenu", "切换用户(&U)…")),
         QKeySequence(QStringLiteral("Ctrl+U")), window, &MainWindow::switchUserRequested);

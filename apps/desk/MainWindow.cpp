@@ -147,6 +147,12 @@ void MainWindow::refreshDesks()
     UI::DMS_UICommon::interface()->emitGobalSingal();
 }
 
+void MainWindow::exportList()
+{
+    if (const auto list = m_desks->list())
+        list->saveAs(this);
+}
+
 void MainWindow::showNotices()
 {
     openPanel(*m_notices);

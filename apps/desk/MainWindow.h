@@ -27,6 +27,8 @@ public:
 public Q_SLOTS:
     void openIntake(const QString &path = QString());
     void refreshDesks();
+    /// All that the desk in front lists, into a file.
+    void exportList();
     void showNotices();
     void showHandOvers();
     void showAbout();

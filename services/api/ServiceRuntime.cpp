@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/api/ServiceRuntime.h"
 
+#include "services/api/ShownSearches.h"
 #include "services/notices/NoticeHub.h"
 #include "services/session/Runtime.h"
 
@@ -37,6 +38,7 @@ Outcome ServiceRuntime::start(const QString &iniPath)
         return opened.outcome;
     }
     Runtime::setCurrent(opened.value);
+    ShownSearches::instance().attach();
     qRemovePostRoutine(stopWithApplication);
     qAddPostRoutine(stopWithApplication);
     const QStringList notices = configurationNotices();

@@ -12,9 +12,14 @@ class Progress {
 public:
     virtual ~Progress() = default;
 
-    /// Bytes in all; 0 = not known.
+    /// What the numbers count, bytes unless said before them.
+    enum class Unit { Bytes, Rows };
+
+    virtual void setUnit(Unit) {}
+
+    /// Bytes (or rows) in all; 0 = not known.
     virtual void setTotal(qint64 bytes) = 0;
-    /// Bytes done since the last call.
+    /// Bytes (or rows) done since the last call.
     virtual void advance(qint64 bytes) = 0;
     /// True when the person at the screen has pressed cancel: the work stops,
     /// leaves nothing behind and reports failure.

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "foundation/bll/Odbpp_OrigFile_ViewBll.h"
 
+#include "services/records/OrigFileViewRow.h"
 #include "services/records/RowReader.h"
 #include "services/records/ShownRecords.h"
-#include "services/records/TimeText.h"
 #include "services/records/ViewService.h"
 #include "services/records/conditions/SearchView.h"
 
@@ -15,32 +15,6 @@ namespace {
 using Model::Odbpp_OrigFile_View;
 using Services::RecordContext;
 using Services::SqlQuery;
-
-Odbpp_OrigFile_View rowOf(const SqlQuery &query)
-{
-    const auto text = [&query](const char *column) { return query.text(column).toStdString(); };
-    const auto time = [&query](const char *column) {
-        return Services::shownTime(query.text(column)).toStdString();
-    };
-    Odbpp_OrigFile_View row;
-    row.origName = text("OrigName");
-    row.koName = text("KoName");
-    row.koCode = text("KoCode");
-    row.fileType = text("FileType");
-    row.jobSerialNumber = query.number("JobSerialNumber");
-    row.uuid = text("FileUuid");
-    row.id = query.number("row_id");
-    row.fileDescription = text("FileDescription");
-    row.fileTips = text("FileTips");
-    row.flowGuid = text("Flow_FlowGUID");
-    row.superiorCo1 = text("SuperiorCo1");
-    row.superiorCo2 = text("SuperiorCo2");
-    row.updateTime = time("UpdateTime");
-    row.createTime = time("CreateTime");
-    row.preUserRealName = text("PreUser_RealName");
-    row.preUserId = query.number("PreUser_id");
-    return row;
-}
 
 void remember(RecordContext &context, const SqlQuery &query)
 {
@@ -61,7 +35,7 @@ void readRows(RecordContext &context, const QVector<int> &ids,
     rows.resize(static_cast<std::size_t>(ids.size()));
     Services::RowReader(context.database(), "select_orig_file_rows")
         .read(ids, [&](int place, const SqlQuery &query) {
-            rows[static_cast<std::size_t>(place)] = rowOf(query);
+            rows[static_cast<std::size_t>(place)] = Services::origFileViewRow(query);
             remember(context, query);
         });
 }

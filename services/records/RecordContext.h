@@ -9,6 +9,7 @@
 
 namespace KODMS::Services {
 
+class SearchListener;
 class ShownRecords;
 class StoredFiles;
 
@@ -42,6 +43,11 @@ public:
 
     void setShownRecords(ShownRecords *records) { m_shownRecords = records; }
 
+    /// Null when nobody wants to know. Not owned.
+    SearchListener *searchListener() const { return m_searchListener; }
+
+    void setSearchListener(SearchListener *listener) { m_searchListener = listener; }
+
     /// Null when no database is open.
     static RecordContext *current();
     static void setCurrent(RecordContext *context);
@@ -51,6 +57,7 @@ private:
     Actor m_actor;
     StoredFiles *m_storedFiles = nullptr;
     ShownRecords *m_shownRecords = nullptr;
+    SearchListener *m_searchListener = nullptr;
 };
 
 } // namespace KODMS::Services

@@ -4,6 +4,7 @@
 
 #include "services/notices/NoticeHub.h"
 #include "services/records/RecordContext.h"
+#include "services/records/SearchListener.h"
 #include "services/records/Transaction.h"
 #include "services/records/conditions/ViewSearch.h"
 
@@ -33,6 +34,8 @@ bool ViewService::search(const List &conditions, const List &countConditions,
     RecordContext *context = RecordContext::current();
     if (context == nullptr)
         return fail(QStringLiteral("no database is open"), tr("数据库未打开，无法查询"));
+    if (context->searchListener() != nullptr)
+        context->searchListener()->searching(m_view, conditions);
     try {
         return searchIn(*context, conditions, countConditions, readRows, totalCount);
     } catch (const SqlError &error) {

@@ -108,12 +108,16 @@ void TaskDialog::showProgress()
         m_rate->setText(rateText(done));
 }
 
-QString TaskDialog::amountText(qint64 done, qint64 total) const
+QString TaskDialog::numberText(qint64 number) const
 {
     const QLocale locale;
-    return total > 0
-               ? tr("%1 / %2").arg(locale.formattedDataSize(done), locale.formattedDataSize(total))
-               : locale.formattedDataSize(done);
+    return m_progress.unit() == Progress::Unit::Rows ? tr("%1 行").arg(locale.toString(number))
+                                                     : locale.formattedDataSize(number);
+}
+
+QString TaskDialog::amountText(qint64 done, qint64 total) const
+{
+    return total > 0 ? tr("%1 / %2").arg(numberText(done), numberText(total)) : numberText(done);
 }
 
 QString TaskDialog::rateText(qint64 done)
@@ -121,7 +125,7 @@ QString TaskDialog::rateText(qint64 done)
     const qint64 elapsed = qMax(qint64{1}, m_sinceMark.restart());
     const qint64 perSecond = qMax(qint64{0}, done - m_mark) * 1000 / elapsed;
     m_mark = done;
-    return tr("%1/秒").arg(QLocale().formattedDataSize(perSecond));
+    return tr("%1/秒").arg(numberText(perSecond));
 }
 
 } // namespace KODMS::Services

@@ -29,6 +29,7 @@ private:
     QLabel *makeTitle(const QString &what);
     void stayOnTop();
     void showProgress();
+    QString numberText(qint64 number) const;
     QString amountText(qint64 done, qint64 total) const;
     QString rateText(qint64 done);
 

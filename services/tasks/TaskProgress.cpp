@@ -4,6 +4,11 @@
 
 namespace KODMS::Services {
 
+void TaskProgress::setUnit(Unit unit)
+{
+    m_unit = unit;
+}
+
 /// A task of several steps reports each step's total: what counts is the present one.
 void TaskProgress::setTotal(qint64 bytes)
 {
@@ -24,6 +29,11 @@ bool TaskProgress::isCancelled() const
 void TaskProgress::cancel()
 {
     m_isCancelled = true;
+}
+
+Progress::Unit TaskProgress::unit() const
+{
+    return m_unit;
 }
 
 qint64 TaskProgress::total() const
