@@ -60,7 +60,6 @@ private:
     bool mayBegin() const;
     void finishInstead() const;
     bool isUnpaidWebJob() const;
-    bool isConfirmed() const;
     QVector<Row> selectedRows() const;
     Row rowAt(int row) const;
 

@@ -28,6 +28,10 @@ private Q_SLOTS:
     void aDeskDiesWhenAnOrderIsLookedUp_data();
     void aDeskDiesWhenAnOrderIsLookedUp();
     void aDeskDiesWhenAFlowIsFinished();
+
+    void theRowsAreThoseSelectedAtTheAnswer_data() { addDeskRows(); }
+
+    void theRowsAreThoseSelectedAtTheAnswer();
     void aRefillMeanwhileLosesNoRow_data();
     void aRefillMeanwhileLosesNoRow();
 
@@ -186,6 +190,19 @@ void JobDownloadDeskGoneTest::aDeskDiesWhenAFlowIsFinished()
     window.download();
     QCOMPARE(world.story(),
              QStringList({QStringLiteral("DBS_API::kodms_update_flow_status(\"board1\", 3, 2)")}));
+}
+
+void JobDownloadDeskGoneTest::theRowsAreThoseSelectedAtTheAnswer()
+{
+    QFETCH(Desk, desk);
+    DownloadWorld world;
+    const OperationDesk window(desk, tgzRows(3));
+    world.whileOpen(QStringLiteral("确认下载这些job?"), [&window] {
+        window.table()->clearSelection();
+        window.select(2);
+    });
+    downloadRows(world, window, {0});
+    QCOMPARE(world.story(FetchOperation), QStringList({fetched(3, Tgz)}));
 }
 
 void JobDownloadDeskGoneTest::aRefillMeanwhileLosesNoRow_data()

@@ -209,9 +209,11 @@ void SelectionChecksTest::whatIsAJobFile_data()
     row("a tar", "a.tar", true, "a.tar");
     row("capital letters stay", "A.TGZ", true, "A.TGZ");
     row("in the middle of the name", "a.tar.gz", true, "a.tar.gz");
+    row("a tgz in the middle of the name", "a.tgz.part", true, "a.tgz.part");
     row("without the dot", "atgz", false, "atgz");
     row("the last plain file", "c.txt a.zip b.rar", false, "c.txt");
     row("the first one of two", "b.tgz a.tar", true, "a.tar");
+    row("the first one of two, whatever the case", "B.tgz a.tar", true, "a.tar");
     row("after other files", "z.tgz a.txt b/", true, "z.tgz");
     row("not one further down", "sub/a.tgz b.txt", false, "b.txt");
     row("hidden files are passed over", ".a.tgz b.txt", false, "b.txt");
