@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
 #include "foundation/common/DMS_Function.h"
-
 #include "services/notices/NoticeHub.h"
 #include "tests/archive/RawTar.h"
 #include "tests/archive/RawZip.h"
 #include "tests/archive/SampleArchives.h"
+#include "tests/common/support/TestInstallation.h"
 #include "tests/support/TestMain.h"
 
 #include <QDir>
@@ -73,6 +73,21 @@ private Q_SLOTS:
         QVERIFY(writeFile(m_archive, rawZip({{"a", "1"}})));
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^unpack \\[")));
         QCOMPARE(ExtractorFileFromcompressFile(m_archive.toStdWString(), L"zip", L""), -1);
+    }
+
+    void theLimitsAreTheConfiguredOnes()
+    {
+        TestInstallation home;
+        auto configuration = KODMS::Services::Configuration::load(home.iniPath());
+        QVERIFY(configuration);
+        configuration.value.limits.archiveEntries = 1;
+        QVERIFY(configuration.value.save());
+        home.start();
+        QVERIFY(writeFile(m_archive, rawZip({{"a", "1"}})));
+        QCOMPARE(extract("zip"), 1);
+        QVERIFY(writeFile(m_archive, rawZip({{"a", "1"}, {"b", "2"}})));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^unpack \\[")));
+        QCOMPARE(extract("zip"), -1);
     }
 
 private:
