@@ -26,8 +26,9 @@ public:
 
 qint64 allowedBytes(qint64 archiveSize, const LimitSettings &limits)
 {
-    const qint64 byRatio = qMin(archiveSize, limits.archiveBytes) * limits.archiveRatio;
-    return qMin(limits.archiveBytes, qMax(FreeBytes, byRatio));
+    if (archiveSize > limits.archiveBytes / limits.archiveRatio) // the product might overflow
+        return limits.archiveBytes;
+    return qMin(limits.archiveBytes, qMax(FreeBytes, archiveSize * limits.archiveRatio));
 }
 
 Outcome tooManyEntries(const QString &entry, qint64 limit)

@@ -134,6 +134,11 @@ Result<std::unique_ptr<ArchiveReader>> ArchiveReader::open(const QString &path, 
         if (Outcome known = reader->readZipDirectory(maxEntries); !known)
             return known;
     }
+    if (type == ArchiveType::Rar) {
+        reader->m_rarSums = RarSums::read(path, maxEntries);
+        if (reader->m_rarSums.isTooLong())
+            return tooManyEntries(path, maxEntries);
+    }
     if (Outcome opened = reader->openFile(); !opened)
         return opened;
     return reader;
@@ -157,8 +162,6 @@ Outcome ArchiveReader::openFile()
                                                                  : failure(QString());
     if (m_isEmptyZip) // the library takes an archive without entries for damage
         return Outcome::success();
-    if (m_type == ArchiveType::Rar)
-        m_rarSums = RarSums::read(m_path);
     const QByteArray name = QFile::encodeName(m_path);
     return archive_read_open_filename(m_archive, name.constData(), BlockSize) == ARCHIVE_OK
                ? Outcome::success()

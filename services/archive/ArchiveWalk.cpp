@@ -29,7 +29,7 @@ public:
 } // namespace
 
 ArchiveWalk::ArchiveWalk(const LimitSettings &limits, Progress &progress)
-    : m_limits(limits), m_progress(progress), m_buffer(BufferSize)
+    : m_limits(limits), m_progress(progress), m_clashes(limits.archiveEntries), m_buffer(BufferSize)
 {
 }
 

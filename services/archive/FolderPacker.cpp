@@ -69,7 +69,7 @@ public:
     Packing(const QString &folder, const QString &zipPath, const LimitSettings &limits,
             Progress &progress)
         : m_folder(QDir::cleanPath(folder)), m_zipPath(zipPath), m_limits(limits),
-          m_progress(progress)
+          m_progress(progress), m_clashes(limits.archiveEntries)
     {
     }
 

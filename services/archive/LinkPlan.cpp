@@ -5,6 +5,7 @@
 #include "services/archive/EntryPath.h"
 
 #include <QCoreApplication>
+#include <QStringList>
 
 namespace KODMS::Services {
 
@@ -17,15 +18,32 @@ void LinkPlan::addFile(const QString &path)
 void LinkPlan::addLink(const QString &path, const QString &target)
 {
     m_links.insert(path, target);
+    m_files.remove(path);
+}
+
+/// Where a chain of links ends, remembered for each link of it: a hundred thousand of
+/// them, each to the next, are a small archive. A circle ends at a link.
+QString LinkPlan::endOf(const QString &link, QHash<QString, QString> &ends) const
+{
+    QStringList way;
+    QString at = link;
+    while (m_links.contains(at) && !ends.contains(at)) {
+        ends.insert(at, at);
+        way << at;
+        at = m_links.value(at);
+    }
+    const QString end = ends.value(at, at);
+    for (const QString &passed : qAsConst(way))
+        ends.insert(passed, end);
+    return end;
 }
 
 Result<QVector<LinkPlan::Copy>> LinkPlan::copies() const
 {
     QVector<Copy> found;
+    QHash<QString, QString> ends;
     for (auto link = m_links.cbegin(); link != m_links.cend(); ++link) {
-        QString target = link.value();
-        for (int hops = 0; m_links.contains(target) && hops < m_links.size(); ++hops)
-            target = m_links.value(target);
+        const QString target = endOf(link.key(), ends);
         if (!m_files.contains(target))
             return entryRefused(link.key(),
                                 QCoreApplication::translate("KODMS::Services::LinkPlan",

@@ -4,6 +4,7 @@
 
 #include "services/notices/Outcome.h"
 
+#include <QHash>
 #include <QMap>
 #include <QSet>
 #include <QString>
@@ -21,6 +22,7 @@ public:
     };
 
     void addFile(const QString &path);
+    /// What was added later counts.
     void addLink(const QString &path, const QString &target);
 
     /// The copies to make once all files are there. Fails when a link leads to
@@ -28,6 +30,8 @@ public:
     Result<QVector<Copy>> copies() const;
 
 private:
+    QString endOf(const QString &link, QHash<QString, QString> &ends) const;
+
     QSet<QString> m_files;
     QMap<QString, QString> m_links;
 };

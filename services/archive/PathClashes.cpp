@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/archive/PathClashes.h"
 
+#include "services/archive/ArchiveLimits.h"
 #include "services/archive/EntryPath.h"
 
 #include <QCoreApplication>
@@ -17,16 +18,29 @@ Outcome PathClashes::addFile(const QString &path, const QString &original)
 Outcome PathClashes::addFolder(const QString &path)
 {
     const Outcome parents = addParents(path);
-    return parents ? note(path, QString()) : parents;
+    return parents ? noteFolder(path) : parents;
 }
 
 Outcome PathClashes::addParents(const QString &path)
 {
+    const int last = path.lastIndexOf(QLatin1Char('/'));
+    if (last < 0 || m_folders.contains(path.left(last)))
+        return Outcome::success();
     for (int slash = path.indexOf(QLatin1Char('/')); slash > 0;
          slash = path.indexOf(QLatin1Char('/'), slash + 1))
-        if (Outcome noted = note(path.left(slash), QString()); !noted)
+        if (Outcome noted = noteFolder(path.left(slash)); !noted)
             return noted;
     return Outcome::success();
+}
+
+Outcome PathClashes::noteFolder(const QString &path)
+{
+    if (m_folders.contains(path))
+        return Outcome::success();
+    if (m_folders.size() >= m_mostFolders)
+        return tooManyEntries(path, m_mostFolders);
+    m_folders.insert(path);
+    return note(path, QString());
 }
 
 Outcome PathClashes::note(const QString &path, const QString &original)

@@ -136,9 +136,15 @@ std::optional<Block> nextBlock5(QFile &file)
     return parsed5(header);
 }
 
+/// Files may have blocks of comments, rights and streams beside their own.
+qint64 mostBlocks(qint64 maxEntries)
+{
+    return qMin(maxEntries, qint64{1} << 40) * 4 + 1000;
+}
+
 } // namespace
 
-RarSums RarSums::read(const QString &path)
+RarSums RarSums::read(const QString &path, qint64 maxEntries)
 {
     RarSums sums;
     QFile file(path);
@@ -149,7 +155,11 @@ RarSums RarSums::read(const QString &path)
         return sums;
     file.seek(is5 ? Signature5.size() : Signature4.size());
     const BlockReader next = is5 ? nextBlock5 : nextBlock4;
+    qint64 blocksLeft = mostBlocks(maxEntries);
     for (auto block = next(file); block && !block->isEnd; block = next(file)) {
+        sums.m_isTooLong = blocksLeft-- == 0;
+        if (sums.m_isTooLong)
+            break;
         if (block->isFile)
             sums.m_sums.append(block->sum);
         if (block->dataSize < 0 || block->dataSize > file.size() - file.pos() ||

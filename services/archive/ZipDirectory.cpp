@@ -24,7 +24,7 @@ template <typename Number> Number at(const QByteArray &bytes, int offset)
 
 QByteArray readAt(QFile &file, qint64 offset, qint64 length)
 {
-    if (offset < 0 || length < 0 || offset + length > file.size() || !file.seek(offset))
+    if (offset < 0 || length < 0 || offset > file.size() - length || !file.seek(offset))
         return QByteArray();
     const QByteArray bytes = file.read(length);
     return bytes.size() == length ? bytes : QByteArray();
@@ -112,7 +112,9 @@ std::optional<DirectoryPlace> findDirectory(QFile &file)
                          qint64{at<quint32>(end, 12)}};
     if (!readLongEnd(file, file.size() - tailLength + at0, place))
         return std::nullopt;
-    return place;
+    const bool isInFile = place.offset >= 0 && place.length >= 0 && place.length <= file.size() &&
+                          place.offset <= file.size() - place.length;
+    return isInFile ? std::optional(place) : std::nullopt;
 }
 
 } // namespace
@@ -123,7 +125,7 @@ std::optional<ZipDirectory> ZipDirectory::read(const QString &path, qint64 maxEn
     if (!file.open(QIODevice::ReadOnly))
         return std::nullopt;
     const auto place = findDirectory(file);
-    if (!place || place->offset < 0 || place->length < 0)
+    if (!place)
         return std::nullopt;
     ZipDirectory directory;
     directory.count = place->count;

@@ -9,9 +9,10 @@
 #include "tests/support/TestMain.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <ctime>
 
 using namespace KODMS::Services;
 using namespace KODMS::Tests;
@@ -44,12 +45,13 @@ private Q_SLOTS:
         LimitSettings limits;
         limits.archiveEntries = 1000;
         limits.archiveBytes = qint64{64} << 20;
-        QElapsedTimer timer;
-        timer.start();
+        const std::clock_t start = std::clock();
         NoProgress progress;
         const auto unpacked = unpackArchive(file, target, limits, progress);
         const auto probed = probeArchive(file, limits, progress);
-        QVERIFY(timer.elapsed() < 2000);
+        const double seconds = double(std::clock() - start) / double(CLOCKS_PER_SEC);
+        m_slowest = qMax(m_slowest, seconds);
+        QVERIFY2(seconds < MostSeconds, qPrintable(QString::number(seconds)));
         QVERIFY(!unpacked);
         QVERIFY(!probed);
         QVERIFY2(unpacked.text().contains(named), qPrintable(unpacked.text()));
@@ -67,7 +69,7 @@ private Q_SLOTS:
             titles.insert(hostile.title);
             contents.insert(hostile.archive);
         }
-        qInfo("%d kinds of hostile archives", corpus.size());
+        qInfo("%d kinds of hostile archives, the slowest took %.3f s", corpus.size(), m_slowest);
         QVERIFY(corpus.size() >= 60);
         QCOMPARE(titles.size(), corpus.size());
         QCOMPARE(contents.size(), corpus.size());
@@ -101,6 +103,12 @@ private Q_SLOTS:
         QVERIFY(!unpacked);
         QVERIFY2(unpacked.text().contains(text), qPrintable(unpacked.text()));
     }
+
+private:
+    /// What a hang is. Processor time, since other work may keep the machine busy.
+    static constexpr double MostSeconds = 2;
+
+    double m_slowest = 0;
 };
 
 KODMS_TEST_MAIN(HostileArchivesTest, QCoreApplication)

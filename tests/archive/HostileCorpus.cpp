@@ -54,6 +54,31 @@ QByteArray flippedAmongMany()
     return flipped(zip, zip.indexOf("f77") + 20);
 }
 
+/// Few entries, each in folders of its own that no entry names.
+QByteArray manyFolders()
+{
+    QVector<RawTarEntry> entries;
+    for (int i = 0; i < 20; ++i)
+        entries.append(
+            {"top" + QByteArray::number(i) + '/' + QByteArray("d/").repeated(60) + 'f', ""});
+    return rawTar(entries);
+}
+
+/// A zip64 file with a number of eight bytes, so far behind the mark, at its limit.
+QByteArray withLargestNumber(const QByteArray &mark, int behind)
+{
+    QByteArray zip = rawZip({{"a", "1"}}, {true, 1, false});
+    const QByteArray largest = QByteArray(7, '\xff') + '\x7f';
+    return zip.replace(zip.indexOf(mark) + behind, largest.size(), largest);
+}
+
+/// Thousands of smallest blocks of a kind that nobody knows, and nothing else.
+QByteArray rarOfManyBlocks()
+{
+    const QByteArray head = rawRar4({}).left(20);
+    return head + QByteArray("e\x0eu\0\0\x07\0", 7).repeated(6000);
+}
+
 QByteArray zeros(int size)
 {
     return QByteArray(size, '\0');
@@ -144,6 +169,7 @@ void oddEntries(Corpus &corpus)
     add(corpus, "zip: a name in no encoding", rawZip({{"a\xff\xff", "1"}}));
     add(corpus, "zip: encrypted", rawZip({{"a", "1", false, true}}));
     add(corpus, "tar: too many entries", manyFiles(1001), "f1000");
+    add(corpus, "tar: too many folders that no entry names", manyFolders(), "top16");
     add(corpus, "zip: a character device",
         rawZip({{"device", "", false, false, false, 0, 0020644}}), "device");
     add(corpus, "zip: 400 folders deep", rawZip({{QByteArray("d/").repeated(400) + "a", "1"}}),
@@ -153,6 +179,7 @@ void oddEntries(Corpus &corpus)
     add(corpus, "rar: encrypted headers", rawRar4({{"a", "1"}}, Rar4HeadersEncrypted));
     add(corpus, "rar of version 5: encrypted headers", encryptedRar5());
     add(corpus, "rar: solid", solidRar());
+    add(corpus, "rar: too many blocks", rarOfManyBlocks(), "条目超过");
 }
 
 void clashes(Corpus &corpus)
@@ -204,6 +231,10 @@ void damaged(Corpus &corpus)
         rawZip({{"bad", "1", false, false, false, 0, 0100644, -1, {}, {}, 1 << 30}}));
     add(corpus, "zip: the directory's end names more entries than there can be",
         rawZip({{"a", "1"}}, {true, 1, false, false, qint64{1} << 40}));
+    add(corpus, "zip: a directory behind the end of any file", withLargestNumber("PK\x06\x06", 48));
+    add(corpus, "zip: a directory longer than any file", withLargestNumber("PK\x06\x06", 40));
+    add(corpus, "zip: the directory's end is behind the end of any file",
+        withLargestNumber("PK\x06\x07", 8));
     add(corpus, "zip: 10 bytes declared, 768 KiB delivered",
         rawZip(
             {{"bad", zeros(10), false, false, false, 8, 0100644, 10, deflated(zeros(768 << 10))}}),

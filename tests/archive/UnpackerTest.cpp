@@ -15,6 +15,7 @@
 
 #include <clocale>
 #include <functional>
+#include <limits>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -106,6 +107,9 @@ private Q_SLOTS:
             rawZip({{"job/a", "content a"}, {chinese, "content b", true}}, {true, 1, false}), two);
         row("zip with backslashes", rawZip({{"job\\a", "1"}}),
             {{QStringLiteral("job"), "/"}, {QStringLiteral("job/a"), "1"}});
+        const QByteArray inner = rawZip({{"a", "1"}});
+        row("zip with an archive in it, which stays one", rawZip({{"inner.zip", inner}}),
+            {{QStringLiteral("inner.zip"), inner}});
         row("tar", rawTar({{"job/", "", '5', {}}, {"job/a", "content a"}, {chinese, "content b"}}),
             two);
         row("tar, GB18030",
@@ -289,6 +293,13 @@ private Q_SLOTS:
         QCOMPARE(bool(unpackArchive(m_archive, m_target, limits, m_progress)), allowed);
         QCOMPARE(bool(probeArchive(m_archive, limits, m_progress)), allowed);
         QCOMPARE(QFileInfo::exists(m_target), allowed);
+    }
+
+    void anyRatioLeavesTheBytesAsTheLimit()
+    {
+        LimitSettings limits;
+        limits.archiveRatio = std::numeric_limits<qint64>::max();
+        QCOMPARE(allowedBytes(10 << 20, limits), limits.archiveBytes);
     }
 
     void progressEndsAtTheWhole()
