@@ -382,6 +382,10 @@
         <source>导入机器人结果</source>
         <translation>Import the robot&apos;s result</translation>
     </message>
+    <message>
+        <source>查看历史</source>
+        <translation>Read a history</translation>
+    </message>
 </context>
 <context>
     <name>Common</name>
@@ -594,6 +598,157 @@
     </message>
 </context>
 <context>
+    <name>HistoryWords</name>
+    <message>
+        <source>接收客户文件</source>
+        <translation>Customer&apos;s files taken in</translation>
+    </message>
+    <message>
+        <source>订单付款</source>
+        <translation>Order paid</translation>
+    </message>
+    <message>
+        <source>指派前处理人</source>
+        <translation>Pre-processor assigned</translation>
+    </message>
+    <message>
+        <source>重新指派前处理人</source>
+        <translation>Pre-processor reassigned</translation>
+    </message>
+    <message>
+        <source>指派审核人</source>
+        <translation>Reviewer assigned</translation>
+    </message>
+    <message>
+        <source>重新指派审核人</source>
+        <translation>Reviewer reassigned</translation>
+    </message>
+    <message>
+        <source>更改状态</source>
+        <translation>Status changed</translation>
+    </message>
+    <message>
+        <source>保存审核结果</source>
+        <translation>Verdict recorded</translation>
+    </message>
+    <message>
+        <source>记录时间</source>
+        <translation>Time recorded</translation>
+    </message>
+    <message>
+        <source>完成流程</source>
+        <translation>Flow finished</translation>
+    </message>
+    <message>
+        <source>导入料号</source>
+        <translation>Job imported</translation>
+    </message>
+    <message>
+        <source>导入机器人结果</source>
+        <translation>Robot&apos;s result imported</translation>
+    </message>
+    <message>
+        <source>机器人接收料号</source>
+        <translation>Taken by the robot</translation>
+    </message>
+    <message>
+        <source>机器人交付结果</source>
+        <translation>Result delivered by the robot</translation>
+    </message>
+    <message>
+        <source>修改备注</source>
+        <translation>Remark changed</translation>
+    </message>
+    <message>
+        <source>取文件</source>
+        <translation>File fetched</translation>
+    </message>
+    <message>
+        <source>删除原始文件</source>
+        <translation>Original file deleted</translation>
+    </message>
+    <message>
+        <source>更换原始文件</source>
+        <translation>Original file replaced</translation>
+    </message>
+    <message>
+        <source>更换导入文件</source>
+        <translation>Imported file replaced</translation>
+    </message>
+    <message>
+        <source>更改问题状态</source>
+        <translation>State of a question changed</translation>
+    </message>
+    <message>
+        <source>查看历史</source>
+        <translation>Read a history</translation>
+    </message>
+    <message>
+        <source>状态</source>
+        <translation>Status</translation>
+    </message>
+    <message>
+        <source>文件</source>
+        <translation>File</translation>
+    </message>
+    <message>
+        <source>指派</source>
+        <translation>Assignment</translation>
+    </message>
+    <message>
+        <source>备注</source>
+        <translation>Remark</translation>
+    </message>
+    <message>
+        <source>问题</source>
+        <translation>Question</translation>
+    </message>
+    <message>
+        <source>订单</source>
+        <translation>Order</translation>
+    </message>
+    <message>
+        <source>不通过</source>
+        <translation>failed</translation>
+    </message>
+    <message>
+        <source>通过</source>
+        <translation>passed</translation>
+    </message>
+    <message>
+        <source>未审核</source>
+        <translation>not reviewed</translation>
+    </message>
+    <message>
+        <source>已付款</source>
+        <translation>paid</translation>
+    </message>
+    <message>
+        <source>未付款</source>
+        <translation>unpaid</translation>
+    </message>
+    <message>
+        <source>系统管理</source>
+        <translation>administration</translation>
+    </message>
+    <message>
+        <source>%1（被拒绝）</source>
+        <translation>%1 (refused)</translation>
+    </message>
+    <message>
+        <source>没有执行</source>
+        <translation>was not done</translation>
+    </message>
+    <message>
+        <source>%1 → %2</source>
+        <translation>%1 → %2</translation>
+    </message>
+    <message>
+        <source>“%1”：%2</source>
+        <translation>“%1”: %2</translation>
+    </message>
+</context>
+<context>
     <name>InstallationSetup</name>
     <message>
         <source>服务正在运行，不能在此时初始化</source>
@@ -681,6 +836,17 @@
     <message>
         <source>来源备注</source>
         <translation>Source remark</translation>
+    </message>
+</context>
+<context>
+    <name>JobHistory</name>
+    <message>
+        <source>该料号不在您的范围内</source>
+        <translation>this job is not in your scope</translation>
+    </message>
+    <message>
+        <source>无法查看该料号的历史</source>
+        <translation>the history of this job cannot be read</translation>
     </message>
 </context>
 <context>
@@ -882,6 +1048,56 @@
     <message>
         <source>收起</source>
         <translation>Hide</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Host::HistoryLog</name>
+    <message>
+        <source>时间</source>
+        <translation>Time</translation>
+    </message>
+    <message>
+        <source>人员</source>
+        <translation>Who</translation>
+    </message>
+    <message>
+        <source>操作</source>
+        <translation>What</translation>
+    </message>
+    <message>
+        <source>内容</source>
+        <translation>Details</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Host::HistoryPanel</name>
+    <message>
+        <source>料号历史</source>
+        <translation>Job history</translation>
+    </message>
+    <message>
+        <source>更早的记录</source>
+        <translation>Older entries</translation>
+    </message>
+    <message>
+        <source>复制</source>
+        <translation>Copy</translation>
+    </message>
+    <message>
+        <source>复制所选的行；没有选择时复制全部</source>
+        <translation>Copies the selected rows, or all when none is selected</translation>
+    </message>
+    <message>
+        <source>收起</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>料号历史：请选择一个料号</source>
+        <translation>Job history: select a job</translation>
+    </message>
+    <message>
+        <source>料号历史：%1</source>
+        <translation>Job history: %1</translation>
     </message>
 </context>
 <context>
@@ -1672,6 +1888,10 @@ Roles: %2</translation>
     <message>
         <source>导出列表(&amp;E)…</source>
         <translation>&amp;Export list…</translation>
+    </message>
+    <message>
+        <source>料号历史(&amp;J)</source>
+        <translation>&amp;Job history</translation>
     </message>
 </context>
 <context>

@@ -37,6 +37,19 @@ int firstWidth(const QString &columnId)
     return widths.value(columnId, 0);
 }
 
+/// In which hidden column a row keeps the GUID of its flow.
+int flowColumn(Services::ShownSearch::View view)
+{
+    constexpr int ofFlows = 8;
+    constexpr int ofFiles = 9;
+    return view == Services::ShownSearch::View::Flows ? ofFlows : ofFiles;
+}
+
+QTableWidget *jobTable(const QWidget &desk)
+{
+    return desk.findChild<QTableWidget *>(QStringLiteral("m_pJobTableWidget"));
+}
+
 int statusColumn(const QTableWidget &table)
 {
     for (int column = 0; column < table.columnCount(); ++column) {
@@ -80,6 +93,11 @@ DeskTabs::DeskTabs(Preferences &preferences, int userId, QWidget *parent)
     const auto tables = findChildren<QTableWidget *>();
     for (QTableWidget *table : tables)
         prepareTable(*table);
+    for (int desk = 0; desk < count(); ++desk)
+        watchTable(*jobTable(*widget(desk)));
+    connect(this, &QTabWidget::currentChanged, this, &DeskTabs::jobChanged);
+    connect(&Services::ShownSearches::instance(), &Services::ShownSearches::searching, this,
+            &DeskTabs::jobChanged);
     setHighContrastStatus(m_preferences.highContrastStatus(m_userId));
 }
 
@@ -157,8 +175,7 @@ void DeskTabs::saveColumns()
 std::optional<DeskList> DeskTabs::list() const
 {
     const auto search = m_searches->last(currentIndex());
-    const auto *table =
-        currentWidget()->findChild<QTableWidget *>(QStringLiteral("m_pJobTableWidget"));
+    const QTableWidget *table = jobTable(*currentWidget());
     if (!search || !table)
         return std::nullopt;
     DeskList list{tabText(currentIndex()), {}, *search};
@@ -169,6 +186,24 @@ std::optional<DeskList> DeskTabs::list() const
             list.columns << table->horizontalHeaderItem(column)->text();
     }
     return list;
+}
+
+/// A job changes when somebody writes into its row, too, of which nobody else is told.
+void DeskTabs::watchTable(const QTableWidget &table)
+{
+    connect(table.selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            &DeskTabs::jobChanged);
+    connect(&table, &QTableWidget::itemChanged, this, &DeskTabs::jobChanged);
+}
+
+QString DeskTabs::currentFlow() const
+{
+    const QTableWidget *table = jobTable(*currentWidget());
+    const auto search = m_searches->last(currentIndex());
+    if (!search || table->currentRow() < 0)
+        return {};
+    const QTableWidgetItem *item = table->item(table->currentRow(), flowColumn(search->view));
+    return item ? item->text() : QString();
 }
 
 void DeskTabs::announceClose()

@@ -38,13 +38,21 @@ public:
     /// What the desk in front shows, all pages of it; nothing when it has no table.
     std::optional<DeskList> list() const;
 
+    /// The GUID of the flow of the current row of the desk in front; empty: none.
+    QString currentFlow() const;
+
     /// Tells the desks that the main window closes.
     void announceClose();
+
+Q_SIGNALS:
+    /// Another job is the current one, or something may have happened to it.
+    void jobChanged();
 
 private:
     void addExportDesk();
     void addDownloadDesk();
     void buildDesks();
+    void watchTable(const QTableWidget &table);
     void prepareTable(QTableWidget &table);
 
     Preferences &m_preferences;

@@ -80,6 +80,8 @@ void buildViewMenu(MainWindow &window, const MainMenu::Panels &panels,
     QMenu &menu = *window.menuBar()->addMenu(text(QT_TRANSLATE_NOOP("MainMenu", "视图(&V)")));
     add(menu, "refreshAction", text(QT_TRANSLATE_NOOP("MainMenu", "刷新(&R)")),
         QKeySequence(Qt::Key_F5), window, &MainWindow::refreshDesks);
+    addPanel(menu, "historyAction", text(QT_TRANSLATE_NOOP("MainMenu", "料号历史(&J)")), Qt::Key_F7,
+             *panels.history);
     addPanel(menu, "noticesAction", text(QT_TRANSLATE_NOOP("MainMenu", "通知列表(&T)")), Qt::Key_F8,
              *panels.notices);
     addPanel(menu, "handOversAction", text(QT_TRANSLATE_NOOP("MainMenu", "CAM 交接(&C)")),

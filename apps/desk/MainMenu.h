@@ -14,6 +14,7 @@ struct MainMenu {
     struct Panels {
         QDockWidget *notices;
         QDockWidget *handOvers;
+        QDockWidget *history;
     };
 
     static void build(MainWindow &window, const Panels &panels, const Preferences &preferences,

@@ -6,6 +6,7 @@
 #include "apps/desk/ColumnMemory.h"
 #include "apps/desk/DeskTabs.h"
 #include "apps/desk/HandOverPanel.h"
+#include "apps/desk/HistoryPanel.h"
 #include "apps/desk/IntakeDialog.h"
 #include "apps/desk/MainMenu.h"
 #include "apps/desk/NoticeLog.h"
@@ -29,11 +30,16 @@ namespace KODMS::Host {
 namespace {
 
 /// Another set of panels gets another number: what was remembered then does not fit.
-constexpr int PanelsVersion = 1;
+constexpr int PanelsVersion = 2;
 
 /// What a window manager adds around a window, title bar and all; known only when it
 /// has done so.
 constexpr QSize RoomForFrame(16, 48);
+
+QString historyColumns()
+{
+    return QStringLiteral("history");
+}
 
 QString handOverColumns()
 {
@@ -51,7 +57,7 @@ MainWindow::MainWindow(Preferences &preferences, NoticeLog &notices, HandOverLog
     buildCentre();
     buildPanels(notices, handOvers);
     buildStatusBar(notices);
-    MainMenu::build(*this, {m_notices, m_handOvers}, m_preferences, m_userId);
+    MainMenu::build(*this, {m_notices, m_handOvers, m_history}, m_preferences, m_userId);
     restorePlace();
 }
 
@@ -82,11 +88,14 @@ void MainWindow::buildPanels(NoticeLog &notices, HandOverLog &handOvers)
     m_handOvers = new HandOverPanel(handOvers, this);
     ColumnMemory::restore(m_handOvers->header(),
                           m_preferences.columns(m_userId, handOverColumns()));
+    m_history = new HistoryPanel([this] { return m_desks->currentFlow(); }, this);
+    ColumnMemory::restore(m_history->header(), m_preferences.columns(m_userId, historyColumns()));
+    connect(m_desks, &DeskTabs::jobChanged, m_history, &HistoryPanel::reloadSoon);
     addDockWidget(Qt::BottomDockWidgetArea, m_notices);
     splitDockWidget(m_notices, m_handOvers, Qt::Horizontal);
+    splitDockWidget(m_handOvers, m_history, Qt::Horizontal);
     resizeDocks({m_notices}, {190}, Qt::Vertical);
-    for (QDockWidget *panel :
-         {static_cast<QDockWidget *>(m_notices), static_cast<QDockWidget *>(m_handOvers)}) {
+    for (QDockWidget *panel : panels()) {
         panel->hide();
         connect(panel->toggleViewAction(), &QAction::triggered, this, &MainWindow::shareRow);
     }
@@ -95,11 +104,24 @@ void MainWindow::buildPanels(NoticeLog &notices, HandOverLog &handOvers)
 /// A panel that opens beside the other one would get what its column titles need.
 void MainWindow::shareRow()
 {
-    const bool isRow = m_notices->isVisible() && m_handOvers->isVisible() &&
-                       dockWidgetArea(m_notices) == dockWidgetArea(m_handOvers) &&
-                       m_notices->y() == m_handOvers->y();
-    if (isRow)
-        resizeDocks({m_notices, m_handOvers}, {2, 3}, Qt::Horizontal);
+    QList<QDockWidget *> row;
+    QList<int> shares;
+    for (QDockWidget *panel : panels()) {
+        const bool besideOthers =
+            row.isEmpty() || (dockWidgetArea(panel) == dockWidgetArea(row.first()) &&
+                              panel->y() == row.first()->y());
+        if (!panel->isVisible() || !besideOthers)
+            continue;
+        row << panel;
+        shares << (panel == m_notices ? 2 : 3);
+    }
+    if (row.size() > 1)
+        resizeDocks(row, shares, Qt::Horizontal);
+}
+
+QList<QDockWidget *> MainWindow::panels() const
+{
+    return {m_notices, m_handOvers, m_history};
 }
 
 void MainWindow::openPanel(QDockWidget &panel)
@@ -130,6 +152,7 @@ void MainWindow::rememberPlace()
     m_desks->saveColumns();
     m_preferences.setColumns(m_userId, handOverColumns(),
                              ColumnMemory::save(m_handOvers->header()));
+    m_preferences.setColumns(m_userId, historyColumns(), ColumnMemory::save(m_history->header()));
     m_preferences.setWindowGeometry(m_userId, saveGeometry());
     m_preferences.setPanels(m_userId, saveState(PanelsVersion));
 }
@@ -161,6 +184,11 @@ void MainWindow::showNotices()
 void MainWindow::showHandOvers()
 {
     openPanel(*m_handOvers);
+}
+
+void MainWindow::showHistory()
+{
+    openPanel(*m_history);
 }
 
 void MainWindow::showAbout()

@@ -9,6 +9,7 @@ namespace KODMS::Host {
 class DeskTabs;
 class HandOverLog;
 class HandOverPanel;
+class HistoryPanel;
 class NoticeLog;
 class NoticePanel;
 class Preferences;
@@ -31,6 +32,7 @@ public Q_SLOTS:
     void exportList();
     void showNotices();
     void showHandOvers();
+    void showHistory();
     void showAbout();
     void setHighContrastStatus(bool on);
     void chooseLanguage(const QString &language);
@@ -48,6 +50,7 @@ protected:
 private:
     void buildCentre();
     void buildPanels(NoticeLog &notices, HandOverLog &handOvers);
+    QList<QDockWidget *> panels() const;
     void openPanel(QDockWidget &panel);
     void shareRow();
     void buildStatusBar(NoticeLog &notices);
@@ -59,6 +62,7 @@ private:
     DeskTabs *m_desks = nullptr;
     NoticePanel *m_notices = nullptr;
     HandOverPanel *m_handOvers = nullptr;
+    HistoryPanel *m_history = nullptr;
 };
 
 } // namespace KODMS::Host

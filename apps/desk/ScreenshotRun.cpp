@@ -191,6 +191,22 @@ bool ScreenshotRun::saveHandOvers(MainWindow &window)
     return saved && save(window, QStringLiteral("hand-over-alone"));
 }
 
+/// Of the first job, with what this user has done to it.
+bool ScreenshotRun::saveHistory(MainWindow &window)
+{
+    window.findChild<QDockWidget *>(QStringLiteral("handOverPanel"))->hide();
+    auto *jobs = window.findChild<UI::DMS_Export_Widget *>()->findChild<QTableWidget *>(
+        QStringLiteral("m_pJobTableWidget"));
+    jobs->setCurrentCell(0, 1);
+    constexpr int remark = 12;
+    for (const QString &text : {QStringLiteral("加急"), QStringLiteral("加急，周五前交货")}) {
+        if (QTableWidgetItem *item = jobs->item(0, remark)) // a sample may have no job yet
+            item->setText(text);
+    }
+    window.showHistory();
+    return save(window, QStringLiteral("history"));
+}
+
 bool ScreenshotRun::renderExtras(MainWindow &window)
 {
     window.setHighContrastStatus(true);
@@ -200,6 +216,7 @@ bool ScreenshotRun::renderExtras(MainWindow &window)
     window.showNotices();
     saved = saved && save(window, QStringLiteral("notices"));
     saved = saved && saveHandOvers(window);
+    saved = saved && saveHistory(window);
     {
         IntakeDialog dialog(&window);
         saved = saved && save(dialog, QStringLiteral("intake"));

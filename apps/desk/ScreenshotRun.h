@@ -37,6 +37,7 @@ private:
     bool renderExtras(MainWindow &window);
     void provokeNotices();
     bool saveHandOvers(MainWindow &window);
+    bool saveHistory(MainWindow &window);
     bool save(QWidget &window, const QString &name);
 
     QString m_folder;
