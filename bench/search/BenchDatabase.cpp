@@ -40,7 +40,7 @@ void BenchDatabase::generate()
     NoProgress progress;
     Outcome outcome = SchemaMigrator(m_context->database()).install();
     if (outcome)
-        outcome = SampleRecords(m_context->database(), false, {}).write(m_flows, 1, progress);
+        outcome = SampleRecords(m_context->database(), 0, {}).write(m_flows, 1, progress);
     if (!outcome)
         throw SqlError(SqlError::Kind::Other, {}, outcome.text);
     m_seconds = static_cast<double>(timer.elapsed()) / 1000.0;

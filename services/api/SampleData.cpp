@@ -70,7 +70,7 @@ Outcome refusal(const SampleRequest &request, Runtime &runtime)
 {
     if (request.flows < 1 || request.flows > SampleData::mostFlows)
         return Outcome::failure(tr("示例流程数应为 1 到 %1").arg(SampleData::mostFlows));
-    if (request.files && request.flows > SampleData::mostFlowsWithFiles)
+    if (request.withFiles > SampleData::mostFlowsWithFiles)
         return Outcome::failure(
             tr("带文件的示例最多 %1 个流程").arg(SampleData::mostFlowsWithFiles));
     if (holdsRealWork(runtime))
@@ -86,7 +86,7 @@ Outcome generateIn(Runtime &runtime, const SampleRequest &request, Progress &pro
             return refused;
     }
     PuttingFiles files(runtime.fileStore());
-    SampleRecords records(runtime.records().database(), request.files,
+    SampleRecords records(runtime.records().database(), request.withFiles,
                           [&files](const SampleFile &file) { return files.put(file); });
     const Outcome outcome = records.write(request.flows, request.seed, progress);
     if (outcome)

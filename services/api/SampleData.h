@@ -13,10 +13,10 @@ namespace KODMS::Services {
 struct SampleRequest {
     int flows = 200;  ///< 1 to 3,000,000
     quint32 seed = 1; ///< the same seed gives the same data
-    /// Every stored file that the records name is really in the file store, as a
-    /// small archive; up to SampleData::mostFlowsWithFiles. Without it the records
-    /// say of themselves that they have no file, and fetching one fails.
-    bool files = false;
+    /// How many of the flows, the newest, have their files really in the file store,
+    /// as small archives; up to SampleData::mostFlowsWithFiles. The records of the
+    /// others say of themselves that they have no file, and fetching one fails.
+    int withFiles = 0;
 };
 
 /// Generated records to try things on and to measure with.

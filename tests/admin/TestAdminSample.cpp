@@ -23,6 +23,7 @@ private Q_SLOTS:
     void refusesAnInstallationWithRealWork();
     void aCancelledSampleAddsNothing();
     void theDemoHasAnAccountForEachRole();
+    void theDemoHasFilesToDownload();
     void demoAccountsCanSignIn();
     void demoAccountsAreReadableByTheirOwnerOnly();
     void refusesADemoWhereSomethingStands();
@@ -105,7 +106,20 @@ void TestAdminSample::aCancelledSampleAddsNothing()
 static AdminRun demo(const AdminSandbox &sandbox)
 {
     return sandbox.runJson({QStringLiteral("demo"), sandbox.path(QStringLiteral("demo")),
-                            QStringLiteral("--flows"), QStringLiteral("50")});
+                            QStringLiteral("--flows"), QStringLiteral("12")});
+}
+
+void TestAdminSample::theDemoHasFilesToDownload()
+{
+    const AdminSandbox sandbox;
+    const AdminRun made = demo(sandbox);
+    QVERIFY2(made.code == 0, made.all());
+    const AdminRun check = sandbox.runJson({QStringLiteral("--config"),
+                                            made.json()[QStringLiteral("config")].toString(),
+                                            QStringLiteral("check")});
+    QVERIFY2(check.code == 0, check.all());
+    QVERIFY2(check.json()[QStringLiteral("files")].toInt() >= 12, check.all());
+    QCOMPARE(check.json()[QStringLiteral("sampleRecords")].toInt(), 0);
 }
 
 void TestAdminSample::theDemoHasAnAccountForEachRole()

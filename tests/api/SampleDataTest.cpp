@@ -32,7 +32,7 @@ private Q_SLOTS:
 
     void everyFileOfASmallSampleIsInTheStore()
     {
-        QVERIFY(generate(30, true).ok);
+        QVERIFY(generate(30, 30).ok);
         const auto checked = StoreCheck::check({});
         QVERIFY(checked);
         QVERIFY(checked.value.isClean());
@@ -43,7 +43,7 @@ private Q_SLOTS:
 
     void aFolderOfLayersHoldsThem()
     {
-        QVERIFY(generate(30, true).ok);
+        QVERIFY(generate(30, 30).ok);
         const QString name =
             m_home
                 ->value(QStringLiteral("SELECT stored_name FROM orig_files WHERE file_type = '' "
@@ -67,7 +67,7 @@ private Q_SLOTS:
 
     void aSampleWithoutFilesSaysSoAndIsClean()
     {
-        QVERIFY(generate(200, false).ok);
+        QVERIFY(generate(200, 0).ok);
         const auto checked = StoreCheck::check({});
         QVERIFY(checked);
         QVERIFY(checked.value.isClean());
@@ -75,12 +75,33 @@ private Q_SLOTS:
         QVERIFY(checked.value.sampleRecords >= 200);
     }
 
+    void onlyTheNewestFlowsHaveTheirFiles()
+    {
+        QVERIFY(generate(60, 20).ok);
+        const auto flows = [this](const char *condition) {
+            return m_home
+                ->value(
+                    QStringLiteral("SELECT count(*) FROM job_flows f JOIN orig_files o ON o.id "
+                                   "IN (f.orig_file_id, f.last_import_file_id, f.result_file_id) "
+                                   "WHERE ") +
+                    QLatin1String(condition))
+                .toInt();
+        };
+        QVERIFY(flows("f.id > 40 AND o.has_body = 1") >= 20);
+        QCOMPARE(flows("f.id > 40 AND o.has_body = 0"), 0);
+        QVERIFY(flows("f.id <= 40 AND o.has_body = 0") >= 40);
+        QCOMPARE(flows("f.id <= 40 AND o.has_body = 1"), 0);
+        const auto checked = StoreCheck::check({});
+        QVERIFY(checked);
+        QVERIFY(checked.value.isClean());
+    }
+
     void aFailureLeavesTheStoreEmpty()
     {
         database().run(QStringLiteral("CREATE TRIGGER no_orders BEFORE INSERT ON orders "
                                       "BEGIN SELECT RAISE(ABORT, 'no'); END"));
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("sample.*no")));
-        QVERIFY(!generate(10, true).ok);
+        QVERIFY(!generate(10, 10).ok);
         const auto files = m_home->store().list();
         QVERIFY(files);
         QCOMPARE(files.value.size(), 0);
@@ -88,48 +109,49 @@ private Q_SLOTS:
 
     void realWorkIsLeftAlone()
     {
-        QVERIFY(generate(20, false).ok);
-        QVERIFY(!generate(20, false).ok); // the installation does not call itself a sample
+        QVERIFY(generate(20, 0).ok);
+        QVERIFY(!generate(20, 0).ok); // the installation does not call itself a sample
     }
 
     void onlyForWhoAdministers()
     {
         m_home->signOut();
         NoticeLog log;
-        QVERIFY(!generate(20, false).ok);
+        QVERIFY(!generate(20, 0).ok);
         m_home->actAs(QStringLiteral("tester"), {Role::TestAdmin});
-        QVERIFY(!generate(20, false).ok);
+        QVERIFY(!generate(20, 0).ok);
         QCOMPARE(log.notices.size(), 2);
         m_home->actAsAdmin();
-        QVERIFY(generate(20, false).ok);
+        QVERIFY(generate(20, 0).ok);
     }
 
     void impossibleRequestsAreRefused_data()
     {
         QTest::addColumn<int>("flows");
-        QTest::addColumn<bool>("files");
-        QTest::newRow("none") << 0 << false;
-        QTest::newRow("negative") << -5 << false;
-        QTest::newRow("too many") << SampleData::mostFlows + 1 << false;
-        QTest::newRow("too many with files") << SampleData::mostFlowsWithFiles + 1 << true;
+        QTest::addColumn<int>("withFiles");
+        QTest::newRow("none") << 0 << 0;
+        QTest::newRow("negative") << -5 << 0;
+        QTest::newRow("too many") << SampleData::mostFlows + 1 << 0;
+        QTest::newRow("too many with files")
+            << SampleData::mostFlowsWithFiles + 1 << SampleData::mostFlowsWithFiles + 1;
     }
 
     void impossibleRequestsAreRefused()
     {
         QFETCH(int, flows);
-        QFETCH(bool, files);
-        const Outcome outcome = generate(flows, files);
+        QFETCH(int, withFiles);
+        const Outcome outcome = generate(flows, withFiles);
         QVERIFY(!outcome.ok);
         QVERIFY(!outcome.text.isEmpty());
     }
 
 private:
-    static Outcome generate(int flows, bool files)
+    static Outcome generate(int flows, int withFiles)
     {
         NoProgress progress;
         SampleRequest request;
         request.flows = flows;
-        request.files = files;
+        request.withFiles = withFiles;
         return SampleData::generate(request, progress);
     }
 

@@ -26,7 +26,7 @@ qint64 numberOf(Database &database, const QString &sql)
 void generate(Database &database, int flows, quint32 seed)
 {
     NoProgress progress;
-    const Outcome outcome = SampleRecords(database, false, {}).write(flows, seed, progress);
+    const Outcome outcome = SampleRecords(database, 0, {}).write(flows, seed, progress);
     QVERIFY2(outcome.ok, qPrintable(outcome.text));
 }
 
@@ -88,6 +88,7 @@ private Q_SLOTS:
     void theSameSeedGivesTheSameRecords();
     void aSecondSampleGoesOn();
     void aCancelledSampleLeavesNothing();
+    void aCancelledSampleStoresNoMoreFiles();
     void aFileThatCannotBeStoredLeavesNothing();
     void timesAreWrittenAsTheRecordsWriteThem();
 };
@@ -269,11 +270,24 @@ void TestSampleRecords::aCancelledSampleLeavesNothing()
     TempDatabase database;
     const QStringList schema = schemaOf(*database);
     Cancelled progress;
-    QVERIFY(!SampleRecords(*database, false, {}).write(50, 1, progress).ok);
+    QVERIFY(!SampleRecords(*database, 0, {}).write(50, 1, progress).ok);
     QCOMPARE(numberOf(*database, QStringLiteral("SELECT count(*) FROM job_flows")), 0);
     QCOMPARE(numberOf(*database, QStringLiteral("SELECT count(*) FROM customers")), 0);
     QCOMPARE(schemaOf(*database), schema);
     generate(*database, 50, 1);
+}
+
+void TestSampleRecords::aCancelledSampleStoresNoMoreFiles()
+{
+    TempDatabase database;
+    int files = 0;
+    Cancelled progress;
+    const auto count = [&files](const SampleFile &) {
+        ++files;
+        return Outcome::success();
+    };
+    QVERIFY(!SampleRecords(*database, 20, count).write(50, 1, progress).ok);
+    QCOMPARE(files, 0);
 }
 
 void TestSampleRecords::aFileThatCannotBeStoredLeavesNothing()
@@ -282,7 +296,7 @@ void TestSampleRecords::aFileThatCannotBeStoredLeavesNothing()
     int files = 0;
     NoProgress progress;
     const Outcome outcome =
-        SampleRecords(*database, true, [&files](const SampleFile &file) {
+        SampleRecords(*database, 100, [&files](const SampleFile &file) {
             return ++files < 30 && !file.storedName.endsWith(QLatin1String(".rar"))
                        ? Outcome::success()
                        : Outcome::failure(QStringLiteral("no space"));

@@ -12,6 +12,8 @@
 #include <QDir>
 #include <QJsonArray>
 
+#include <algorithm>
+
 namespace KODMS::Admin {
 
 using Console::Interrupt;
@@ -22,6 +24,9 @@ using Services::SampleAccount;
 using Services::SampleData;
 using Services::ServiceRuntime;
 
+/// More than the open flows of a sample of the usual size, which stand among the newest.
+static constexpr int FlowsWithFiles = 200;
+
 QString DemoCommand::summary() const
 {
     return QStringLiteral("Make a sample installation with demo accounts.");
@@ -30,7 +35,9 @@ QString DemoCommand::summary() const
 QString DemoCommand::details() const
 {
     return QStringLiteral("One account for each role and an ordinary one, with passwords made at "
-                          "random; they exist in this folder only.");
+                          "random; they exist in this folder only. The newest %1 "
+                          "flows have small files to download.")
+        .arg(FlowsWithFiles);
 }
 
 QList<Command::Argument> DemoCommand::arguments() const
@@ -83,6 +90,7 @@ Outcome DemoCommand::fill(const QString &folder, int flows)
         ConsoleProgress progress(QStringLiteral("Flows"), ConsoleProgress::Unit::Items);
         Services::SampleRequest request;
         request.flows = flows;
+        request.withFiles = std::min(flows, FlowsWithFiles);
         outcome = SampleData::generate(request, progress);
     }
     services.stop();

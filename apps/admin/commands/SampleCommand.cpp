@@ -53,7 +53,7 @@ Report SampleCommand::work(const Invocation &invocation)
     SampleRequest request;
     request.flows = static_cast<int>(flowsOf(invocation).value);
     request.seed = static_cast<quint32>(seedOf(invocation).value);
-    request.files = invocation.has(QStringLiteral("files"));
+    request.withFiles = invocation.has(QStringLiteral("files")) ? request.flows : 0;
     ConsoleProgress progress(QStringLiteral("Flows"), ConsoleProgress::Unit::Items);
     const Outcome outcome = SampleData::generate(request, progress);
     if (!outcome && progress.isCancelled())
@@ -61,7 +61,7 @@ Report SampleCommand::work(const Invocation &invocation)
     return Report::of(outcome, QStringLiteral("%1 flows were added").arg(request.flows),
                       {{QStringLiteral("flows"), request.flows},
                        {QStringLiteral("seed"), static_cast<qint64>(request.seed)},
-                       {QStringLiteral("storesFiles"), request.files}});
+                       {QStringLiteral("storesFiles"), request.withFiles > 0}});
 }
 
 } // namespace KODMS::Admin

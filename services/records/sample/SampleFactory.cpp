@@ -61,6 +61,7 @@ SampleFlow SampleFactory::next()
     flow.serialNumber = ++customer.lastSerial;
     flow.jobName = customer.code + sixDigits(flow.serialNumber);
     flow.batchNumber = 1 + number / flowsPerBatch;
+    flow.hasBodies = m_plan.flows - number <= m_plan.flowsWithBodies;
 
     const Pair state = stateOf(number);
     const bool isOpen = state.status != 3;
@@ -130,8 +131,8 @@ void SampleFactory::setFile(SampleFlow &flow, Pair state)
     const bool mayBeFinishedJob = state.status > 1 || (state.status == 1 && state.flag == 2);
     flow.fileType =
         mayBeFinishedJob && m_random.percent(5) ? QStringLiteral("kos") : m_random.oneOf(types);
-    if (!m_plan.hasRar && flow.fileType == QLatin1String("rar"))
-        flow.fileType = QStringLiteral("zip");
+    if (flow.hasBodies && flow.fileType == QLatin1String("rar"))
+        flow.fileType = QStringLiteral("zip"); // nobody but its maker can write a rar
     if (flow.fileType.isEmpty())
         flow.origName += SampleWords::gerberMark(); // layers of a board come as a folder
     SampleFile file = makeFile(flow, 0, flow.fileType, m_time);

@@ -16,7 +16,7 @@ public:
         quint32 seed = 0;
         int lastFlowId = 0; ///< ids go on from here
         int lastFileId = 0;
-        bool hasRar = true;           ///< nobody but its maker can write that kind of archive
+        int flowsWithBodies = 0;      ///< the newest; their files are in the store
         QVector<SampleUser> accounts; ///< people who can sign in: the open work is theirs
         QVector<SampleUser> staff;    ///< everybody, accounts included
         QVector<SampleCustomer> customers;

@@ -73,6 +73,7 @@ struct SampleFlow {
     QString importTime;
     QString checkTime;
     QString robotCheckTime;
+    bool hasBodies = false; ///< its files are in the store
     QVector<SampleFile> files;
     QVector<SampleQuestion> questions;
 };

@@ -58,10 +58,15 @@ QString randomCode(SampleRandom &random)
     return code == QLatin1String("WEB") ? QStringLiteral("WEA") : code;
 }
 
+Outcome cancelled()
+{
+    return Outcome::failure(QCoreApplication::translate("SampleRecords", "已取消"));
+}
+
 } // namespace
 
-SampleRecords::SampleRecords(Database &database, bool hasBodies, TakeFile takeFile)
-    : m_database(database), m_hasBodies(hasBodies), m_takeFile(std::move(takeFile))
+SampleRecords::SampleRecords(Database &database, int flowsWithBodies, TakeFile takeFile)
+    : m_database(database), m_flowsWithBodies(flowsWithBodies), m_takeFile(std::move(takeFile))
 {
 }
 
@@ -157,7 +162,7 @@ SampleFactory::Plan SampleRecords::plan(int flows, quint32 seed)
     SampleFactory::Plan plan;
     plan.flows = flows;
     plan.seed = seed;
-    plan.hasRar = !m_hasBodies;
+    plan.flowsWithBodies = m_flowsWithBodies;
     plan.lastFlowId = largest("largest_flow_id");
     plan.lastFileId = largest("largest_orig_file_id");
     plan.accounts = people(true);
@@ -213,11 +218,13 @@ Outcome SampleRecords::writeFlows(SampleFactory &factory, int flows, Progress &p
     SampleInserts inserts(m_database);
     for (int made = 1; made <= flows; ++made) {
         const SampleFlow flow = factory.next();
+        if (flow.hasBodies && progress.isCancelled())
+            return cancelled();
         for (const SampleFile &file : flow.files) {
-            const Outcome outcome = m_hasBodies ? m_takeFile(file) : Outcome::success();
+            const Outcome outcome = flow.hasBodies ? m_takeFile(file) : Outcome::success();
             if (!outcome)
                 return outcome;
-            inserts.file(file, m_hasBodies);
+            inserts.file(file, flow.hasBodies);
         }
         inserts.flow(flow);
         for (const SampleQuestion &question : flow.questions)
@@ -227,7 +234,7 @@ Outcome SampleRecords::writeFlows(SampleFactory &factory, int flows, Progress &p
         runScript(m_database, "sample/chunk");
         progress.advance(made % chunk == 0 ? chunk : made % chunk);
         if (progress.isCancelled())
-            return Outcome::failure(QCoreApplication::translate("SampleRecords", "已取消"));
+            return cancelled();
     }
     return Outcome::success();
 }

@@ -19,9 +19,9 @@ public:
     /// Called for each generated stored file, in order; a failure ends the work.
     using TakeFile = std::function<Outcome(const SampleFile &)>;
 
-    /// `hasBodies`: the files are really put into the store by `takeFile`; else the
-    /// records say that they have no file.
-    SampleRecords(Database &database, bool hasBodies, TakeFile takeFile);
+    /// The files of the newest `flowsWithBodies` are really put into the store by
+    /// `takeFile`; the records of the others say that they have no file.
+    SampleRecords(Database &database, int flowsWithBodies, TakeFile takeFile);
 
     /// Progress counts flows. Throws SqlError.
     Outcome write(int flows, quint32 seed, Progress &progress);
@@ -38,7 +38,7 @@ private:
     int largest(const char *statement);
 
     Database &m_database;
-    bool m_hasBodies;
+    int m_flowsWithBodies;
     TakeFile m_takeFile;
 };
 
