@@ -65,7 +65,6 @@ target_sources(kodms_desk_objects PRIVATE
   "${PROJECT_SOURCE_DIR}/desks/export/DMS_Export_Widget_details.cpp"
   "${PROJECT_SOURCE_DIR}/desks/export/DMS_Export_Widget_export.cpp"
   "${PROJECT_SOURCE_DIR}/desks/export/DMS_Export_Widget_import.cpp"
-  "${PROJECT_SOURCE_DIR}/desks/export/DMS_Export_Widget_later.cpp"
   "${PROJECT_SOURCE_DIR}/desks/export/DMS_Export_Widget_layout.cpp"
   "${PROJECT_SOURCE_DIR}/desks/export/DMS_Export_Widget_operations.cpp"
   "${PROJECT_SOURCE_DIR}/desks/export/DMS_Export_Widget_questions.cpp"

@@ -386,6 +386,42 @@
         <source>查看历史</source>
         <translation>Read a history</translation>
     </message>
+    <message>
+        <source>创建问题</source>
+        <translation>Raise question</translation>
+    </message>
+    <message>
+        <source>查看问题</source>
+        <translation>View question</translation>
+    </message>
+    <message>
+        <source>回复问题</source>
+        <translation>Answer question</translation>
+    </message>
+    <message>
+        <source>请填写标题</source>
+        <translation>Please give a title</translation>
+    </message>
+    <message>
+        <source>标题含有换行或其他控制字符</source>
+        <translation>The title contains a line break or another control character</translation>
+    </message>
+    <message>
+        <source>图片过多，最多 %1 张</source>
+        <translation>Too many pictures, at most %1</translation>
+    </message>
+    <message>
+        <source>文件库中没有该图片，未登记</source>
+        <translation>The picture is not in the file store, nothing was recorded</translation>
+    </message>
+    <message>
+        <source>%1 于 %2 更改了此问题，请核对后再提交</source>
+        <translation>%1 changed this question at %2; please look again before you submit</translation>
+    </message>
+    <message>
+        <source>请填写回复或更改状态</source>
+        <translation>Please write an answer or choose another state</translation>
+    </message>
 </context>
 <context>
     <name>Common</name>
@@ -1404,6 +1440,84 @@ Roles: %2</translation>
     </message>
 </context>
 <context>
+    <name>KODMS::Services::AnswerForm</name>
+    <message>
+        <source>状态</source>
+        <translation>State</translation>
+    </message>
+    <message>
+        <source>描述与历史</source>
+        <translation>Description and history</translation>
+    </message>
+    <message>
+        <source>回复</source>
+        <translation>Answer</translation>
+    </message>
+    <message>
+        <source>提交后的状态</source>
+        <translation>State after submitting</translation>
+    </message>
+    <message>
+        <source>回复(&amp;A)</source>
+        <translation>&amp;Answer</translation>
+    </message>
+    <message>
+        <source>状态(&amp;T)</source>
+        <translation>S&amp;tate</translation>
+    </message>
+    <message>
+        <source>提交回复(&amp;S)</source>
+        <translation>&amp;Submit answer</translation>
+    </message>
+    <message>
+        <source>关闭(&amp;C)</source>
+        <translation>&amp;Close</translation>
+    </message>
+    <message>
+        <source>料号：%1</source>
+        <translation>Job: %1</translation>
+    </message>
+    <message>
+        <source>没有可以查看的问题</source>
+        <translation>There is no question to view</translation>
+    </message>
+    <message>
+        <source>（未知）</source>
+        <translation>(unknown)</translation>
+    </message>
+    <message>
+        <source>状态改为</source>
+        <translation>set the state to</translation>
+    </message>
+    <message>
+        <source>提出</source>
+        <translation>raised</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Services::AnswerSession</name>
+    <message>
+        <source>未读取</source>
+        <translation>Not read</translation>
+    </message>
+    <message>
+        <source>读取图片</source>
+        <translation>Read pictures</translation>
+    </message>
+    <message>
+        <source>对“%1”的回复尚未提交，放弃并转到“%2”？</source>
+        <translation>Your answer to “%1” is not submitted yet. Drop it and go to “%2”?</translation>
+    </message>
+    <message>
+        <source>图片 %1：%2</source>
+        <translation>Picture %1: %2</translation>
+    </message>
+    <message>
+        <source>已提交</source>
+        <translation>Submitted</translation>
+    </message>
+</context>
+<context>
     <name>KODMS::Services::ArchiveLimits</name>
     <message>
         <source>条目超过 %1 个</source>
@@ -1749,10 +1863,150 @@ Roles: %2</translation>
     </message>
 </context>
 <context>
+    <name>KODMS::Services::PictureStrip</name>
+    <message>
+        <source>图片</source>
+        <translation>Pictures</translation>
+    </message>
+    <message>
+        <source>%1：%2</source>
+        <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
     <name>KODMS::Services::PlacedStore</name>
     <message>
         <source>服务尚未启动</source>
         <translation>the services are not running</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Services::QuestionSession</name>
+    <message>
+        <source>正在处理，完成前不能转到其他料号或问题</source>
+        <translation>Still working: the window cannot turn to another job or question before that ends</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Services::RaiseForm</name>
+    <message>
+        <source>标题</source>
+        <translation>Title</translation>
+    </message>
+    <message>
+        <source>描述</source>
+        <translation>Description</translation>
+    </message>
+    <message>
+        <source>标题(&amp;T)</source>
+        <translation>&amp;Title</translation>
+    </message>
+    <message>
+        <source>一句话说明问题</source>
+        <translation>The question in one sentence</translation>
+    </message>
+    <message>
+        <source>描述(&amp;D)</source>
+        <translation>&amp;Description</translation>
+    </message>
+    <message>
+        <source>哪一层、什么位置、应当怎样；可直接粘贴截图</source>
+        <translation>Which layer, which place, what is expected; screenshots can be pasted here</translation>
+    </message>
+    <message>
+        <source>添加图片(&amp;A)…</source>
+        <translation>&amp;Add pictures…</translation>
+    </message>
+    <message>
+        <source>粘贴图片(&amp;V)</source>
+        <translation>Paste pict&amp;ure</translation>
+    </message>
+    <message>
+        <source>移除(&amp;R)</source>
+        <translation>&amp;Remove</translation>
+    </message>
+    <message>
+        <source>图片(&amp;P)</source>
+        <translation>&amp;Pictures</translation>
+    </message>
+    <message>
+        <source>拖到这里，或粘贴</source>
+        <translation>drop them here, or paste</translation>
+    </message>
+    <message>
+        <source>剪贴板中没有图片</source>
+        <translation>There is no picture in the clipboard</translation>
+    </message>
+    <message>
+        <source>创建问题(&amp;S)</source>
+        <translation>Raise que&amp;stion</translation>
+    </message>
+    <message>
+        <source>关闭(&amp;C)</source>
+        <translation>&amp;Close</translation>
+    </message>
+    <message>
+        <source>选择图片</source>
+        <translation>Choose pictures</translation>
+    </message>
+    <message>
+        <source>图片 (*.png *.jpg *.jpeg *.bmp *.gif *.webp);;所有文件 (*)</source>
+        <translation>Pictures (*.png *.jpg *.jpeg *.bmp *.gif *.webp);;All files (*)</translation>
+    </message>
+    <message>
+        <source>料号：%1</source>
+        <translation>Job: %1</translation>
+    </message>
+    <message>
+        <source>没有可以提问的料号</source>
+        <translation>There is no job to raise a question on</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Services::RaiseSession</name>
+    <message>
+        <source>服务尚未启动</source>
+        <translation>The services are not running</translation>
+    </message>
+    <message>
+        <source>为 %1 填写的问题尚未保存，放弃并转到 %2？</source>
+        <translation>The question written for %1 is not stored yet. Drop it and go to %2?</translation>
+    </message>
+    <message>
+        <source>只能使用本机上的图片</source>
+        <translation>Only pictures on this machine can be used</translation>
+    </message>
+    <message>
+        <source>粘贴的图片 %1.png</source>
+        <translation>pasted picture %1.png</translation>
+    </message>
+    <message>
+        <source>图片过多，最多 %1 张</source>
+        <translation>Too many pictures, at most %1</translation>
+    </message>
+    <message>
+        <source>读取图片</source>
+        <translation>Read pictures</translation>
+    </message>
+    <message>
+        <source>已取消</source>
+        <translation>Cancelled</translation>
+    </message>
+    <message>
+        <source>已为 %1 创建问题：%2</source>
+        <translation>Raised on %1: %2</translation>
+    </message>
+    <message>
+        <source>请填写标题</source>
+        <translation>Please give a title</translation>
+    </message>
+    <message>
+        <source>窗口已关闭，未创建</source>
+        <translation>The window was closed, nothing was raised</translation>
+    </message>
+    <message>
+        <source>保存图片</source>
+        <translation>Store pictures</translation>
     </message>
 </context>
 <context>
@@ -2074,6 +2328,82 @@ Roles: %2</translation>
     <message>
         <source>没有名为“%1”的料号</source>
         <translation>There is no job &quot;%1&quot;</translation>
+    </message>
+</context>
+<context>
+    <name>PictureFile</name>
+    <message>
+        <source>图片过大：%1（%2，最大 %3）</source>
+        <translation>The picture is too large: %1 (%2, at most %3)</translation>
+    </message>
+    <message>
+        <source>%1：%2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1：不是文件</source>
+        <translation>%1: not a file</translation>
+    </message>
+    <message>
+        <source>%1：无法读取（%2）</source>
+        <translation>%1: cannot be read (%2)</translation>
+    </message>
+    <message>
+        <source>剪贴板中没有可用的图片</source>
+        <translation>There is no usable picture in the clipboard</translation>
+    </message>
+    <message>
+        <source>不是可识别的图片（PNG、JPEG、BMP、GIF）</source>
+        <translation>Not a picture that can be read (PNG, JPEG, BMP, GIF)</translation>
+    </message>
+    <message>
+        <source>图片已损坏</source>
+        <translation>The picture is damaged</translation>
+    </message>
+    <message>
+        <source>图片过大：%1 × %2 像素</source>
+        <translation>The picture is too large: %1 × %2 pixels</translation>
+    </message>
+</context>
+<context>
+    <name>QuestionFiling</name>
+    <message>
+        <source>无法写入 %1：%2</source>
+        <translation>Cannot write %1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>QuestionState</name>
+    <message>
+        <source>未审核</source>
+        <translation>Not reviewed</translation>
+    </message>
+    <message>
+        <source>审核未通过</source>
+        <translation>Review failed</translation>
+    </message>
+    <message>
+        <source>审核通过</source>
+        <translation>Review passed</translation>
+    </message>
+    <message>
+        <source>完成</source>
+        <translation>Finished</translation>
+    </message>
+    <message>
+        <source>未知</source>
+        <translation>Unknown</translation>
+    </message>
+</context>
+<context>
+    <name>QuestionWindow</name>
+    <message>
+        <source>查看问题</source>
+        <translation>View question</translation>
+    </message>
+    <message>
+        <source>创建问题</source>
+        <translation>Raise question</translation>
     </message>
 </context>
 <context>

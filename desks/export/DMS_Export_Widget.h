@@ -165,9 +165,10 @@ private:
     QPushButton *m_pExportPB = nullptr;
     QSpacerItem *m_pBottomSpacer = nullptr;
     QHBoxLayout *m_pBottomLayout = nullptr;
-    DMS_JobCheck_Widget *m_pCreateQuestionWidget = nullptr; // on first use
-    DMS_JobCheck_Widget *m_pViewQuestionWidget = nullptr;   // on first use
-    QPointer<DMS_Import_Widget> m_pDMS_Import_Widget;       // on first use; may go before the desk
+    // The three windows: on first use; they may go before the desk.
+    QPointer<DMS_JobCheck_Widget> m_pCreateQuestionWidget;
+    QPointer<DMS_JobCheck_Widget> m_pViewQuestionWidget;
+    QPointer<DMS_Import_Widget> m_pDMS_Import_Widget;
     QVector<int> m_AssignerIds; // user ids, in the order of the assigner combo
     QString m_flowDetails;
     int m_SortDescending = 0;

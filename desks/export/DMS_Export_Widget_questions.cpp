@@ -8,6 +8,7 @@
 #include "desks/export/QuestionMessages.h"
 #include "foundation/bll/Odbpp_QuestionsBll.h"
 #include "foundation/status/FlowStatus.h"
+#include "foundation/ui/DMS_JobCheck_Widget.h"
 #include "foundation/ui/DMS_StdCommon.h"
 
 #include <QBrush>
@@ -101,6 +102,45 @@ void DMS_Export_Widget::on_m_pCheckJobPB_clicked()
     clearQuestionTableData();
     for (const auto &question : questions)
         appendQuestion(m_pQuestionTableWidget, question);
+}
+
+/// The window itself stores the question; the tables stay as they are.
+void DMS_Export_Widget::on_m_pCreateQuestionPB_clicked()
+{
+    const int row = m_pJobTableWidget->currentRow();
+    if (row == -1) {
+        inform(this, JobFlowDesk.noRowMessage);
+        return;
+    }
+    const int flowId = cellText(m_pJobTableWidget, row, JobColumn::Id).toInt();
+    if (m_pCreateQuestionWidget)
+        m_pCreateQuestionWidget->m_id = flowId;
+    else
+        m_pCreateQuestionWidget = new DMS_JobCheck_Widget(flowId, false, this);
+    m_pCreateQuestionWidget->show();
+}
+
+/// Loading may ask and wait, and the window may go meanwhile, with the desk or without.
+void DMS_Export_Widget::on_m_pViewQuestionPB_clicked()
+{
+    const int row = m_pQuestionTableWidget->currentRow();
+    if (row == -1) {
+        inform(this, SelectQuestion);
+        return;
+    }
+    const int questionId = cellText(m_pQuestionTableWidget, row, QuestionColumn::Id).toInt();
+    if (!m_pViewQuestionWidget)
+        m_pViewQuestionWidget = new DMS_JobCheck_Widget(questionId, true, this);
+    const QPointer<DMS_JobCheck_Widget> window = m_pViewQuestionWidget;
+    window->m_id = questionId;
+    window->getQuestionData();
+    if (window)
+        window->show();
+}
+
+void DMS_Export_Widget::on_m_pQuestionTableWidget_ItemDoubleClicked(QTableWidgetItem *)
+{
+    on_m_pViewQuestionPB_clicked();
 }
 
 /// Lists the questions of the job that is current now, whosever were listed before.

@@ -24,6 +24,11 @@ public:
     /// Loads the question `m_id`.
     void getQuestionData();
 
+    /// Shown, also when it is in sight already, the window turns to `m_id` (create)
+    /// and comes to the front. When it stays with what is being written for another
+    /// record, `m_id` says so.
+    void setVisible(bool visible) override;
+
     int m_id; ///< flow id (create) or question id (view)
 
 protected:

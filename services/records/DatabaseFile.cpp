@@ -13,6 +13,9 @@ namespace KODMS::Services {
 
 namespace {
 
+/// The first schema whose questions have pictures.
+constexpr int PicturesVersion = 2;
+
 QString tr(const char *text)
 {
     return QCoreApplication::translate("DatabaseFile", text);
@@ -34,7 +37,9 @@ DatabaseContents contentsOf(Database &database)
     SqlQuery flows = database.query("count_flows");
     flows.exec().next();
     contents.flows = flows.int64("total");
-    SqlQuery files = database.query("select_recorded_files");
+    SqlQuery files = contents.schemaVersion < PicturesVersion
+                         ? database.query("select_original_files")
+                         : database.query("select_recorded_files");
     files.exec();
     while (files.next())
         if (files.number("has_body") != 0)

@@ -46,7 +46,6 @@ private Q_SLOTS:
     void textSetByAProgramSendsNothing_data();
     void textSetByAProgramSendsNothing();
     void theHiddenFieldComboSearchesWhenItChanges();
-    void actionsThatAreNotOfferedYetDoNothing();
     void aDeskDiesInTheMiddleOfAnything();
     void aHostsConnectionsDoNotOutliveTheDesk();
 };
@@ -317,20 +316,6 @@ void ExportWidgetWiringTest::theHiddenFieldComboSearchesWhenItChanges()
     control<QComboBox>(*desk, "m_pFilterCMB")->setCurrentIndex(2);
     QCOMPARE(searches(), 2);
     QCOMPARE(allFields(conditions(1)), allFields(conditions(0)));
-}
-
-void ExportWidgetWiringTest::actionsThatAreNotOfferedYetDoNothing()
-{
-    answerWithFlows(3);
-    const auto desk = makeDesk(Reviewer);
-    KODMS::Fakes::MessageBoxProbe probe;
-    jobTable(*desk)->setCurrentCell(0, 1);
-    FakeServices::instance().forgetCalls();
-    const char *const buttons[] = {"m_pCreateQuestionPB", "m_pViewQuestionPB"};
-    for (const char *button : buttons)
-        control<QPushButton>(*desk, button)->click();
-    QVERIFY(FakeServices::instance().calls().isEmpty());
-    QCOMPARE(probe.count(), 0);
 }
 
 void ExportWidgetWiringTest::aDeskDiesInTheMiddleOfAnything()

@@ -24,9 +24,16 @@ DMS_JobCheck_Widget::DMS_JobCheck_Widget(int id, bool viewMode, QWidget *parent)
 
 DMS_JobCheck_Widget::~DMS_JobCheck_Widget() = default;
 
+/// The answer is nobody's, but computing it is where the window or its desk may go.
 void DMS_JobCheck_Widget::getQuestionData()
 {
-    FakeServices::instance().record("DMS_JobCheck_Widget::getQuestionData", m_id);
+    FakeServices::instance().answer("DMS_JobCheck_Widget::getQuestionData", m_id);
+}
+
+void DMS_JobCheck_Widget::setVisible(bool visible)
+{
+    FakeServices::instance().record("DMS_JobCheck_Widget::setVisible", visible, m_id);
+    QWidget::setVisible(visible);
 }
 
 void DMS_JobCheck_Widget::closeEvent(QCloseEvent *event)

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
+#include "services/records/DatabaseFile.h"
 #include "services/records/SchemaMigrator.h"
 #include "services/records/Transaction.h"
 #include "tests/records/support/TempDatabase.h"
@@ -27,6 +28,7 @@ private Q_SLOTS:
     void aFreshSchemaEqualsAnUpgradedOne();
     void everyOlderVersionUpgradesToThePresentSchema_data();
     void everyOlderVersionUpgradesToThePresentSchema();
+    void aDatabaseWithoutPicturesTellsItsFiles();
     void aFailedStepLeavesTheVersionBefore();
     void aNewerDatabaseIsRefused();
     void anEmptyDatabaseIsNotUpgraded();
@@ -38,7 +40,22 @@ private Q_SLOTS:
 private:
     static QStringList schemaOf(Database &database);
     static void writeFile(const QString &path, const char *text);
+    /// The schema as that version installed it.
+    static void installVersion(Database &database, int version);
 };
+
+void TestSchema::installVersion(Database &database, int version)
+{
+    QFile script(QStringLiteral(KODMS_SOURCE_DIR "/tests/records/data/schema-%1.sql").arg(version));
+    QVERIFY(script.open(QIODevice::ReadOnly));
+    const QStringList statements = SqlCatalog::split(QString::fromUtf8(script.readAll()));
+    for (const QString &statement : statements)
+        database.run(statement);
+    database.query("insert_schema_version")
+        .bind(":version", version)
+        .bind(":applied_time", QStringLiteral("2026-11-21T00:00:00.000Z"))
+        .exec();
+}
 
 QStringList TestSchema::schemaOf(Database &database)
 {
@@ -171,22 +188,44 @@ void TestSchema::everyOlderVersionUpgradesToThePresentSchema_data()
 void TestSchema::everyOlderVersionUpgradesToThePresentSchema()
 {
     QFETCH(int, version);
-    QFile script(QStringLiteral(KODMS_SOURCE_DIR "/tests/records/data/schema-%1.sql").arg(version));
-    QVERIFY(script.open(QIODevice::ReadOnly));
     const QTemporaryDir dir;
     Database old(TempDatabase::settingsFor(dir.filePath(QStringLiteral("old.db"))),
                  Database::Open::Create);
-    const QStringList statements = SqlCatalog::split(QString::fromUtf8(script.readAll()));
-    for (const QString &statement : statements)
-        old.run(statement);
-    old.query("insert_schema_version")
-        .bind(":version", version)
-        .bind(":applied_time", QStringLiteral("2026-11-21T00:00:00.000Z"))
-        .exec();
+    installVersion(old, version);
     const Outcome outcome = SchemaMigrator(old).upgrade();
     QVERIFY2(outcome.ok, qPrintable(outcome.text));
     TempDatabase fresh;
     QCOMPARE(schemaOf(old), schemaOf(*fresh));
+}
+
+/// As a backup of it is looked at.
+void TestSchema::aDatabaseWithoutPicturesTellsItsFiles()
+{
+    const QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("old.db"));
+    const DatabaseSettings settings = TempDatabase::settingsFor(path);
+    {
+        Database old(settings, Database::Open::Create);
+        installVersion(old, 1);
+        old.run(QStringLiteral("INSERT INTO orig_files (guid, stored_name, create_time) VALUES "
+                               "('g', 'a.zip', '2026-11-21T00:00:00.000Z')"));
+    }
+    const auto contents = inspectDatabaseFile(settings, path);
+    QVERIFY2(contents, qPrintable(contents.text()));
+    QCOMPARE(contents.value.schemaVersion, 1);
+    QCOMPARE(contents.value.storedNames, QStringList(QStringLiteral("a.zip")));
+    TempDatabase now;
+    const QString at = QStringLiteral("'2026-11-21T00:00:00.000Z'");
+    for (const char *row :
+         {"customers (code, create_time) VALUES ('A1B', %1)",
+          "jobs (name, customer_id, serial_number, create_time) VALUES ('A1B000001', 1, 1, %1)",
+          "job_flows (guid, job_name, create_time) VALUES ('g', 'A1B000001', %1)",
+          "questions (flow_id, create_time) VALUES (1, %1)",
+          "question_pictures (question_id, stored_name, create_time) VALUES (1, 'p.png', %1)"})
+        now->run(QString::fromLatin1(row).arg(at).prepend(QStringLiteral("INSERT INTO ")));
+    const auto later = inspectDatabaseFile(settings, now->displayText());
+    QVERIFY2(later, qPrintable(later.text()));
+    QCOMPARE(later.value.storedNames, QStringList(QStringLiteral("p.png")));
 }
 
 void TestSchema::aFailedStepLeavesTheVersionBefore()

@@ -5,6 +5,7 @@
 #include "services/disk/IoFailure.h"
 #include "services/notices/NoticeHub.h"
 #include "services/records/bll/Audit.h"
+#include "services/records/bll/StoredFileRecords.h"
 
 #include <QCoreApplication>
 #include <QSet>
@@ -144,8 +145,7 @@ void StoreCheckRun::compare()
 
 bool StoreCheckRun::isRecorded(const QString &name)
 {
-    SqlQuery query = m_database.query("select_orig_file_by_name");
-    return query.bind(":name", name).exec().next();
+    return StoredFileRecords(m_database).isRecorded(name);
 }
 
 /// The record may have gone since it was read, and its file with it.

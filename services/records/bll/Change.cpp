@@ -90,7 +90,13 @@ Outcome Change::outcomeOf(const Operation &operation, const std::string &record,
 
 bool Change::look(const Operation &operation, const std::string &record, const Body &body)
 {
-    return outcomeAs(Transaction::Purpose::Read, operation, record, body).ok;
+    return outcomeOfLook(operation, record, body).ok;
+}
+
+Outcome Change::outcomeOfLook(const Operation &operation, const std::string &record,
+                              const Body &body)
+{
+    return outcomeAs(Transaction::Purpose::Read, operation, record, body);
 }
 
 Outcome Change::outcomeAs(Transaction::Purpose purpose, const Operation &operation,

@@ -43,6 +43,8 @@ public:
     /// run() for what only reads: waits for no writer and keeps none waiting. Its refusal
     /// is audited all the same.
     static bool look(const Operation &operation, const std::string &record, const Body &body);
+    static Outcome outcomeOfLook(const Operation &operation, const std::string &record,
+                                 const Body &body);
 
     /// Who acts, as the database knows them now: a role taken away since sign-in
     /// counts no more.

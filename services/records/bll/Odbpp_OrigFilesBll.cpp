@@ -51,7 +51,7 @@ void requireNew(Change &change, const StoredFileRow &file)
         Change::fail(QStringLiteral("not a GUID: ") + file.guid, tr("文件 GUID 无效"));
     if (files.byGuid(file.guid))
         Change::fail(QStringLiteral("the GUID is taken"), tr("文件 GUID 已被使用"));
-    if (files.byStoredName(file.storedName))
+    if (files.isRecorded(file.storedName))
         Change::fail(QStringLiteral("the stored file is recorded already"), tr("该文件已登记"));
     requireNotLeaving(change, file.storedName);
     if (!change.storedFiles().exists(file.storedName))

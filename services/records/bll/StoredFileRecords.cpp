@@ -44,6 +44,12 @@ std::optional<StoredFileRow> StoredFileRecords::byGuidOrName(const QString &text
     return file ? file : byStoredName(text);
 }
 
+bool StoredFileRecords::isRecorded(const QString &storedName)
+{
+    SqlQuery query = m_database.query("select_recorded_file_by_name");
+    return query.bind(":name", storedName).exec().next();
+}
+
 int StoredFileRecords::insert(const StoredFileRow &file, int state, int userId)
 {
     SqlQuery query = m_database.query("insert_orig_file");

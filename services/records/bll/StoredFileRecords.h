@@ -34,6 +34,9 @@ public:
     /// A GUID that names a record goes before a stored name of the same letters.
     std::optional<StoredFileRow> byGuidOrName(const QString &text);
 
+    /// True when anything recorded is stored under this name, a question's picture too.
+    bool isRecorded(const QString &storedName);
+
     /// Returns the new id.
     int insert(const StoredFileRow &file, int state, int userId);
     void remove(int id);

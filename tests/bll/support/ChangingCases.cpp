@@ -11,6 +11,7 @@
 #include "foundation/bll/Odbpp_QuestionsBll.h"
 #include "foundation/common/DBS_API.h"
 #include "services/records/Guid.h"
+#include "services/records/bll/QuestionChanges.h"
 #include "services/records/bll/RobotChanges.h"
 #include "services/records/bll/StoredFileRecords.h"
 
@@ -47,9 +48,25 @@ void askQuestion(RecordsHome &home, const TestJob &job)
     home.addQuestion(job);
 }
 
-bool answerQuestion(const TestJob &, int user)
+bool resolveQuestion(const TestJob &, int user)
 {
     return BLL::Odbpp_QuestionsBll().UpdateQuestionStatus(1, 2, user);
+}
+
+bool raiseQuestion(const TestJob &job, int user)
+{
+    Services::NewQuestion question;
+    question.flowId = job.flowId;
+    question.userId = user;
+    question.title = QStringLiteral("new");
+    return Services::QuestionChanges::raise(question).outcome.ok;
+}
+
+bool answerQuestion(const TestJob &, int user)
+{
+    bool isOvertaken = false;
+    return Services::QuestionChanges::answer({1, user, 0, QStringLiteral("new"), 2}, isOvertaken)
+        .ok;
 }
 
 std::vector<ChangingCase> stateCases()
@@ -234,7 +251,9 @@ std::vector<ChangingCase> workCases()
              [](const TestJob &job, int user) {
                  return BLL::Odbpp_JobFlowBll().UpdateTips(user, "new", job.flowGuid);
              }},
-            {"state of a question", 0, 0, {}, {}, true, true, answerQuestion, askQuestion}};
+            {"state of a question", 0, 0, {}, {}, true, true, resolveQuestion, askQuestion},
+            {"raise a question", 0, 0, {}, {}, true, true, raiseQuestion},
+            {"answer a question", 0, 0, {}, {}, true, true, answerQuestion, askQuestion}};
 }
 
 } // namespace

@@ -23,6 +23,17 @@ CREATE TABLE questions (
     update_time TEXT
 );
 
+-- A picture of a question. file_name is what it was called where it came from; nothing
+-- is ever looked up or written under that name.
+CREATE TABLE question_pictures (
+    id @identity@,
+    question_id INTEGER NOT NULL REFERENCES questions (id),
+    stored_name TEXT NOT NULL UNIQUE,
+    file_name TEXT NOT NULL DEFAULT '',
+    create_user_id INTEGER REFERENCES users (id),
+    create_time TEXT NOT NULL
+);
+
 -- Who prepares the original file of a flow.
 CREATE TABLE orig_file_assign (
     flow_id INTEGER PRIMARY KEY REFERENCES job_flows (id),

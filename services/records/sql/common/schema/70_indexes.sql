@@ -44,4 +44,6 @@ CREATE INDEX pre_check_assign_executor ON pre_check_assign (executor_id, flow_id
 
 CREATE INDEX questions_flow ON questions (flow_id);
 
+CREATE INDEX question_pictures_question ON question_pictures (question_id);
+
 CREATE INDEX events_record ON events (record_kind, record_id);
