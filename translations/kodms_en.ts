@@ -783,6 +783,18 @@
         <source>“%1”：%2</source>
         <translation>“%1”: %2</translation>
     </message>
+    <message>
+        <source>创建问题</source>
+        <translation>Question raised</translation>
+    </message>
+    <message>
+        <source>查看问题</source>
+        <translation>Question viewed</translation>
+    </message>
+    <message>
+        <source>回复问题</source>
+        <translation>Question answered</translation>
+    </message>
 </context>
 <context>
     <name>InstallationSetup</name>

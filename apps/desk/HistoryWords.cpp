@@ -52,6 +52,9 @@ const char *operationWord(const QString &action)
          QT_TRANSLATE_NOOP("HistoryWords", "更换原始文件")},
         {QStringLiteral("file.UpdateLastOdbppImportMongoFsGuid"),
          QT_TRANSLATE_NOOP("HistoryWords", "更换导入文件")},
+        {QStringLiteral("question.raise"), QT_TRANSLATE_NOOP("HistoryWords", "创建问题")},
+        {QStringLiteral("question.read"), QT_TRANSLATE_NOOP("HistoryWords", "查看问题")},
+        {QStringLiteral("question.answer"), QT_TRANSLATE_NOOP("HistoryWords", "回复问题")},
         {QStringLiteral("question.UpdateQuestionStatus"),
          QT_TRANSLATE_NOOP("HistoryWords", "更改问题状态")},
         {QStringLiteral("history.read"), QT_TRANSLATE_NOOP("HistoryWords", "查看历史")}};
@@ -123,7 +126,7 @@ QString valueWord(const HistoryEntry &entry, const QString &value)
         return stampWord(value);
     if (entry.action == QLatin1String("order.pay"))
         return paymentWord(value);
-    if (entry.action.startsWith(QLatin1String("question.")))
+    if (entry.action == QLatin1String("question.UpdateQuestionStatus"))
         return questionWord(value);
     return entry.action.startsWith(QLatin1String("state.")) ? statusWord(value) : value;
 }

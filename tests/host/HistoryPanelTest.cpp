@@ -201,6 +201,8 @@ void HistoryPanelTest::wordsForPeople_data()
         "2026-01-02 03:04:05");
     row("state.kodms_update_flow_status", "2,2", "3,2", "完成流程", "机器人通过 → 流程完成");
     row("remark.UpdateTips", "a", "b", "修改备注", "a → b");
+    row("question.raise", "", "A1B000001\nlayer 3", "创建问题", "A1B000001\nlayer 3");
+    row("question.answer", "1", "2", "回复问题", "1 → 2"); // what somebody wrote, no states
     row("question.Unheard", "", "free text", "问题", "free text");
     row("else.entirely", "", "x", "else.entirely", "x");
 }
