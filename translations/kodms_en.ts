@@ -2,6 +2,69 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="zh_CN">
 <context>
+    <name>AccessibleNames</name>
+    <message>
+        <source>按料号名称筛选</source>
+        <translation>filter by job name</translation>
+    </message>
+    <message>
+        <source>按板层筛选</source>
+        <translation>filter by layers</translation>
+    </message>
+    <message>
+        <source>按 feature 数筛选</source>
+        <translation>filter by features</translation>
+    </message>
+    <message>
+        <source>按前处理人筛选</source>
+        <translation>filter by pre-processor</translation>
+    </message>
+    <message>
+        <source>按批号筛选</source>
+        <translation>filter by batch number</translation>
+    </message>
+    <message>
+        <source>按状态筛选</source>
+        <translation>filter by status</translation>
+    </message>
+    <message>
+        <source>搜索内容</source>
+        <translation>search for</translation>
+    </message>
+    <message>
+        <source>搜索哪一项</source>
+        <translation>search in</translation>
+    </message>
+    <message>
+        <source>指派给</source>
+        <translation>assign to</translation>
+    </message>
+    <message>
+        <source>料号列表</source>
+        <translation>list of jobs</translation>
+    </message>
+    <message>
+        <source>所选料号的问题</source>
+        <translation>questions of the selected job</translation>
+    </message>
+    <message>
+        <source>页码</source>
+        <translation>page number</translation>
+    </message>
+    <message>
+        <source>文件或文件夹的路径</source>
+        <translation>path of the file or folder</translation>
+    </message>
+    <message>
+        <source>名称</source>
+        <translation>name</translation>
+    </message>
+    <message>
+        <source>全选</source>
+        <translation>select all</translation>
+    </message>
+</context>
+<context>
     <name>Backup</name>
     <message>
         <source>服务正在运行，不能在此时恢复</source>
@@ -984,6 +1047,10 @@
         <source>原始文件</source>
         <translation>Original files</translation>
     </message>
+    <message>
+        <source>工作台</source>
+        <translation>desks</translation>
+    </message>
 </context>
 <context>
     <name>KODMS::Host::DropZone</name>
@@ -1319,6 +1386,41 @@
     <message>
         <source>示例安装：这里的料号、客户和账号都是虚构的，仅供试用</source>
         <translation>Sample installation: jobs, customers and accounts are made up, for trying things</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Host::ShortcutsBox</name>
+    <message>
+        <source>列出所选料号的问题</source>
+        <translation>List the questions of the selected job</translation>
+    </message>
+    <message>
+        <source>表格中按 Enter</source>
+        <translation>Enter, in a table</translation>
+    </message>
+    <message>
+        <source>修改备注</source>
+        <translation>Edit the remark</translation>
+    </message>
+    <message>
+        <source>表格中按 F2</source>
+        <translation>F2, in a table</translation>
+    </message>
+    <message>
+        <source>右键菜单（复制）</source>
+        <translation>Context menu (copy)</translation>
+    </message>
+    <message>
+        <source>表格中按菜单键</source>
+        <translation>menu key, in a table</translation>
+    </message>
+    <message>
+        <source>下一个、上一个控件</source>
+        <translation>Next and previous control</translation>
+    </message>
+    <message>
+        <source>快捷键</source>
+        <translation>Shortcuts</translation>
     </message>
 </context>
 <context>
@@ -2158,6 +2260,22 @@ Roles: %2</translation>
     <message>
         <source>料号历史(&amp;J)</source>
         <translation>&amp;Job history</translation>
+    </message>
+    <message>
+        <source>搜索(&amp;S)</source>
+        <translation>&amp;Search</translation>
+    </message>
+    <message>
+        <source>料号流程(&amp;1)</source>
+        <translation>Job flows (&amp;1)</translation>
+    </message>
+    <message>
+        <source>原始文件(&amp;2)</source>
+        <translation>Original files (&amp;2)</translation>
+    </message>
+    <message>
+        <source>快捷键(&amp;K)</source>
+        <translation>&amp;Shortcuts</translation>
     </message>
 </context>
 <context>

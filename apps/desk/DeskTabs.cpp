@@ -13,6 +13,8 @@
 #include <QBoxLayout>
 #include <QHash>
 #include <QHeaderView>
+#include <QLineEdit>
+#include <QTabBar>
 #include <QTableWidget>
 
 namespace KODMS::Host {
@@ -89,6 +91,7 @@ DeskTabs::DeskTabs(Preferences &preferences, int userId, QWidget *parent)
 {
     setObjectName(QStringLiteral("deskTabs"));
     setDocumentMode(true);
+    tabBar()->setAccessibleName(tr("工作台"));
     buildDesks();
     const auto tables = findChildren<QTableWidget *>();
     for (QTableWidget *table : tables)
@@ -137,6 +140,7 @@ void DeskTabs::addDownloadDesk()
 
 void DeskTabs::prepareTable(QTableWidget &table)
 {
+    table.setTabKeyNavigation(false); // else Tab never leaves the table
     QHeaderView *header = table.horizontalHeader();
     header->setSectionsMovable(true);
     header->setStretchLastSection(true);
@@ -194,6 +198,8 @@ void DeskTabs::watchTable(const QTableWidget &table)
     connect(table.selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             &DeskTabs::jobChanged);
     connect(&table, &QTableWidget::itemChanged, this, &DeskTabs::jobChanged);
+    // For the desk, Enter on a row is the click that shows the job's questions.
+    connect(&table, &QTableWidget::itemActivated, &table, &QTableWidget::itemClicked);
 }
 
 QString DeskTabs::currentFlow() const
@@ -204,6 +210,18 @@ QString DeskTabs::currentFlow() const
         return {};
     const QTableWidgetItem *item = table->item(table->currentRow(), flowColumn(search->view));
     return item ? item->text() : QString();
+}
+
+void DeskTabs::startSearch()
+{
+    for (const char *name : {"m_pJobFilterLE", "m_pFilterLE"}) {
+        auto *field = currentWidget()->findChild<QLineEdit *>(QLatin1String(name));
+        if (!field || field->isHidden())
+            continue;
+        field->setFocus(Qt::ShortcutFocusReason);
+        field->selectAll();
+        return;
+    }
 }
 
 void DeskTabs::announceClose()

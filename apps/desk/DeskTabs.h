@@ -41,6 +41,9 @@ public:
     /// The GUID of the flow of the current row of the desk in front; empty: none.
     QString currentFlow() const;
 
+    /// The keyboard goes to the first search field of the desk in front.
+    void startSearch();
+
     /// Tells the desks that the main window closes.
     void announceClose();
 

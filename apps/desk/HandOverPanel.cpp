@@ -41,6 +41,7 @@ void HandOverPanel::buildTable()
 {
     m_table = new QTableView(this);
     m_table->setObjectName(QStringLiteral("handOvers"));
+    m_table->setAccessibleName(tr("CAM 交接"));
     m_table->setModel(&m_log);
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setAlternatingRowColors(true);

@@ -80,6 +80,14 @@ void buildViewMenu(MainWindow &window, const MainMenu::Panels &panels,
     QMenu &menu = *window.menuBar()->addMenu(text(QT_TRANSLATE_NOOP("MainMenu", "视图(&V)")));
     add(menu, "refreshAction", text(QT_TRANSLATE_NOOP("MainMenu", "刷新(&R)")),
         QKeySequence(Qt::Key_F5), window, &MainWindow::refreshDesks);
+    add(menu, "searchAction", text(QT_TRANSLATE_NOOP("MainMenu", "搜索(&S)")), QKeySequence::Find,
+        window, &MainWindow::startSearch);
+    menu.addSeparator();
+    add(menu, "exportDeskAction", text(QT_TRANSLATE_NOOP("MainMenu", "料号流程(&1)")),
+        QKeySequence(QStringLiteral("Ctrl+1")), window, [&window] { window.showDesk(0); });
+    add(menu, "downloadDeskAction", text(QT_TRANSLATE_NOOP("MainMenu", "原始文件(&2)")),
+        QKeySequence(QStringLiteral("Ctrl+2")), window, [&window] { window.showDesk(1); });
+    menu.addSeparator();
     addPanel(menu, "historyAction", text(QT_TRANSLATE_NOOP("MainMenu", "料号历史(&J)")), Qt::Key_F7,
              *panels.history);
     addPanel(menu, "noticesAction", text(QT_TRANSLATE_NOOP("MainMenu", "通知列表(&T)")), Qt::Key_F8,
@@ -98,6 +106,8 @@ void buildViewMenu(MainWindow &window, const MainMenu::Panels &panels,
 void buildHelpMenu(MainWindow &window)
 {
     QMenu &menu = *window.menuBar()->addMenu(text(QT_TRANSLATE_NOOP("MainMenu", "帮助(&H)")));
+    add(menu, "shortcutsAction", text(QT_TRANSLATE_NOOP("MainMenu", "快捷键(&K)")),
+        QKeySequence(QStringLiteral("Ctrl+K")), window, &MainWindow::showShortcuts);
     add(menu, "aboutAction", text(QT_TRANSLATE_NOOP("MainMenu", "关于 KODMS(&A)")),
         QKeySequence(Qt::Key_F1), window, &MainWindow::showAbout);
 }

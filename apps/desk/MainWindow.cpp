@@ -3,6 +3,7 @@
 #include "apps/desk/MainWindow.h"
 
 #include "apps/desk/AboutBox.h"
+#include "apps/desk/AccessibleNames.h"
 #include "apps/desk/ColumnMemory.h"
 #include "apps/desk/DeskTabs.h"
 #include "apps/desk/HandOverPanel.h"
@@ -13,6 +14,7 @@
 #include "apps/desk/NoticePanel.h"
 #include "apps/desk/Preferences.h"
 #include "apps/desk/SampleBanner.h"
+#include "apps/desk/ShortcutsBox.h"
 #include "apps/desk/StatusFields.h"
 #include "foundation/ui/DMS_UICommon.h"
 #include "services/api/SignIn.h"
@@ -54,6 +56,7 @@ MainWindow::MainWindow(Preferences &preferences, NoticeLog &notices, HandOverLog
     setObjectName(QStringLiteral("mainWindow"));
     setWindowTitle(tr("KODMS 料号管理 - %1").arg(Services::SignIn::current().realName));
     setAcceptDrops(mayTakeIn());
+    new AccessibleNames(this); // before there are controls
     buildCentre();
     buildPanels(notices, handOvers);
     buildStatusBar(notices);
@@ -189,6 +192,23 @@ void MainWindow::showHandOvers()
 void MainWindow::showHistory()
 {
     openPanel(*m_history);
+}
+
+void MainWindow::showShortcuts()
+{
+    ShortcutsBox box(*this);
+    box.exec();
+}
+
+void MainWindow::startSearch()
+{
+    m_desks->startSearch();
+}
+
+void MainWindow::showDesk(int number)
+{
+    m_desks->setCurrentIndex(number);
+    m_desks->startSearch();
 }
 
 void MainWindow::showAbout()

@@ -33,7 +33,12 @@ public Q_SLOTS:
     void showNotices();
     void showHandOvers();
     void showHistory();
+    void showShortcuts();
     void showAbout();
+    /// To the first search field of the desk in front.
+    void startSearch();
+    /// Brings the desk to the front, counted from 0.
+    void showDesk(int number);
     void setHighContrastStatus(bool on);
     void chooseLanguage(const QString &language);
 

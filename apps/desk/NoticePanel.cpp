@@ -35,6 +35,7 @@ void NoticePanel::buildTable()
 {
     m_table = new QTableView(this);
     m_table->setObjectName(QStringLiteral("notices"));
+    m_table->setAccessibleName(tr("通知"));
     m_table->setModel(&m_log);
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setAlternatingRowColors(true);

@@ -9,6 +9,7 @@
 #include "apps/desk/NoticeLog.h"
 #include "apps/desk/NoticePanel.h"
 #include "apps/desk/Preferences.h"
+#include "apps/desk/ShortcutsBox.h"
 #include "apps/desk/SignInWindow.h"
 #include "desks/export/DMS_Export_Widget.h"
 #include "foundation/ui/DMS_StdCommon.h"
@@ -220,6 +221,10 @@ bool ScreenshotRun::renderExtras(MainWindow &window)
     {
         IntakeDialog dialog(&window);
         saved = saved && save(dialog, QStringLiteral("intake"));
+    }
+    {
+        ShortcutsBox keys(window);
+        saved = saved && save(keys, QStringLiteral("shortcuts"));
     }
     AboutBox about(&window);
     return saved && save(about, QStringLiteral("about"));
