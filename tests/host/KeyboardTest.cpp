@@ -9,6 +9,8 @@
 #include "apps/desk/ShortcutsBox.h"
 #include "apps/desk/SignInWindow.h"
 #include "desks/modifyfile/DMS_ModifyFile_Widget.h"
+#include "foundation/ui/DMS_Import_Widget.h"
+#include "foundation/ui/DMS_JobCheck_Widget.h"
 #include "services/api/SampleData.h"
 #include "services/api/SignIn.h"
 #include "services/notices/Progress.h"
@@ -26,6 +28,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPlainTextEdit>
 #include <QSet>
 #include <QTabBar>
 #include <QTabWidget>
@@ -33,6 +36,7 @@
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextEdit>
 #include <QTimer>
 
 #include <memory>
@@ -95,7 +99,8 @@ bool isInteractive(const QWidget &widget)
     return qobject_cast<const QAbstractButton *>(&widget) ||
            qobject_cast<const QLineEdit *>(&widget) || qobject_cast<const QComboBox *>(&widget) ||
            qobject_cast<const QAbstractItemView *>(&widget) ||
-           qobject_cast<const QTabBar *>(&widget);
+           qobject_cast<const QTextEdit *>(&widget) ||
+           qobject_cast<const QPlainTextEdit *>(&widget) || qobject_cast<const QTabBar *>(&widget);
 }
 
 /// The controls that a screen reader would call nothing at all.
@@ -189,9 +194,13 @@ void KeyboardTest::everyControlOfTheOtherWindowsHasAName()
     ShortcutsBox keys(*m_window);
     KODMS::UI::DMS_ModifyFile_Widget modify(m_window.get());
     modify.setWindowFlag(Qt::Window);
-    for (QWidget *window : {static_cast<QWidget *>(&signIn), static_cast<QWidget *>(&intake),
-                            static_cast<QWidget *>(&about), static_cast<QWidget *>(&keys),
-                            static_cast<QWidget *>(&modify)}) {
+    KODMS::UI::DMS_Import_Widget import(m_window.get());
+    KODMS::UI::DMS_JobCheck_Widget raise(1, false, m_window.get());
+    KODMS::UI::DMS_JobCheck_Widget answer(1, true, m_window.get());
+    for (QWidget *window : {static_cast<QWidget *>(&signIn), static_cast<QWidget *>(&import),
+                            static_cast<QWidget *>(&raise), static_cast<QWidget *>(&answer),
+                            static_cast<QWidget *>(&intake), static_cast<QWidget *>(&about),
+                            static_cast<QWidget *>(&keys), static_cast<QWidget *>(&modify)}) {
         window->show();
         int controls = 0;
         const QStringList found = nameless(*window, &controls);
@@ -288,13 +297,18 @@ void KeyboardTest::helpListsEveryKey()
 {
     openAs(QStringLiteral("admin"));
     QStringList labels;
-    QTimer::singleShot(50, this, [&labels] {
+    QTimer watch;
+    connect(&watch, &QTimer::timeout, this, [&labels, &watch] {
         QWidget *box = QApplication::activeModalWidget();
+        if (!box)
+            return;
+        watch.stop();
         const auto all = box->findChildren<QLabel *>();
         for (const QLabel *label : all)
             labels << label->text();
         box->close();
     });
+    watch.start(20);
     QTest::keyClick(m_window.get(), Qt::Key_K, Qt::ControlModifier);
     const auto actions = m_window->findChildren<QAction *>();
     for (const QAction *action : actions) {
