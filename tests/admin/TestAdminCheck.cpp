@@ -104,7 +104,10 @@ void TestAdminCheck::findsAFileThatWasChanged()
     QVERIFY(!body.fileName().isEmpty());
     QFile::setPermissions(body.fileName(), QFile::ReadOwner | QFile::WriteOwner);
     QVERIFY(body.open(QIODevice::ReadWrite));
-    QVERIFY(body.seek(body.size() / 2) && body.write("!") == 1);
+    // A flipped bit, and no fixed letter: an archive differs from run to run, and may hold it there.
+    QVERIFY(body.seek(body.size() / 2));
+    const char byte = body.peek(1).at(0);
+    QVERIFY(body.putChar(static_cast<char>(byte ^ 0x01)));
     body.close();
     const AdminRun run = check();
     QVERIFY2(run.code == 3, run.all());

@@ -258,7 +258,8 @@ private:
         QVERIFY(body.setPermissions(QFile::ReadOwner | QFile::WriteOwner));
         QVERIFY(body.open(QIODevice::ReadWrite));
         QVERIFY(body.seek(10));
-        body.write("X");
+        const char byte = body.peek(1).at(0);
+        QVERIFY(body.putChar(static_cast<char>(byte ^ 0x01)));
     }
 
     std::unique_ptr<TestInstallation> m_home;
