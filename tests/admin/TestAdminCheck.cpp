@@ -104,7 +104,8 @@ void TestAdminCheck::findsAFileThatWasChanged()
     QVERIFY(!body.fileName().isEmpty());
     QFile::setPermissions(body.fileName(), QFile::ReadOwner | QFile::WriteOwner);
     QVERIFY(body.open(QIODevice::ReadWrite));
-    // A flipped bit, and no fixed letter: an archive differs from run to run, and may hold it there.
+    // A flipped bit, and no fixed letter: an archive differs from run to run, and may hold it
+    // there.
     QVERIFY(body.seek(body.size() / 2));
     const char byte = body.peek(1).at(0);
     QVERIFY(body.putChar(static_cast<char>(byte ^ 0x01)));
