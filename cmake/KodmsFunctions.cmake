@@ -55,9 +55,11 @@ function(kodms_add_test name)
     list(APPEND label threads)
     add_dependencies(kodms_threaded_tests ${name})
   endif()
+  # QtTest of itself ends every function after five minutes, however long the test may take.
+  math(EXPR function_ms "${ARG_TIMEOUT} * 1000")
   set_tests_properties(${name} PROPERTIES
     LABELS "${label}" TIMEOUT ${ARG_TIMEOUT}
-    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=Asia/Shanghai;QT_LOGGING_RULES=kodms.*.info=false")
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=Asia/Shanghai;QT_LOGGING_RULES=kodms.*.info=false;QTEST_FUNCTION_TIMEOUT=${function_ms}")
 endfunction()
 
 # A test of the desks: the desk objects on the recording fakes.

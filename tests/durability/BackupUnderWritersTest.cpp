@@ -34,10 +34,6 @@ constexpr int BallastFiles = 20;
 class BackupUnderWritersTest : public QObject {
     Q_OBJECT
 
-public:
-    /// All backups are one function, for which QtTest allows five minutes.
-    BackupUnderWritersTest() { qputenv("QTEST_FUNCTION_TIMEOUT", "1200000"); }
-
 private Q_SLOTS:
 
     void initTestCase()

@@ -27,10 +27,6 @@ constexpr qint64 Step = Budget / KODMS_ROUNDS;
 class FullDiskTest : public QObject {
     Q_OBJECT
 
-public:
-    /// All steps of one kind are one function, for which QtTest allows five minutes.
-    FullDiskTest() { qputenv("QTEST_FUNCTION_TIMEOUT", "1800000"); }
-
 private Q_SLOTS:
 
     void initTestCase()
