@@ -1891,6 +1891,10 @@ Roles: %2</translation>
         <source>已为 %1 导入 %2：%3 层，%4 个特征</source>
         <translation>Imported %2 for %1: %3 layers, %4 features</translation>
     </message>
+    <message>
+        <source>相同的内容已由 %1 于 %2 为 %3 导入过，仍要为 %4 导入吗？</source>
+        <translation>%1 imported the same content at %2 for %3. Import it for %4?</translation>
+    </message>
 </context>
 <context>
     <name>KODMS::Services::IntakeFile</name>

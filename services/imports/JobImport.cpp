@@ -68,8 +68,22 @@ Outcome JobImport::mayBegin() const
 
 Outcome JobImport::store(Progress &progress)
 {
-    Outcome stored = m_read.isFolder ? storeFolder(progress) : storeArchive(progress);
+    Outcome stored = storeBody(progress);
     m_isStored = stored.ok;
+    return stored;
+}
+
+Outcome JobImport::storeBody(Progress &progress)
+{
+    Outcome stored = m_read.isFolder ? storeFolder(progress) : storeArchive(progress);
+    if (!stored)
+        return stored;
+    const auto found = m_runtime->fileStore().find(m_storedName);
+    if (!found) {
+        takeBack();
+        return found.outcome;
+    }
+    m_sha256 = found.value.sha256;
     return stored;
 }
 
@@ -116,17 +130,8 @@ std::optional<EarlierImport> JobImport::sameBefore() const
 {
     if (!isRunning())
         return std::nullopt;
-    const FileStore &store = m_runtime->fileStore();
-    const auto stored = store.find(m_storedName);
-    const auto earlier = ImportChanges::earlier(m_flowGuid);
-    if (!stored || !earlier)
-        return std::nullopt;
-    for (const EarlierImport &import : earlier.value) {
-        const auto known = store.find(import.storedName);
-        if (known && known.value.sha256 == stored.value.sha256)
-            return import;
-    }
-    return std::nullopt;
+    const auto earlier = ImportChanges::earlier(m_flowGuid, m_sha256);
+    return earlier ? earlier.value : std::nullopt;
 }
 
 Outcome JobImport::record()
@@ -139,6 +144,7 @@ Outcome JobImport::record()
     job.file.baseName = m_read.job.name;
     job.file.storedName = m_storedName;
     job.file.fileType = m_read.type;
+    job.sha256 = m_sha256;
     job.origJobName = m_read.job.name;
     job.layerCount = m_read.job.layerCount();
     job.featureCount = static_cast<int>(m_read.job.featureCount);

@@ -29,13 +29,14 @@ public:
     /// what was read. Any thread.
     Outcome store(Progress &progress);
 
-    /// An earlier import of the same bytes for this flow. After store(); GUI thread.
+    /// An earlier import of the same bytes, for whichever job. After store(); GUI thread.
     std::optional<EarlierImport> sameBefore() const;
 
     /// GUI thread. Nothing is recorded when somebody else acts by now.
     Outcome record();
 
 private:
+    Outcome storeBody(Progress &progress);
     Outcome storeArchive(Progress &progress);
     Outcome storeFolder(Progress &progress);
     Outcome packAndPut(const QString &zip, Progress &progress);
@@ -48,6 +49,7 @@ private:
     ReadJob m_read;
     int m_userId;
     QString m_storedName;
+    QByteArray m_sha256;
     bool m_isStored = false;
 };
 

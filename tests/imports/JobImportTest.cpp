@@ -392,6 +392,7 @@ void JobImportTest::theSameContentIsNoticed()
     QVERIFY(import(folder).ok);
     QVERIFY(sameBefore(folder));
     QVERIFY(sameBefore(archive)); // not only the last one
+    QVERIFY(!sameBefore(archive)->isOtherFlow);
     QVERIFY(!sameBefore(m_home->boardArchive(QStringLiteral("other"))));
 }
 

@@ -47,7 +47,6 @@ private Q_SLOTS:
     void saysWhyTheServiceRefuses();
     void announcesWebJobs();
     void aRobotResultIsAnnouncedBeforeTheRefresh();
-    void aSecondImportOfTheSameIsAskedAbout();
     void anotherJobAsksBeforeItDropsAChoice();
     void theSameJobAgainKeepsTheChoice();
     void aNewJobDuringWorkIsRefused();
@@ -297,29 +296,6 @@ void ImportWindowTest::aRobotResultIsAnnouncedBeforeTheRefresh()
     QCOMPARE(order, QStringList(QStringLiteral("announced"))); // the refresh waits for its turn
     QTRY_COMPARE(order, QStringList({QStringLiteral("announced"), QStringLiteral("refreshed")}));
     QCOMPARE(m_home->summary(), QStringLiteral("2,2 [board] 6 layers 550 features by executor"));
-}
-
-void ImportWindowTest::aSecondImportOfTheSameIsAskedAbout()
-{
-    open();
-    BoxAnswers boxes;
-    const QString path = m_home->boardArchive();
-    drop(path);
-    click("importJob");
-    QVERIFY(boxes.texts.isEmpty());
-    const QString before = m_home->stock();
-    drop(path);
-    boxes.answer(QMessageBox::No);
-    click("importJob");
-    QCOMPARE(boxes.texts.size(), 1);
-    QVERIFY2(boxes.texts.first().contains(QStringLiteral("EXECUTOR")),
-             qPrintable(boxes.texts.first()));
-    QCOMPARE(m_home->stock(), before);
-    QVERIFY(button("importJob")->isEnabled());
-    boxes.answer(QMessageBox::Yes);
-    click("importJob");
-    QCOMPARE(boxes.texts.size(), 2);
-    QVERIFY(m_home->stock() != before);
 }
 
 void ImportWindowTest::anotherJobAsksBeforeItDropsAChoice()

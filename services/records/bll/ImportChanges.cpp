@@ -80,6 +80,17 @@ void writeImport(Change &change, const FlowRow &flow, const ImportedJob &job)
     change.wrote(flow, FieldGroup::File);
 }
 
+void writeContent(Change &change, const FlowRow &flow, const ImportedJob &job)
+{
+    change.database()
+        .query("insert_import_content")
+        .bind(":sha256", QString::fromLatin1(job.sha256))
+        .bind(":flow", flow.id)
+        .bind(":user", change.actor().userId)
+        .bind(":time", storedNow())
+        .exec();
+}
+
 /// Two groups are written, and each is told under its own name.
 void auditFile(Change &change, const FlowRow &flow, const ImportedJob &job)
 {
@@ -100,21 +111,22 @@ Outcome ImportChanges::mayImport(const QString &flowGuid, ImportKind kind, int u
                              [&](Change &change) { allowedFlow(change, flowGuid, kind, userId); });
 }
 
-Result<std::vector<EarlierImport>> ImportChanges::earlier(const QString &flowGuid)
+Result<std::optional<EarlierImport>> ImportChanges::earlier(const QString &flowGuid,
+                                                            const QByteArray &sha256)
 {
-    std::vector<EarlierImport> imports;
+    std::optional<EarlierImport> earlier;
     const Outcome read = Change::outcomeOf(importJob, flowGuid.toStdString(), [&](Change &change) {
         const FlowRow flow = change.flowByGuid(flowGuid.toStdString());
         change.needs(Right::Import, flow);
-        SqlQuery query = change.database().query("select_imports_of_flow");
-        query.bind(":flow", flow.id).exec();
-        while (query.next())
-            imports.push_back(
-                {query.text("stored_name"), query.text("create_time"), query.text("real_name")});
+        SqlQuery query = change.database().query("select_import_of_content");
+        query.bind(":sha256", QString::fromLatin1(sha256)).bind(":flow", flow.id).exec();
+        if (query.next())
+            earlier = EarlierImport{query.number("flow_id") != flow.id, query.text("job_name"),
+                                    query.text("import_time"), query.text("real_name")};
     });
     if (!read)
         return read;
-    return imports;
+    return earlier;
 }
 
 Outcome ImportChanges::record(const ImportedJob &job)
@@ -123,6 +135,7 @@ Outcome ImportChanges::record(const ImportedJob &job)
         operationOf(job.kind), job.flowGuid.toStdString(), [&](Change &change) {
             const FlowRow flow = allowedFlow(change, job.flowGuid, job.kind, job.userId);
             writeImport(change, flow, job);
+            writeContent(change, flow, job);
             auditFile(change, flow, job);
             if (job.kind == ImportKind::PreparedJob)
                 writeFlowState(change, flow, Imported);

@@ -5,7 +5,7 @@
 #include "services/notices/Outcome.h"
 #include "services/records/bll/StoredFileRecords.h"
 
-#include <vector>
+#include <optional>
 
 namespace KODMS::Services {
 
@@ -21,13 +21,15 @@ struct ImportedJob {
     ImportKind kind = ImportKind::PreparedJob;
     int userId = 0;     ///< who began the import
     StoredFileRow file; ///< without customer and kind, which the flow and the import tell
+    QByteArray sha256;  ///< of the stored file, in hexadecimal digits
     QString origJobName;
     int layerCount = 0;
     int featureCount = 0;
 };
 
 struct EarlierImport {
-    QString storedName;
+    bool isOtherFlow = false;
+    QString jobName;
     QString time; ///< as stored
     QString realName;
 };
@@ -38,8 +40,10 @@ public:
     /// What record() would refuse now, before anything long is begun. Changes nothing.
     static Outcome mayImport(const QString &flowGuid, ImportKind kind, int userId);
 
-    /// What was imported for the flow before, the last first.
-    static Result<std::vector<EarlierImport>> earlier(const QString &flowGuid);
+    /// The last import of the same bytes, for this flow rather than for another. None is
+    /// no failure.
+    static Result<std::optional<EarlierImport>> earlier(const QString &flowGuid,
+                                                        const QByteArray &sha256);
 
     /// Everything in one transaction: the file's record, the job's counts, original job
     /// name, user and time of the import, the flow's state, the audit.

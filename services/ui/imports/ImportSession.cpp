@@ -145,7 +145,7 @@ void ImportSession::import()
     if (outcome)
         finish(read);
     else
-        m_form.showMessage(outcome.text, true);
+        m_form.showMessage(outcome.text, !outcome.isCancelled);
 }
 
 /// Touches nothing of the session once the window is gone.
@@ -159,7 +159,7 @@ Outcome ImportSession::storeAndRecord(JobImport &run, const ReadJob &read)
         return gone;
     if (const auto earlier = run.sameBefore()) {
         if (!confirmsSame(*earlier))
-            return Outcome::failure(tr("未导入"));
+            return {false, tr("未导入"), {}, true};
         if (!self)
             return gone;
     }
@@ -185,9 +185,13 @@ Outcome ImportSession::storeInTask(JobImport &run, const ReadJob &read)
 
 bool ImportSession::confirmsSame(const EarlierImport &earlier)
 {
-    return askYesNo(m_window, tr("导入"),
-                    tr("相同的内容已由 %1 于 %2 导入过，仍要再次导入吗？")
-                        .arg(earlier.realName, shownTime(earlier.time)));
+    const QString time = shownTime(earlier.time);
+    const QString text =
+        earlier.isOtherFlow
+            ? tr("相同的内容已由 %1 于 %2 为 %3 导入过，仍要为 %4 导入吗？")
+                  .arg(earlier.realName, time, earlier.jobName, m_info.jobName)
+            : tr("相同的内容已由 %1 于 %2 导入过，仍要再次导入吗？").arg(earlier.realName, time);
+    return askYesNo(m_window, tr("导入"), text);
 }
 
 void ImportSession::finish(const ReadJob &read)

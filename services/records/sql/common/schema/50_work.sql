@@ -34,6 +34,16 @@ CREATE TABLE question_pictures (
     create_time TEXT NOT NULL
 );
 
+-- What was imported, by its content: whoever brings the same bytes again is asked,
+-- for whichever job they came before.
+CREATE TABLE import_contents (
+    id @identity@,
+    sha256 TEXT NOT NULL,
+    flow_id INTEGER NOT NULL REFERENCES job_flows (id),
+    user_id INTEGER REFERENCES users (id),
+    import_time TEXT NOT NULL
+);
+
 -- Who prepares the original file of a flow.
 CREATE TABLE orig_file_assign (
     flow_id INTEGER PRIMARY KEY REFERENCES job_flows (id),

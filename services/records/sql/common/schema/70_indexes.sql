@@ -46,4 +46,6 @@ CREATE INDEX questions_flow ON questions (flow_id);
 
 CREATE INDEX question_pictures_question ON question_pictures (question_id);
 
+CREATE INDEX import_contents_sha256 ON import_contents (sha256, flow_id);
+
 CREATE INDEX events_record ON events (record_kind, record_id);
