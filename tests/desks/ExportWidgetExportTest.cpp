@@ -27,13 +27,15 @@ private Q_SLOTS:
     void anyAnswerButYesStops_data();
     void anyAnswerButYesStops();
     void everySelectedJobInRowOrder();
+    void aCellOutsideTheFirstColumnSelectsNothing();
     void anEmptySelectionStillSaysThatItIsDone();
     void theLastMessage();
     void theJobsAreThoseThatWereAskedAbout();
     void aDeskThatGoesDuringTheQuestionExportsNothing();
     void aDeskThatGoesDuringTheSignalStops();
     void nothingIsRefreshed();
-    void aRemovedIdIsZero();
+    void anIdThatIsNoDecimalNumberIsZero_data();
+    void anIdThatIsNoDecimalNumberIsZero();
     void theHiddenButtonLeadsHere();
 
 private:
@@ -140,6 +142,17 @@ void ExportWidgetExportTest::everySelectedJobInRowOrder()
              told(QStringList(Ask) + handedOver(2) + handedOver(4) + QStringList(Done)));
 }
 
+void ExportWidgetExportTest::aCellOutsideTheFirstColumnSelectsNothing()
+{
+    auto *table = jobTable(*m_desk);
+    table->selectionModel()->setCurrentIndex(table->model()->index(0, 1),
+                                             QItemSelectionModel::Select);
+    BoxStory boxes;
+    boxes.answer(QMessageBox::Yes);
+    run();
+    QCOMPARE(BoxStory::text(), told({Ask, Done}));
+}
+
 void ExportWidgetExportTest::anEmptySelectionStillSaysThatItIsDone()
 {
     select({1});
@@ -210,11 +223,19 @@ void ExportWidgetExportTest::nothingIsRefreshed()
     QCOMPARE(jobTable(*m_desk)->currentRow(), 0);
 }
 
-void ExportWidgetExportTest::aRemovedIdIsZero()
+void ExportWidgetExportTest::anIdThatIsNoDecimalNumberIsZero_data()
 {
+    QTest::addColumn<QString>("id");
+    QTest::newRow("a word") << QStringLiteral("x");
+    QTest::newRow("hexadecimal") << QStringLiteral("0x1f");
+}
+
+void ExportWidgetExportTest::anIdThatIsNoDecimalNumberIsZero()
+{
+    QFETCH(QString, id);
     select({2});
     jobTable(*m_desk)->blockSignals(true);
-    jobTable(*m_desk)->item(2, 0)->setText(QStringLiteral("x"));
+    jobTable(*m_desk)->item(2, 0)->setText(id);
     BoxStory boxes;
     boxes.answer(QMessageBox::Yes);
     run();

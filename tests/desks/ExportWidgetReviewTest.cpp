@@ -25,6 +25,7 @@ private Q_SLOTS:
 
     void withoutACurrentRowTheUserIsAskedToSelect_data();
     void withoutACurrentRowTheUserIsAskedToSelect();
+    void theRowIsAskedForBeforeTheRights();
     void aVerdictIsStoredOnJobAndFlow_data();
     void aVerdictIsStoredOnJobAndFlow();
     void everySelectedRowFromTopToBottom_data();
@@ -33,6 +34,7 @@ private Q_SLOTS:
     void aFlowThatIsGoneGetsTheFlagOnly();
     void aRowWithoutOriginalNameIsSkippedWithAMessage_data();
     void aRowWithoutOriginalNameIsSkippedWithAMessage();
+    void aBlankNameIsAName();
     void everySkippedRowSaysSo();
     void theMessageOfASkippedRow();
     void anUnselectedCurrentRowOnlyRefreshes();
@@ -156,6 +158,20 @@ void ExportWidgetReviewTest::withoutACurrentRowTheUserIsAskedToSelect()
     QVERIFY(FakeServices::instance().calls("DMS_StdCommon::getCurrentUser").isEmpty());
 }
 
+/// Foreign rows can be selected without any being current.
+void ExportWidgetReviewTest::theRowIsAskedForBeforeTheRights()
+{
+    Odbpp_Flow_View foreign = someFlow(1);
+    foreign.preCheckUserId = 43;
+    show({foreign}, {Right::CheckAuthority});
+    auto *table = jobTable(*m_desk);
+    table->setRangeSelected({0, 0, 0, table->columnCount() - 1}, true);
+    QCOMPARE(table->currentRow(), -1);
+    const BoxStory boxes;
+    press("m_pJobPassPB");
+    QCOMPARE(story(), QStringLiteral("box(\"请选择一个料号\")"));
+}
+
 void ExportWidgetReviewTest::aVerdictIsStoredOnJobAndFlow_data()
 {
     QTest::addColumn<QByteArray>("button");
@@ -232,6 +248,17 @@ void ExportWidgetReviewTest::aRowWithoutOriginalNameIsSkippedWithAMessage()
     press(button.constData());
     QCOMPARE(story(),
              told(stored(1, verdict) + QStringList(ImportFirst) + stored(3, verdict) + End));
+}
+
+void ExportWidgetReviewTest::aBlankNameIsAName()
+{
+    Odbpp_Flow_View flow = someFlow(1);
+    flow.origJobName = " ";
+    show({flow});
+    select({0});
+    const BoxStory boxes;
+    press("m_pJobPassPB");
+    QCOMPARE(story(), told(stored(1, 2) + End));
 }
 
 void ExportWidgetReviewTest::everySkippedRowSaysSo()
