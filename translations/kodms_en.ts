@@ -2281,6 +2281,10 @@ Roles: %2</translation>
         <source>快捷键(&amp;K)</source>
         <translation>&amp;Shortcuts</translation>
     </message>
+    <message>
+        <source>按所在列排序(&amp;O)</source>
+        <translation>S&amp;ort by this column</translation>
+    </message>
 </context>
 <context>
     <name>OdbJob</name>

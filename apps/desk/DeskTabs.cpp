@@ -224,6 +224,13 @@ void DeskTabs::startSearch()
     }
 }
 
+void DeskTabs::sortByCurrentColumn()
+{
+    const QTableWidget *table = jobTable(*currentWidget());
+    if (table->currentColumn() >= 0)
+        Q_EMIT table->horizontalHeader()->sectionClicked(table->currentColumn());
+}
+
 void DeskTabs::announceClose()
 {
     if (m_exportDesk)

@@ -44,6 +44,9 @@ public:
     /// The keyboard goes to the first search field of the desk in front.
     void startSearch();
 
+    /// What a click on the title of the current cell's column does in the desk in front.
+    void sortByCurrentColumn();
+
     /// Tells the desks that the main window closes.
     void announceClose();
 

@@ -82,6 +82,8 @@ void buildViewMenu(MainWindow &window, const MainMenu::Panels &panels,
         QKeySequence(Qt::Key_F5), window, &MainWindow::refreshDesks);
     add(menu, "searchAction", text(QT_TRANSLATE_NOOP("MainMenu", "搜索(&S)")), QKeySequence::Find,
         window, &MainWindow::startSearch);
+    add(menu, "sortAction", text(QT_TRANSLATE_NOOP("MainMenu", "按所在列排序(&O)")),
+        QKeySequence(Qt::Key_F6), window, &MainWindow::sortByCurrentColumn);
     menu.addSeparator();
     add(menu, "exportDeskAction", text(QT_TRANSLATE_NOOP("MainMenu", "料号流程(&1)")),
         QKeySequence(QStringLiteral("Ctrl+1")), window, [&window] { window.showDesk(0); });

@@ -205,6 +205,11 @@ void MainWindow::startSearch()
     m_desks->startSearch();
 }
 
+void MainWindow::sortByCurrentColumn()
+{
+    m_desks->sortByCurrentColumn();
+}
+
 void MainWindow::showDesk(int number)
 {
     m_desks->setCurrentIndex(number);

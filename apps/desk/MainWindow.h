@@ -37,6 +37,7 @@ public Q_SLOTS:
     void showAbout();
     /// To the first search field of the desk in front.
     void startSearch();
+    void sortByCurrentColumn();
     /// Brings the desk to the front, counted from 0.
     void showDesk(int number);
     void setHighContrastStatus(bool on);

@@ -102,6 +102,11 @@ void ModifyFileWidgetImportTest::aKosArchiveAsksTheRobot()
     m_world->choose(m_world->made(QStringLiteral("job.kos")));
     const MessageBoxProbe probe;
     QStringList before;
+    int connectionsBeforeState = -1;
+    FakeServices::instance().result("Odbpp_JobFlowBll::UpdateState").compute([&](const Call &) {
+        connectionsBeforeState = robot.connections();
+        return 1;
+    });
     FakeServices::instance()
         .result("Odbpp_JobCompressBll::UpdateZipUUID_OrigName")
         .compute([&](const Call &) {
@@ -117,6 +122,7 @@ void ModifyFileWidgetImportTest::aKosArchiveAsksTheRobot()
                                                     "    },\n"
                                                     "    \"msgType\": 1\n"
                                                     "}\n"));
+    QCOMPARE(connectionsBeforeState, 0);
     QCOMPARE(robot.connections(), 1);
     QCOMPARE(FakeServices::instance().count("Odbpp_OrdersBll::getOrdersByFlowGuid"), 0);
     QCOMPARE(probe.count(), 1);

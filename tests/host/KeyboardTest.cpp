@@ -39,6 +39,7 @@
 #include <QTextEdit>
 #include <QTimer>
 
+#include <algorithm>
 #include <memory>
 
 using namespace KODMS::Host;
@@ -64,6 +65,8 @@ private Q_SLOTS:
     void noKeyIsGivenTwice();
     void helpListsEveryKey();
     void enterShowsTheQuestions();
+    void aKeySortsByTheCurrentColumn_data();
+    void aKeySortsByTheCurrentColumn();
 
 private:
     void openAs(const QString &role);
@@ -331,6 +334,44 @@ void KeyboardTest::enterShowsTheQuestions()
         QTest::keyClick(jobs, Qt::Key_Return);
     }
     QVERIFY(questions->rowCount() > 0);
+}
+
+void KeyboardTest::aKeySortsByTheCurrentColumn_data()
+{
+    QTest::addColumn<int>("desk");
+    QTest::addColumn<int>("column");
+    QTest::newRow("job flows by name") << 0 << 1;
+    QTest::newRow("job flows by remark") << 0 << 12;
+    QTest::newRow("original files by serial number") << 1 << 4;
+}
+
+/// As a click on the column's title does: up, then down.
+void KeyboardTest::aKeySortsByTheCurrentColumn()
+{
+    QFETCH(int, desk);
+    QFETCH(int, column);
+    openAs(QStringLiteral("admin"));
+    m_window->showDesk(desk);
+    auto *table = shown<QTableWidget>("m_pJobTableWidget");
+    const auto texts = [table, column] {
+        QStringList cells;
+        for (int row = 0; row < table->rowCount(); ++row)
+            cells << table->item(row, column)->text();
+        return cells;
+    };
+    const QStringList found = texts();
+    QVERIFY(QSet<QString>(found.begin(), found.end()).size() > 2);
+    table->setCurrentItem(nullptr);
+    QTest::keyClick(m_window.get(), Qt::Key_F6);
+    QCOMPARE(texts(), found); // no column, no order
+    table->setCurrentCell(3, column);
+    QStringList sorted = found;
+    std::sort(sorted.begin(), sorted.end());
+    QTest::keyClick(m_window.get(), Qt::Key_F6);
+    QCOMPARE(texts(), sorted);
+    std::reverse(sorted.begin(), sorted.end());
+    QTest::keyClick(m_window.get(), Qt::Key_F6);
+    QCOMPARE(texts(), sorted);
 }
 
 KODMS_TEST_MAIN(KeyboardTest, QApplication)
