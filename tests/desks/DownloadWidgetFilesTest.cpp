@@ -102,6 +102,27 @@ QStringList data(const DMS_ModifyFile_Widget &window)
             window.*privateMember<SerialNumber>};
 }
 
+/// Notes what a window is told at the moment when it is shown.
+class DataAtShow : public QObject {
+public:
+    explicit DataAtShow(DMS_ModifyFile_Widget *window) : m_window(window)
+    {
+        window->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Show)
+            seen = data(*m_window);
+        return false;
+    }
+
+    QStringList seen;
+
+private:
+    DMS_ModifyFile_Widget *m_window;
+};
+
 } // namespace
 
 void DownloadWidgetFilesTest::init()
@@ -328,14 +349,16 @@ void DownloadWidgetFilesTest::anotherReplacementUsesTheSameWindow()
     BoxStory boxes;
     boxes.answer(QMessageBox::Yes);
     press("m_pUpdateFilePB");
-    const auto *window = replacement();
-    replacement()->close();
+    auto *window = replacement();
+    window->close();
+    const DataAtShow atShow(window);
     makeCurrent(2);
     boxes.answer(QMessageBox::Yes);
     press("m_pUpdateFilePB");
     QCOMPARE(m_desk->findChildren<DMS_ModifyFile_Widget *>().size(), 1);
     QCOMPARE(replacement(), window);
     QVERIFY(window->isVisible());
+    QCOMPARE(atShow.seen.value(0), QStringLiteral("board2")); // shown first, told then
     QCOMPARE(data(*window).first(), QStringLiteral("board3"));
 }
 
