@@ -858,6 +858,10 @@
         <source>回复问题</source>
         <translation>Question answered</translation>
     </message>
+    <message>
+        <source>保存导入的料号</source>
+        <translation>Store imported job</translation>
+    </message>
 </context>
 <context>
     <name>InstallationSetup</name>

@@ -5,6 +5,7 @@
 #include "foundation/status/FlowStatus.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QHash>
 
 namespace KODMS::Host {
@@ -40,6 +41,7 @@ const char *operationWord(const QString &action)
         {QStringLiteral("state.kodms_update_flow_status"),
          QT_TRANSLATE_NOOP("HistoryWords", "完成流程")},
         {QStringLiteral("state.importJob"), QT_TRANSLATE_NOOP("HistoryWords", "导入料号")},
+        {QStringLiteral("file.importJob"), QT_TRANSLATE_NOOP("HistoryWords", "保存导入的料号")},
         {QStringLiteral("file.importResult"), QT_TRANSLATE_NOOP("HistoryWords", "导入机器人结果")},
         {QStringLiteral("state.robotTake"), QT_TRANSLATE_NOOP("HistoryWords", "机器人接收料号")},
         {QStringLiteral("state.robotResult"), QT_TRANSLATE_NOOP("HistoryWords", "机器人交付结果")},
@@ -103,10 +105,19 @@ QString paymentWord(const QString &value)
     return value == QLatin1String("unpaid") ? tr("未付款") : value;
 }
 
-/// The person is told by the entry itself.
+/// The person is told by the entry itself, and the time as clocks here show it.
 QString stampWord(const QString &value)
 {
-    return value.section(QLatin1Char(' '), 1);
+    const QString stamp = value.section(QLatin1Char(' '), 1);
+    const QDateTime time = QDateTime::fromString(stamp, Qt::ISODateWithMs);
+    return time.isValid() ? time.toLocalTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"))
+                          : stamp;
+}
+
+/// What a question began with; its job, on the first line, is the one that is looked at.
+QString raisedWord(const QString &value)
+{
+    return value.section(QLatin1Char('\n'), 1);
 }
 
 QString questionWord(const QString &value)
@@ -126,6 +137,8 @@ QString valueWord(const HistoryEntry &entry, const QString &value)
         return stampWord(value);
     if (entry.action == QLatin1String("order.pay"))
         return paymentWord(value);
+    if (entry.action == QLatin1String("question.raise"))
+        return raisedWord(value);
     if (entry.action == QLatin1String("question.UpdateQuestionStatus"))
         return questionWord(value);
     return entry.action.startsWith(QLatin1String("state.")) ? statusWord(value) : value;

@@ -21,6 +21,41 @@ QString tr(const char *text)
     return QCoreApplication::translate("JobHistory", text);
 }
 
+/// A file as its owner named it, in place of the name under which the store keeps it; one
+/// that is recorded no more keeps that.
+QString fileName(Database &database, const QString &storedName)
+{
+    SqlQuery query = database.query("select_name_of_stored_file");
+    query.bind(":name", storedName).exec();
+    return query.next() ? query.text("name") : storedName;
+}
+
+/// Job, description and pictures of a question as it was raised, the pictures named as files.
+QString withPictureNames(Database &database, int question, const QString &value)
+{
+    QString text = value;
+    SqlQuery query = database.query("select_question_pictures");
+    query.bind(":question", question).exec();
+    while (query.next())
+        text.replace(query.text("stored_name"), query.text("file_name"));
+    return text;
+}
+
+/// Only where the services themselves have written a file's name: what people write is theirs.
+void nameFiles(Database &database, int record, HistoryEntry *entry)
+{
+    if (entry->isRefused)
+        return;
+    if (entry->action == QLatin1String("question.raise"))
+        entry->after = withPictureNames(database, record, entry->after);
+    if (!entry->action.startsWith(QLatin1String("file.")) &&
+        entry->action != QLatin1String("intake.take") &&
+        entry->action != QLatin1String("state.robotResult"))
+        return;
+    entry->before = fileName(database, entry->before);
+    entry->after = fileName(database, entry->after);
+}
+
 HistoryEntry entryOf(const SqlQuery &query)
 {
     HistoryEntry entry;
@@ -44,8 +79,10 @@ void readPage(Database &database, int flowId, qint64 before, HistoryPage *page)
         .bind(":same_flow", flowId)
         .bind(":most", JobHistory::pageSize + 1)
         .exec();
-    while (query.next())
+    while (query.next()) {
         page->entries.append(entryOf(query));
+        nameFiles(database, query.number("record_id"), &page->entries.last());
+    }
     page->hasOlder = page->entries.size() > JobHistory::pageSize;
     if (page->hasOlder)
         page->entries.removeLast();

@@ -17,7 +17,7 @@ struct HistoryEntry {
     QString who;    ///< real name; empty: the operator at the command line
     QString action; ///< "group.operation", for example "remark.UpdateTips"
     QString about;  ///< a question's title; empty: the job itself
-    QString before; ///< as the audit has it
+    QString before; ///< as the audit has it, with files as their owners named them
     QString after;  ///< the reason when it was refused
     bool isRefused = false;
 };

@@ -31,6 +31,7 @@ private Q_SLOTS:
     void whoDidWhat();
     void aRefusalIsPartOfIt();
     void questionsOfTheJobBelongToIt();
+    void filesAreNamedAsTheirOwnersDo();
     void aLongHistoryComesInPages();
     void onlyOfJobsInScope();
     void nobodyAndNothing();
@@ -123,6 +124,32 @@ void JobHistoryTest::questionsOfTheJobBelongToIt()
     QCOMPARE(last.about, QStringLiteral("drill sizes"));
     QCOMPARE(last.after, QStringLiteral("2"));
     QVERIFY(entries(1).isEmpty() || entries(1).first().action != last.action);
+}
+
+void JobHistoryTest::filesAreNamedAsTheirOwnersDo()
+{
+    const auto say = [this](const char *action, const QString &before, const QString &after) {
+        writeAudit(m_home->database(),
+                   {m_admin, QString::fromLatin1(action), QStringLiteral("flow"), flowId(0),
+                    QString(), before, after, false});
+        return entries(0).first();
+    };
+    const QString stored = m_home
+                               ->value(QStringLiteral("SELECT stored_name FROM orig_files "
+                                                      "WHERE file_type = 'tgz' LIMIT 1"))
+                               .toString();
+    const QString name = m_home
+                             ->value(QStringLiteral("SELECT base_name || '.tgz' FROM orig_files "
+                                                    "WHERE stored_name = '%1'")
+                                         .arg(stored))
+                             .toString();
+    QVERIFY(!stored.isEmpty() && name != stored);
+    const HistoryEntry file = say("file.importJob", QStringLiteral("long gone.tgz"), stored);
+    QCOMPARE(file.before, QStringLiteral("long gone.tgz"));
+    QCOMPARE(file.after, name);
+    QCOMPARE(say("intake.take", QString(), stored).after, name);
+    QCOMPARE(say("state.robotResult", QString(), stored).after, name);
+    QCOMPARE(say("remark.UpdateTips", QString(), stored).after, stored); // somebody wrote that
 }
 
 void JobHistoryTest::aLongHistoryComesInPages()

@@ -15,11 +15,11 @@
 
 namespace KODMS::Tests {
 
-DeskUser::DeskUser(std::unique_ptr<QWidget> desk) : m_desk(std::move(desk))
+DeskUser::DeskUser(std::unique_ptr<QWidget> desk) : m_own(std::move(desk)), m_desk(m_own.get())
 {
     m_desk->resize(1200, 800);
     m_desk->show();
-    QApplication::setActiveWindow(m_desk.get());
+    QApplication::setActiveWindow(m_desk);
 }
 
 QTableWidget *DeskUser::table() const

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QPointer>
 #include <QStringList>
 #include <QVector>
 #include <QWidget>
@@ -17,13 +18,16 @@ class DeskUser {
 public:
     explicit DeskUser(std::unique_ptr<QWidget> desk);
 
+    /// At a desk that belongs to somebody else, a host for example.
+    explicit DeskUser(QWidget &desk) : m_desk(&desk) {}
+
     template <typename Control> Control *control(const char *name) const
     {
         return m_desk->findChild<Control *>(QLatin1String(name));
     }
 
     /// The desk as its class.
-    template <typename Desk> Desk *desk() const { return qobject_cast<Desk *>(m_desk.get()); }
+    template <typename Desk> Desk *desk() const { return qobject_cast<Desk *>(m_desk.data()); }
 
     QTableWidget *table() const;
     QString pageTotal() const;
@@ -52,7 +56,8 @@ public:
     void typeInto(int row, int column, const QString &text) const;
 
 private:
-    std::unique_ptr<QWidget> m_desk;
+    std::unique_ptr<QWidget> m_own;
+    QPointer<QWidget> m_desk;
 };
 
 } // namespace KODMS::Tests

@@ -4,19 +4,13 @@
 #include "tests/archive/SampleArchives.h"
 #include "tests/e2e/DownloadUser.h"
 #include "tests/e2e/ExportUser.h"
+#include "tests/e2e/ImportUser.h"
 #include "tests/e2e/SampleHouse.h"
 #include "tests/fakes/MessageBoxProbe.h"
 #include "tests/support/TestMain.h"
 
-#include <QApplication>
-#include <QDropEvent>
-#include <QFrame>
-#include <QLabel>
-#include <QMimeData>
-#include <QPointer>
-#include <QPushButton>
 #include <QTableWidget>
-#include <QUrl>
+#include <QTemporaryDir>
 
 using namespace KODMS::Tests;
 using KODMS::Fakes::MessageBoxProbe;
@@ -44,47 +38,6 @@ private:
 };
 
 namespace {
-
-/// Somebody at an import window: there is one at a time.
-class ImportUser {
-public:
-    ImportUser()
-    {
-        for (QWidget *window : QApplication::topLevelWidgets())
-            if (window->isVisible() && window->inherits("KODMS::UI::DMS_Import_Widget"))
-                m_window = window;
-    }
-
-    bool isThere() const { return m_window && m_window->isVisible(); }
-
-    bool isDeleted() const { return m_window.isNull(); }
-
-    QString text(const char *label) const
-    {
-        return m_window->findChild<QLabel *>(QLatin1String(label))->text();
-    }
-
-    void drop(const QString &path) const
-    {
-        auto *area = m_window->findChild<QFrame *>(QStringLiteral("importDropArea"));
-        QMimeData data;
-        data.setUrls({QUrl::fromLocalFile(path)});
-        QDragEnterEvent enter(QPoint(9, 9), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(area, &enter);
-        QDropEvent event(QPointF(9, 9), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(area, &event);
-    }
-
-    void import() const
-    {
-        auto *button = m_window->findChild<QPushButton *>(QStringLiteral("importJob"));
-        QVERIFY(button->isEnabled());
-        QTest::mouseClick(button, Qt::LeftButton);
-    }
-
-private:
-    QPointer<QWidget> m_window;
-};
 
 const QByteArray Matrix = "STEP {\n COL=1\n NAME=PCB\n}\n"
                           "LAYER {\n ROW=1\n CONTEXT=BOARD\n TYPE=SIGNAL\n NAME=TOP\n}\n"

@@ -197,11 +197,12 @@ void HistoryPanelTest::wordsForPeople_data()
     row("assignment.AssignOrigFile", "", "张伟", "指派前处理人", "张伟");
     row("state.UpdateState", "1,0", "1,2", "更改状态", "前处理待审核 → 前处理通过");
     row("state.UpdateCheckFlag", "0,0", "0,2", "保存审核结果", "未审核 → 通过");
-    row("state.UpdatePreImportOrCheckTime", "", "3 2026-01-02 03:04:05", "记录时间",
-        "2026-01-02 03:04:05");
+    row("state.UpdatePreImportOrCheckTime", "3 2026-01-02 03:04:05", "3 2026-01-02T03:04:05.678Z",
+        "记录时间", "2026-01-02 03:04:05 → 2026-01-02 11:04:05");
+    row("file.importJob", "a.tgz", "b.tgz", "保存导入的料号", "a.tgz → b.tgz");
     row("state.kodms_update_flow_status", "2,2", "3,2", "完成流程", "机器人通过 → 流程完成");
     row("remark.UpdateTips", "a", "b", "修改备注", "a → b");
-    row("question.raise", "", "A1B000001\nlayer 3", "创建问题", "A1B000001\nlayer 3");
+    row("question.raise", "", "A1B000001\nlayer 3", "创建问题", "layer 3");
     row("question.answer", "1", "2", "回复问题", "1 → 2"); // what somebody wrote, no states
     row("question.Unheard", "", "free text", "问题", "free text");
     row("else.entirely", "", "x", "else.entirely", "x");
