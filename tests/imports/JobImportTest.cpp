@@ -9,6 +9,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -47,6 +48,7 @@ private Q_SLOTS:
     void theSameContentIsNoticed();
     void whatIsNoJobIsRefused_data();
     void whatIsNoJobIsRefused();
+    void anArchiveBeyondTheLimitIsRefused();
 
 private:
     Outcome import(const QString &path, ImportKind kind = ImportKind::PreparedJob)
@@ -419,6 +421,18 @@ void JobImportTest::whatIsNoJobIsRefused()
     const auto read = ReadJob::at(m_home->house.path(name), LimitSettings(), progress);
     QVERIFY(!read);
     QVERIFY2(read.text().contains(said), qPrintable(read.text()));
+}
+
+/// By its size, before anything in it is read.
+void JobImportTest::anArchiveBeyondTheLimitIsRefused()
+{
+    const QString path = m_home->boardArchive();
+    LimitSettings limits;
+    limits.archiveBytes = QFileInfo(path).size() - 1;
+    NoProgress progress;
+    const auto read = ReadJob::at(path, limits, progress);
+    QVERIFY(!read);
+    QCOMPARE(read.text(), QStringLiteral("文件超过 %1 字节").arg(limits.archiveBytes));
 }
 
 KODMS_TEST_MAIN(JobImportTest, QCoreApplication)

@@ -1,50 +1,36 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
-#include "foundation/ui/DMS_Import_Widget.h"
 #include "foundation/ui/DMS_UICommon.h"
-#include "services/ui/imports/ImportDropArea.h"
-#include "tests/archive/SampleArchives.h"
-#include "tests/imports/support/ImportHome.h"
-#include "tests/odbpp/support/JobFiles.h"
 #include "tests/support/TestMain.h"
 #include "tests/ui/BoxAnswers.h"
+#include "tests/ui/ImportWindowCase.h"
 
 #include <QApplication>
-#include <QDropEvent>
-#include <QFileDialog>
-#include <QLabel>
-#include <QMimeData>
-#include <QPushButton>
+#include <QDir>
+#include <QFile>
 #include <QRegularExpression>
 #include <QSignalSpy>
-#include <QTest>
 
-#include <memory>
-
-using namespace KODMS::Services;
 using namespace KODMS::Tests;
 using KODMS::UI::DMS_Import_Widget;
 using KODMS::UI::DMS_UICommon;
 using KODMS::UI::Import_Info;
 
 /// The import window, by clicks, keys and drops, on running services.
-class ImportWindowTest : public QObject {
+class ImportWindowTest : public ImportWindowCase {
     Q_OBJECT
 
 private Q_SLOTS:
     void init();
     void cleanup();
     void isAWindowOfItsOwn();
+    void saysWhichJobItIsFor_data();
     void saysWhichJobItIsFor();
     void comesBackForAnotherJob();
-    void showsWhatWillBeImported();
     void importsByClicks();
     void importsByKeys();
-    void choosesWithTheFileDialog();
-    void refusesWithFileAndLine();
-    void refusesDropsOfNoUse_data();
-    void refusesDropsOfNoUse();
     void saysWhyTheServiceRefuses();
+    void aStoreThatFailsIsSaidAndLeavesTheChoice();
     void announcesWebJobs();
     void aRobotResultIsAnnouncedBeforeTheRefresh();
     void anotherJobAsksBeforeItDropsAChoice();
@@ -55,29 +41,6 @@ private Q_SLOTS:
     void signingOutDuringAQuestionImportsNothing();
     void deletedDuringAQuestionImportsNothing();
     void fitsInsideItsSize();
-
-private:
-    Import_Info info(const QString &flowGuid = {}, const QString &jobName = {}) const;
-    void open(int mode = 0);
-    void drop(const QList<QUrl> &urls) const;
-
-    void drop(const QString &path) const { drop(QList<QUrl>{QUrl::fromLocalFile(path)}); }
-
-    QString text(const char *name) const
-    {
-        const auto *label = m_window->findChild<QLabel *>(QLatin1String(name));
-        return label && !label->isHidden() ? label->text() : QString();
-    }
-
-    QPushButton *button(const char *name) const
-    {
-        return m_window->findChild<QPushButton *>(QLatin1String(name));
-    }
-
-    void click(const char *name) const { QTest::mouseClick(button(name), Qt::LeftButton); }
-
-    std::unique_ptr<ImportHome> m_home;
-    QPointer<DMS_Import_Widget> m_window;
 };
 
 void ImportWindowTest::init()
@@ -92,53 +55,35 @@ void ImportWindowTest::cleanup()
     m_home.reset();
 }
 
-Import_Info ImportWindowTest::info(const QString &flowGuid, const QString &jobName) const
-{
-    Import_Info result;
-    result.jobName = jobName.isEmpty() ? m_home->job.jobName : jobName;
-    result.jobNamePrefix = result.jobName.left(3);
-    result.flowGuid = flowGuid.isEmpty() ? m_home->job.flowGuid : flowGuid;
-    result.isWeb = result.jobNamePrefix.toLower() == QLatin1String("web");
-    return result;
-}
-
-void ImportWindowTest::open(int mode)
-{
-    m_window = new DMS_Import_Widget(mode, nullptr);
-    m_window->resize(600, 400);
-    m_window->show();
-    m_window->setFlowGuid(info());
-    QVERIFY(QTest::qWaitForWindowExposed(m_window));
-}
-
-void ImportWindowTest::drop(const QList<QUrl> &urls) const
-{
-    auto *area = m_window->findChild<ImportDropArea *>();
-    QMimeData data;
-    data.setUrls(urls);
-    QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(area, &enter);
-    QDropEvent event(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(area, &event);
-}
-
 void ImportWindowTest::isAWindowOfItsOwn()
 {
     QWidget parent;
     const DMS_Import_Widget plain(&parent);
     const DMS_Import_Widget robot(1, &parent);
     QVERIFY(plain.isWindow() && robot.isWindow());
-    QVERIFY(plain.windowTitle() != robot.windowTitle());
+    QCOMPARE(plain.windowTitle(), QStringLiteral("导入料号"));
+    QCOMPARE(robot.windowTitle(), QStringLiteral("导入机器人结果"));
+}
+
+void ImportWindowTest::saysWhichJobItIsFor_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<QString>("what");
+    QTest::newRow("a prepared job") << 0 << QStringLiteral("导入料号：");
+    QTest::newRow("a robot's result") << 1 << QStringLiteral("导入机器人结果：");
 }
 
 void ImportWindowTest::saysWhichJobItIsFor()
 {
-    open();
-    QVERIFY(text("importTarget").contains(m_home->job.jobName));
+    QFETCH(int, mode);
+    QFETCH(QString, what);
+    open(mode);
+    QCOMPARE(text("importTarget"), what + m_home->job.jobName);
     Import_Info named = info();
     named.origJobName = QStringLiteral("电源板");
     m_window->setFlowGuid(named);
-    QVERIFY(text("importTarget").contains(QStringLiteral("电源板")));
+    QCOMPARE(text("importTarget"),
+             what + m_home->job.jobName + QStringLiteral("（原始料名 电源板）"));
     QVERIFY(!button("importJob")->isEnabled());
 }
 
@@ -151,24 +96,6 @@ void ImportWindowTest::comesBackForAnotherJob()
     m_window->close();
     m_window->setFlowGuid(info()); // shown by whoever wants it shown
     QVERIFY(m_window->isHidden());
-}
-
-void ImportWindowTest::showsWhatWillBeImported()
-{
-    open();
-    drop(m_home->boardArchive());
-    QCOMPARE(text("importJobName"), QStringLiteral("board"));
-    QCOMPARE(text("importSteps"), QStringLiteral("pcb"));
-    QCOMPARE(text("importLayers"), QStringLiteral("6（矩阵 12 行）"));
-    QCOMPARE(text("importLayerTypes"),
-             QStringLiteral("COMPONENT 1，DOCUMENT 1，DRILL 1，MIXED 1，POWER_GROUND 1，SIGNAL 4，"
-                            "SILK_SCREEN 1，SOLDER_MASK 2"));
-    QCOMPARE(text("importFeatures"), QStringLiteral("550"));
-    QVERIFY(text("importSize").contains(QStringLiteral("个文件")));
-    QVERIFY(button("importJob")->isEnabled());
-    QCOMPARE(m_home->flowValue(QStringLiteral("flow_status")), QStringLiteral("0"));
-    drop(m_home->boardFolder(QStringLiteral("folder")));
-    QCOMPARE(text("importJobName"), QStringLiteral("folder"));
 }
 
 void ImportWindowTest::importsByClicks()
@@ -206,54 +133,6 @@ void ImportWindowTest::importsByKeys()
     QVERIFY(m_window->isHidden());
 }
 
-void ImportWindowTest::choosesWithTheFileDialog()
-{
-    open();
-    const QString path = m_home->boardArchive();
-    QTimer::singleShot(0, qApp, [path] {
-        auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
-        QVERIFY(dialog);
-        dialog->selectFile(path);
-        QMetaObject::invokeMethod(dialog, "accept");
-    });
-    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-    click("chooseImportFile");
-    QCOMPARE(text("importJobName"), QStringLiteral("board"));
-}
-
-void ImportWindowTest::refusesWithFileAndLine()
-{
-    open();
-    const QString path = m_home->house.path(QStringLiteral("bad.tgz"));
-    QVERIFY(writeFile(path, tgzOf(smallJob("P 1 1 0 P 0 0\nP 1 one 0 P 0 0\n"))));
-    drop(m_home->boardArchive());
-    drop(path);
-    QCOMPARE(text("importMessage"),
-             QStringLiteral("job/steps/pcb/layers/l1/features 第 2 行：不是数值：one"));
-    QVERIFY(text("importJobName").isEmpty());
-    QVERIFY(!button("importJob")->isEnabled());
-    QCOMPARE(text("importPath"), QStringLiteral("bad.tgz"));
-}
-
-void ImportWindowTest::refusesDropsOfNoUse_data()
-{
-    QTest::addColumn<QList<QUrl>>("urls");
-    QTest::newRow("two files") << QList<QUrl>{QUrl(QStringLiteral("file:///a")),
-                                              QUrl(QStringLiteral("file:///b"))};
-    QTest::newRow("a page") << QList<QUrl>{QUrl(QStringLiteral("https://example.invalid/x.tgz"))};
-    QTest::newRow("a file that is not there")
-        << QList<QUrl>{QUrl(QStringLiteral("file:///nothing"))};
-}
-
-void ImportWindowTest::refusesDropsOfNoUse()
-{
-    QFETCH(QList<QUrl>, urls);
-    open();
-    drop(urls);
-    QVERIFY(!text("importMessage").isEmpty());
-    QVERIFY(!button("importJob")->isEnabled());
-}
-
 void ImportWindowTest::saysWhyTheServiceRefuses()
 {
     m_home->setState(3, 2);
@@ -265,6 +144,31 @@ void ImportWindowTest::saysWhyTheServiceRefuses()
     QCOMPARE(notices.size(), 1);
     QVERIFY(button("importJob")->isEnabled()); // the choice stays
     QCOMPARE(m_home->flowValue(QStringLiteral("flow_status")), QStringLiteral("3"));
+}
+
+void ImportWindowTest::aStoreThatFailsIsSaidAndLeavesTheChoice()
+{
+    open();
+    const QSignalSpy notices(DMS_UICommon::interface(), &DMS_UICommon::serviceNotice);
+    drop(m_home->boardArchive());
+    const QString before = m_home->stock();
+    // A file stands where the folder was, which stops even a privileged user.
+    const QString root = m_home->house.runtime().configuration().fileStore.root;
+    const QString away = root + QStringLiteral(".away");
+    QVERIFY(QDir().rename(root, away));
+    QFile obstacle(root);
+    QVERIFY(obstacle.open(QIODevice::WriteOnly));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("import\\.window")));
+    click("importJob");
+    QVERIFY(!text("importMessage").isEmpty());
+    QCOMPARE(notices.size(), 1);
+    const QString said = notices.first().at(1).toString();
+    QVERIFY2(said.contains(m_home->job.jobName) && said.endsWith(text("importMessage")),
+             qPrintable(said));
+    QVERIFY(obstacle.remove() && QDir().rename(away, root));
+    QCOMPARE(m_home->stock(), before);
+    click("importJob"); // nothing was lost
+    QCOMPARE(m_home->flowValue(QStringLiteral("flow_status")), QStringLiteral("1"));
 }
 
 void ImportWindowTest::announcesWebJobs()
