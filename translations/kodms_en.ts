@@ -862,6 +862,10 @@
         <source>保存导入的料号</source>
         <translation>Store imported job</translation>
     </message>
+    <message>
+        <source>更改原始料名</source>
+        <translation>Change original name</translation>
+    </message>
 </context>
 <context>
     <name>InstallationSetup</name>

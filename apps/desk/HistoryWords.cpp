@@ -51,7 +51,7 @@ const char *operationWord(const QString &action)
         {QStringLiteral("file.UpdateOrigFileGuid"),
          QT_TRANSLATE_NOOP("HistoryWords", "更换原始文件")},
         {QStringLiteral("file.UpdateZipUUID_OrigName"),
-         QT_TRANSLATE_NOOP("HistoryWords", "更换原始文件")},
+         QT_TRANSLATE_NOOP("HistoryWords", "更改原始料名")},
         {QStringLiteral("file.UpdateLastOdbppImportMongoFsGuid"),
          QT_TRANSLATE_NOOP("HistoryWords", "更换导入文件")},
         {QStringLiteral("question.raise"), QT_TRANSLATE_NOOP("HistoryWords", "创建问题")},

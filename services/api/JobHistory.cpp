@@ -41,6 +41,13 @@ QString withPictureNames(Database &database, int question, const QString &value)
     return text;
 }
 
+/// A row of the original-file desk stands in the audit as its name and its stored file, which
+/// the entry about the file tells already.
+QString rowName(const QString &value)
+{
+    return value.section(QLatin1Char(' '), 0, -2);
+}
+
 /// Only where the services themselves have written a file's name: what people write is theirs.
 void nameFiles(Database &database, int record, HistoryEntry *entry)
 {
@@ -48,12 +55,16 @@ void nameFiles(Database &database, int record, HistoryEntry *entry)
         return;
     if (entry->action == QLatin1String("question.raise"))
         entry->after = withPictureNames(database, record, entry->after);
-    if (!entry->action.startsWith(QLatin1String("file.")) &&
-        entry->action != QLatin1String("intake.take") &&
-        entry->action != QLatin1String("state.robotResult"))
-        return;
-    entry->before = fileName(database, entry->before);
-    entry->after = fileName(database, entry->after);
+    if (entry->action == QLatin1String("file.UpdateZipUUID_OrigName") ||
+        entry->action == QLatin1String("file.DelOrigFile")) {
+        entry->before = rowName(entry->before);
+        entry->after = rowName(entry->after);
+    } else if (entry->action.startsWith(QLatin1String("file.")) ||
+               entry->action == QLatin1String("intake.take") ||
+               entry->action == QLatin1String("state.robotResult")) {
+        entry->before = fileName(database, entry->before);
+        entry->after = fileName(database, entry->after);
+    }
 }
 
 HistoryEntry entryOf(const SqlQuery &query)

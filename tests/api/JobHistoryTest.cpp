@@ -149,6 +149,11 @@ void JobHistoryTest::filesAreNamedAsTheirOwnersDo()
     QCOMPARE(file.after, name);
     QCOMPARE(say("intake.take", QString(), stored).after, name);
     QCOMPARE(say("state.robotResult", QString(), stored).after, name);
+    const HistoryEntry renamed =
+        say("file.UpdateZipUUID_OrigName", QStringLiteral("power board ") + stored,
+            QStringLiteral("power board B ") + stored);
+    QCOMPARE(renamed.before, QStringLiteral("power board"));
+    QCOMPARE(renamed.after, QStringLiteral("power board B"));
     QCOMPARE(say("remark.UpdateTips", QString(), stored).after, stored); // somebody wrote that
 }
 

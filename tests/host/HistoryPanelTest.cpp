@@ -199,6 +199,7 @@ void HistoryPanelTest::wordsForPeople_data()
     row("state.UpdateCheckFlag", "0,0", "0,2", "保存审核结果", "未审核 → 通过");
     row("state.UpdatePreImportOrCheckTime", "3 2026-01-02 03:04:05", "3 2026-01-02T03:04:05.678Z",
         "记录时间", "2026-01-02 03:04:05 → 2026-01-02 11:04:05");
+    row("file.UpdateZipUUID_OrigName", "a", "b", "更改原始料名", "a → b");
     row("file.importJob", "a.tgz", "b.tgz", "保存导入的料号", "a.tgz → b.tgz");
     row("state.kodms_update_flow_status", "2,2", "3,2", "完成流程", "机器人通过 → 流程完成");
     row("remark.UpdateTips", "a", "b", "修改备注", "a → b");

@@ -11,6 +11,7 @@
 #include <QDialog>
 #include <QInputMethodEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTableView>
@@ -59,27 +60,16 @@ DeskUser HostUser::origFiles() const
 void HostUser::pressAndAnswer(Qt::Key key, Qt::KeyboardModifiers modifiers,
                               const std::function<void(QDialog &)> &answer) const
 {
-    QTimer watch;
-    bool isAnswered = false;
-    QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
-        auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-        if (!dialog || isAnswered)
-            return;
-        isAnswered = true;
-        answer(*dialog);
-    });
-    watch.start(10);
-    press(key, modifiers);
-    if (!QTest::qWaitFor([&] { return isAnswered; }, PatienceMs))
-        qFatal("no dialog came up");
+    actAndAnswer([&] { press(key, modifiers); }, answer);
 }
 
 QVector<ToldDeed> HostUser::history(const DeskUser &jobFlows, int row) const
 {
     jobFlows.clickCell(row, ExportUser::JobName);
     const QString job = jobFlows.column(ExportUser::JobName).at(row);
-    press(Qt::Key_F7);
     auto *title = m_window.findChild<QLabel *>(QStringLiteral("historyTitle"));
+    if (!title->isVisible()) // it comes back for a user who left it open
+        press(Qt::Key_F7);
     if (!QTest::qWaitFor([&] { return title->text().contains(job); }, PatienceMs))
         qFatal("the history of %s does not come", qPrintable(job));
     auto *older = m_window.findChild<QPushButton *>(QStringLiteral("olderHistory"));
@@ -95,6 +85,32 @@ QVector<ToldDeed> HostUser::history(const DeskUser &jobFlows, int row) const
                       text(Host::HistoryLog::ActionColumn), text(Host::HistoryLog::ContentColumn)});
     }
     return deeds;
+}
+
+void actAndAnswer(const std::function<void()> &act, const std::function<void(QDialog &)> &answer)
+{
+    QTimer watch;
+    bool isAnswered = false;
+    QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
+        auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+        if (!dialog || isAnswered)
+            return;
+        isAnswered = true;
+        answer(*dialog);
+    });
+    watch.start(10);
+    act();
+    if (!QTest::qWaitFor([&] { return isAnswered; }, PatienceMs))
+        qFatal("no dialog came up");
+}
+
+void chooseFile(QDialog &dialog, const QString &path)
+{
+    auto *name = dialog.findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+    if (!name)
+        qFatal("%s asks for no file", qPrintable(dialog.windowTitle()));
+    name->setText(path);
+    QTest::keyClick(name, Qt::Key_Return);
 }
 
 void commitText(QWidget &field, const QString &text)

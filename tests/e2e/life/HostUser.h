@@ -40,8 +40,7 @@ public:
 
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const;
 
-    /// Presses a key that opens a dialog, and goes on in the dialog. A dialog that never
-    /// comes ends the process.
+    /// Presses a key that opens a dialog, and goes on in the dialog.
     void pressAndAnswer(Qt::Key key, Qt::KeyboardModifiers modifiers,
                         const std::function<void(QDialog &)> &answer) const;
 
@@ -56,6 +55,12 @@ private:
     Services::NewUser m_person;
     Host::MainWindow &m_window;
 };
+
+/// Does what opens a dialog, and goes on in the dialog. One that never comes ends the process.
+void actAndAnswer(const std::function<void()> &act, const std::function<void(QDialog &)> &answer);
+
+/// Types a path into a dialog that asks for a file, and accepts it.
+void chooseFile(QDialog &dialog, const QString &path);
 
 /// Enters text as an input method does: all at once.
 void commitText(QWidget &field, const QString &text);

@@ -96,6 +96,7 @@ void LifeHouse::signIn(const Services::NewUser &person)
     QTest::keyClick(password, Qt::Key_Return);
     if (!m_session->mainWindow())
         qFatal("%s cannot sign in", qPrintable(person.loginName));
+    m_session->mainWindow()->resize(1360, 900);
 }
 
 QString LifeHouse::robotName() const

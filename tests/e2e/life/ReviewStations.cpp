@@ -34,6 +34,7 @@ using UI::DMS_JobCheck_Widget;
 namespace {
 
 constexpr int PatienceMs = 60000;
+const QString Delivered = QStringLiteral("机器人交付结果");
 const QString Title = QStringLiteral("钻孔 D1 的孔径不一致");
 const QString Description = QStringLiteral("钻孔文件是 0.30 mm，工艺要求是 0.25 mm，以哪个为准？");
 const QString Answer = QStringLiteral("已与客户确认：以钻孔文件为准，0.30 mm。");
@@ -270,7 +271,11 @@ void Stations::awaitRobot(LifeOfAJob &job, const QString &statusBefore)
 {
     // The robot is a program of its own, which may be slow on a busy machine.
     QTRY_COMPARE_WITH_TIMEOUT(job.state(), QStringLiteral("2,0"), PatienceMs);
-    QTRY_VERIFY_WITH_TIMEOUT(!job.storedName(File::Result).isEmpty(), PatienceMs);
+    const int results = job.deeds().filter(Delivered).size();
+    QTRY_COMPARE_WITH_TIMEOUT(
+        job.record(QStringLiteral("(SELECT count(*) FROM events e WHERE e.record_kind = 'flow' AND "
+                                  "e.record_id = f.id AND e.action = 'state.robotResult')")),
+        QString::number(results + 1), PatienceMs);
     QVERIFY(!job.storedBytes(File::Result).isEmpty());
     QCOMPARE(job.statusFor(People::reviewer()), QStringLiteral("机器人处理中"));
     const HostUser reviewer(job.house(), People::reviewer());
@@ -279,8 +284,7 @@ void Stations::awaitRobot(LifeOfAJob &job, const QString &statusBefore)
     QCOMPARE(job.house().takeNotices(), QStringList());
     job.did(job.house().robotName(), QStringLiteral("机器人接收料号"),
             LifeOfAJob::change(statusBefore, QStringLiteral("机器人处理中")));
-    job.did(job.house().robotName(), QStringLiteral("机器人交付结果"),
-            job.name().toLower() + QStringLiteral(".zip"));
+    job.did(job.house().robotName(), Delivered, job.name().toLower() + QStringLiteral(".zip"));
 }
 
 } // namespace KODMS::Tests

@@ -53,8 +53,12 @@ void exportJob(LifeOfAJob &job);
 /// By the executor, in the history on the original-file desk.
 void finish(LifeOfAJob &job);
 
+/// In which the history has to tell what was done: people who work at the same time are told
+/// in the order in which they came.
+enum class Order { OfAll, OfEachPerson };
+
 /// What the history panel tells, entry by entry, is what was done.
-void readHistory(LifeOfAJob &job);
+void readHistory(LifeOfAJob &job, Order order = Order::OfAll);
 
 /// What `kodms-admin check` looks at is clean.
 void checkStore(LifeOfAJob &job);
