@@ -3,6 +3,7 @@
 #include "tests/archive/SampleArchives.h"
 #include "tests/odbpp/support/JobFiles.h"
 #include "tests/support/TestMain.h"
+#include "tests/ui/BoxAnswers.h"
 #include "tests/ui/ImportWindowCase.h"
 
 #include <QApplication>
@@ -24,6 +25,7 @@ private Q_SLOTS:
     void choosesWithADialog_data();
     void choosesWithADialog();
     void refusesWithFileAndLine();
+    void whatIsRefusedIsNoChoice();
     void refusesDropsOfNoUse_data();
     void refusesDropsOfNoUse();
 };
@@ -95,6 +97,20 @@ void ImportChoiceTest::refusesWithFileAndLine()
     QVERIFY(text("importJobName").isEmpty());
     QVERIFY(!button("importJob")->isEnabled());
     QCOMPARE(text("importPath"), QStringLiteral("bad.tgz"));
+}
+
+/// Nor does what was chosen before remain one: there is nothing to lose.
+void ImportChoiceTest::whatIsRefusedIsNoChoice()
+{
+    open();
+    BoxAnswers boxes;
+    const QString path = m_home->house.path(QStringLiteral("bad.tgz"));
+    QVERIFY(writeFile(path, "a text"));
+    drop(m_home->boardArchive());
+    drop(path);
+    m_window->setFlowGuid(info(QStringLiteral("another"), QStringLiteral("A1B000002")));
+    QVERIFY(boxes.texts.isEmpty());
+    QVERIFY(text("importTarget").contains(QLatin1String("A1B000002")));
 }
 
 void ImportChoiceTest::refusesDropsOfNoUse_data()

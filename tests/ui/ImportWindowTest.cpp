@@ -27,10 +27,12 @@ private Q_SLOTS:
     void saysWhichJobItIsFor_data();
     void saysWhichJobItIsFor();
     void comesBackForAnotherJob();
+    void anOpenWindowComesToTheFront();
     void importsByClicks();
     void importsByKeys();
     void saysWhyTheServiceRefuses();
     void aStoreThatFailsIsSaidAndLeavesTheChoice();
+    void announcesWebJobs_data();
     void announcesWebJobs();
     void aRobotResultIsAnnouncedBeforeTheRefresh();
     void anotherJobAsksBeforeItDropsAChoice();
@@ -98,6 +100,17 @@ void ImportWindowTest::comesBackForAnotherJob()
     QVERIFY(m_window->isHidden());
 }
 
+void ImportWindowTest::anOpenWindowComesToTheFront()
+{
+    open();
+    QWidget front;
+    front.show();
+    front.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&front));
+    m_window->setFlowGuid(info());
+    QVERIFY(QTest::qWaitForWindowActive(m_window));
+}
+
 void ImportWindowTest::importsByClicks()
 {
     open();
@@ -138,7 +151,9 @@ void ImportWindowTest::saysWhyTheServiceRefuses()
     m_home->setState(3, 2);
     open();
     const QSignalSpy notices(DMS_UICommon::interface(), &DMS_UICommon::serviceNotice);
-    drop(m_home->boardArchive());
+    const QString path = m_home->boardArchive();
+    drop(path);
+    QVERIFY(QFile::remove(path)); // asked before anything is stored, it is not missed
     click("importJob");
     QCOMPARE(text("importMessage"), QStringLiteral("当前状态不允许此操作"));
     QCOMPARE(notices.size(), 1);
@@ -171,17 +186,32 @@ void ImportWindowTest::aStoreThatFailsIsSaidAndLeavesTheChoice()
     QCOMPARE(m_home->flowValue(QStringLiteral("flow_status")), QStringLiteral("1"));
 }
 
+void ImportWindowTest::announcesWebJobs_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<QString>("told");
+    QTest::newRow("a prepared job") << 0 << QStringLiteral("web");
+    QTest::newRow("a robot's result") << 1 << QStringLiteral("robot web");
+}
+
 void ImportWindowTest::announcesWebJobs()
 {
+    QFETCH(int, mode);
+    QFETCH(QString, told);
     m_home.reset();
     m_home = std::make_unique<ImportHome>(QStringLiteral("Web"));
     m_home->actAsExecutor();
-    open();
-    const QSignalSpy web(m_window, &DMS_Import_Widget::webJobHaveSent);
+    m_home->setState(2, 2);
+    open(mode);
+    QStringList signalsSeen;
+    connect(m_window, &DMS_Import_Widget::robotImportComplete, m_window,
+            [&] { signalsSeen << QStringLiteral("robot"); });
+    connect(m_window, &DMS_Import_Widget::webJobHaveSent, m_window,
+            [&] { signalsSeen << QStringLiteral("web"); });
     drop(m_home->boardArchive());
-    QCOMPARE(web.size(), 0);
+    QVERIFY(signalsSeen.isEmpty());
     click("importJob");
-    QCOMPARE(web.size(), 1);
+    QCOMPARE(signalsSeen.join(QLatin1Char(' ')), told);
 }
 
 void ImportWindowTest::aRobotResultIsAnnouncedBeforeTheRefresh()

@@ -13,6 +13,7 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMimeData>
 #include <QSignalSpy>
 #include <QTimer>
 
@@ -33,6 +34,7 @@ private Q_SLOTS:
     void picturesAreDropped();
     void picturesArePasted_data();
     void picturesArePasted();
+    void aPictureCopiedFromAPageIsPasted();
     void textIsPastedAsText();
     void picturesAreChosen();
     void aPictureIsTakenOut();
@@ -112,6 +114,18 @@ void RaisePicturesTest::picturesArePasted()
     write(QStringLiteral("t"));
     click("questionSubmit");
     QCOMPARE(value("SELECT file_name FROM question_pictures"), QStringLiteral("粘贴的图片 1.png"));
+}
+
+/// A browser puts the address beside the picture.
+void RaisePicturesTest::aPictureCopiedFromAPageIsPasted()
+{
+    auto *data = new QMimeData;
+    data->setUrls({QUrl(QStringLiteral("https://example.invalid/x.png"))});
+    data->setImageData(QuestionHome::picture());
+    QApplication::clipboard()->setMimeData(data);
+    click("questionPastePicture");
+    QCOMPARE(pictures(), 1);
+    QCOMPARE(message(), QString());
 }
 
 void RaisePicturesTest::textIsPastedAsText()
