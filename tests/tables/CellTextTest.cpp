@@ -43,8 +43,11 @@ void CellTextTest::aCsvField_data()
     QTest::newRow("formula behind a tab") << QStringLiteral("\t=1") << QStringLiteral("'\t=1");
     QTest::newRow("formula behind a return")
         << QStringLiteral("\r=1") << QStringLiteral("\"'\r=1\"");
-    QTest::newRow("formula in wide letters")
-        << QStringLiteral("\uff1d1") << QStringLiteral("'\uff1d1");
+    for (const char *wide : {"＝1", "＋1", "－1", "＠1"})
+        QTest::addRow("formula in wide letters %s", wide)
+            << QString::fromUtf8(wide) << QLatin1Char('\'') + QString::fromUtf8(wide);
+    QTest::newRow("formula behind a line feed")
+        << QStringLiteral("\n=1") << QStringLiteral("\"'\n=1\"");
     QTest::newRow("formula in quotes") << QStringLiteral("=HYPERLINK(\"x\",\"y\")")
                                        << QStringLiteral("\"'=HYPERLINK(\"\"x\"\",\"\"y\"\")\"");
     QTest::newRow("minus inside") << QStringLiteral("A-1") << QStringLiteral("A-1");

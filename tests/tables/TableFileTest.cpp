@@ -10,6 +10,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QSet>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -34,6 +35,8 @@ private Q_SLOTS:
 
     void emptyCellsKeepTheirPlace();
     void numbersAreNumbersInASheet();
+    void aSheetKeepsItsTitlesInSight();
+    void rowsOfASheetWaitBesideIt();
 
     void givenUpItLeavesNothing_data() { formats(); }
 
@@ -88,6 +91,24 @@ private:
     std::unique_ptr<QTemporaryDir> m_dir;
 };
 
+namespace {
+
+/// What this process has open that bears no name any more.
+QSet<QString> unnamedFiles()
+{
+    QSet<QString> unnamed;
+    const QDir handles(QStringLiteral("/proc/self/fd"));
+    const QStringList numbers = handles.entryList(QDir::Files | QDir::System);
+    for (const QString &number : numbers) {
+        const QString target = QFile::symLinkTarget(handles.filePath(number));
+        if (target.endsWith(QStringLiteral("(deleted)")))
+            unnamed << target;
+    }
+    return unnamed;
+}
+
+} // namespace
+
 void TableFileTest::whatIsWrittenIsRead()
 {
     QFETCH(TableFile::Format, format);
@@ -128,6 +149,27 @@ void TableFileTest::numbersAreNumbersInASheet()
     QCOMPARE(table.rows.at(2).at(1), QStringLiteral("#-3"));
     QCOMPARE(table.rows.at(3).at(1), QStringLiteral("007"));
     QCOMPARE(table.rows.at(4).at(1), QStringLiteral("9007199254740993"));
+}
+
+void TableFileTest::aSheetKeepsItsTitlesInSight()
+{
+    QVERIFY(write(path("list.xlsx"), TableFile::Format::Xlsx, {}).ok);
+    const auto table = readSheet(path("list.xlsx"));
+    QCOMPARE(table.frozenRows, 1);
+    QCOMPARE(table.widths.keys(), QList<int>{0}); // the other column has the usual width
+    QVERIFY(table.widths.value(0) >= 20 && table.widths.value(0) < 21);
+}
+
+/// Where there has to be room for them anyway, and not where the system keeps scraps.
+void TableFileTest::rowsOfASheetWaitBesideIt()
+{
+    const QSet<QString> before = unnamedFiles();
+    const auto file = TableFile::create(path("list.xlsx"), TableFile::Format::Xlsx, columns());
+    QVERIFY(file);
+    const QSet<QString> waiting = unnamedFiles() - before;
+    QCOMPARE(waiting.size(), 1);
+    QVERIFY2(waiting.begin()->startsWith(QDir(m_dir->path()).canonicalPath()),
+             qPrintable(*waiting.begin()));
 }
 
 void TableFileTest::givenUpItLeavesNothing()

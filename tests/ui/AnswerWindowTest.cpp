@@ -40,8 +40,6 @@ private Q_SLOTS:
     void everyPartHasANameForScreenReaders();
     void aStateAloneIsSubmitted();
     void nothingIsNotSubmitted();
-    void theHistoryGrows();
-    void markupIsText();
     void picturesAreShown();
     void aPictureThatIsMissingIsSaid();
     void aPictureIsSeenInFull();
@@ -240,30 +238,6 @@ void AnswerWindowTest::nothingIsNotSubmitted()
     QCOMPARE(message(), QStringLiteral("请填写回复或更改状态"));
     QCOMPARE(value("SELECT count(*) FROM events WHERE action = 'question.answer'"),
              QStringLiteral("0"));
-}
-
-void AnswerWindowTest::theHistoryGrows()
-{
-    for (const char *text : {"one", "two"}) {
-        write(QString::fromUtf8(text));
-        click("questionSubmit");
-    }
-    QCOMPARE(history(), QStringLiteral("EXECUTOR　提出\nabout 孔径\n\nEXECUTOR　回复\none\n\n"
-                                       "EXECUTOR　回复\ntwo"));
-}
-
-void AnswerWindowTest::markupIsText()
-{
-    const QString text = QStringLiteral("<img src='x'><b>a</b> & b");
-    const int id = m_home->raise(text);
-    write(QString());
-    view(id);
-    QCOMPARE(title(), text);
-    QCOMPARE(part<QLabel>("questionTitle")->textFormat(), Qt::PlainText);
-    write(text);
-    click("questionSubmit");
-    QVERIFY(history().endsWith(text));
-    QVERIFY(history().contains(QStringLiteral("about ") + text));
 }
 
 void AnswerWindowTest::picturesAreShown()

@@ -64,13 +64,14 @@ QString QuestionHome::file(const QString &name, const QByteArray &bytes) const
     return path;
 }
 
-int QuestionHome::raise(const QString &title, int pictures)
+int QuestionHome::raise(const QString &title, int pictures, const QString &description)
 {
     QVector<PictureFile> files;
     for (int i = 0; i < pictures; ++i)
         files << PictureFile::fromImage(picture(), QStringLiteral("p%1.png").arg(i)).value;
     NoProgress progress;
-    QuestionFiling filing(house.runtime(), job.flowId, title, QStringLiteral("about ") + title);
+    QuestionFiling filing(house.runtime(), job.flowId, title,
+                          description.isEmpty() ? QStringLiteral("about ") + title : description);
     if (!filing.store(files, progress))
         qFatal("not stored");
     const auto id = filing.record();

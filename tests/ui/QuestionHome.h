@@ -29,7 +29,7 @@ public:
     QString file(const QString &name, const QByteArray &bytes) const;
 
     /// A question with as many pictures, past the window; its id.
-    int raise(const QString &title, int pictures = 0);
+    int raise(const QString &title, int pictures = 0, const QString &description = {});
 
     /// How many questions, pictures, stored files and files in staging there are.
     QString stock();

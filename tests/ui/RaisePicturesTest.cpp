@@ -43,6 +43,8 @@ private Q_SLOTS:
     void whatIsNoPictureIsRefused();
     void aTooLargePictureIsRefused();
     void aHostileNameIsOnlyShown();
+    void aLongNameKeepsItsEnd();
+    void theContentTellsTheSuffix();
     void oneBadPictureDoesNotStopTheOthers();
     void twelveAreEnough();
     void aStoreThatFailsLeavesNothing_data();
@@ -241,6 +243,25 @@ void RaisePicturesTest::aHostileNameIsOnlyShown()
     click("questionSubmit");
     QCOMPARE(value("SELECT file_name FROM question_pictures"), shown);
     QVERIFY(FileStore::isValidStoredName(value("SELECT stored_name FROM question_pictures")));
+}
+
+void RaisePicturesTest::aLongNameKeepsItsEnd()
+{
+    const QString name = QString(230, QLatin1Char('x')) + QStringLiteral("y.png");
+    drop({m_home->file(name)});
+    QCOMPARE(part<QListWidget>("questionPictures")->item(0)->text(), name.right(200));
+}
+
+void RaisePicturesTest::theContentTellsTheSuffix()
+{
+    QByteArray photo;
+    QBuffer buffer(&photo);
+    QVERIFY(QuestionHome::picture().save(&buffer, "JPEG"));
+    drop({m_home->file(QStringLiteral("photo.png"), photo)});
+    write(QStringLiteral("t"));
+    click("questionSubmit");
+    QCOMPARE(value("SELECT file_name FROM question_pictures"), QStringLiteral("photo.png"));
+    QVERIFY(value("SELECT stored_name FROM question_pictures").endsWith(QStringLiteral(".jpeg")));
 }
 
 void RaisePicturesTest::oneBadPictureDoesNotStopTheOthers()

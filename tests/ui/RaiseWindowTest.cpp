@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
 #include "foundation/ui/DMS_UICommon.h"
+#include "services/records/bll/QuestionChanges.h"
 #include "tests/support/TestMain.h"
 #include "tests/ui/BoxAnswers.h"
 #include "tests/ui/QuestionWindowCase.h"
@@ -30,6 +31,7 @@ private Q_SLOTS:
     void raisesByKeys();
     void everyPartHasANameForScreenReaders();
     void aQuestionNeedsATitle();
+    void aTitleEndsAtItsLongest();
     void aJobThatWentElsewhere();
     void aJobThatIsGone();
     void anotherJobAsksFirst();
@@ -133,6 +135,14 @@ void RaiseWindowTest::aQuestionNeedsATitle()
     QCOMPARE(m_home->stock(), m_empty);
     QCOMPARE(part<QPlainTextEdit>("questionDescriptionEdit")->toPlainText(),
              QStringLiteral("kept"));
+}
+
+void RaiseWindowTest::aTitleEndsAtItsLongest()
+{
+    const QString longest(QuestionChanges::LongestTitle, QLatin1Char('x'));
+    write(longest + QLatin1Char('y'));
+    click("questionSubmit");
+    QCOMPARE(value("SELECT title FROM questions"), longest);
 }
 
 /// Assigned to somebody else while the window stood open.

@@ -138,6 +138,11 @@ ReadTable readSheet(const QString &path)
             table.rows << QStringList();
         else if (xml.name() == QLatin1String("c"))
             readCell(xml, &table.rows.last());
+        else if (xml.name() == QLatin1String("pane"))
+            table.frozenRows = xml.attributes().value(QLatin1String("ySplit")).toInt();
+        else if (xml.name() == QLatin1String("col"))
+            table.widths[xml.attributes().value(QLatin1String("min")).toInt() - 1] =
+                xml.attributes().value(QLatin1String("width")).toDouble();
     }
     if (xml.hasError() && table.problem.isEmpty())
         table.problem = xml.errorString();

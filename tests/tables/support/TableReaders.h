@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QMap>
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -12,6 +13,8 @@ namespace KODMS::Tests {
 struct ReadTable {
     QVector<QStringList> rows;
     QString problem;
+    int frozenRows = 0;       ///< of a sheet: they stay in sight
+    QMap<int, double> widths; ///< of a sheet's columns that have one of their own
 };
 
 /// By the rules of RFC 4180 to the letter: the mark, CR LF after every line.
