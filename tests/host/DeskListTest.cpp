@@ -37,6 +37,8 @@ using namespace KODMS::Tests;
 using KODMS::Services::ShownSearch;
 using KODMS::Services::SignIn;
 
+Q_DECLARE_METATYPE(QMessageBox::StandardButton)
+
 /// What the desk in front shows, page by page, is what the file holds.
 class DeskListTest : public QObject {
     Q_OBJECT
@@ -45,7 +47,11 @@ private Q_SLOTS:
     void initTestCase();
     void init();
 
-    void cleanup() { SignIn::signOut(); }
+    void cleanup()
+    {
+        SignIn::signOut();
+        m_answer = QMessageBox::Ok;
+    }
 
     void theFileHoldsWhatThePagesShow_data();
     void theFileHoldsWhatThePagesShow();
@@ -55,6 +61,8 @@ private Q_SLOTS:
     void afterARefreshTheHistoryHasTheFilesTitles();
     void aKeyAsksWhereTo_data();
     void aKeyAsksWhereTo();
+    void anExistingFileIsAskedAbout_data();
+    void anExistingFileIsAskedAbout();
     void whatFailsIsSaidInABox();
 
 private:
@@ -76,9 +84,10 @@ private:
         return readCsv(path).rows;
     }
 
-    QString exportTo(MainWindow &window, const QString &path);
+    QString exportTo(MainWindow &window, const QString &path, bool picksCsv = false);
 
     QString m_said; ///< in the last box
+    QMessageBox::StandardButton m_answer = QMessageBox::Ok;
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<SampleInstallation> m_installation;
     std::unique_ptr<Preferences> m_preferences;
@@ -242,13 +251,24 @@ void DeskListTest::afterARefreshTheHistoryHasTheFilesTitles()
 void DeskListTest::aKeyAsksWhereTo_data()
 {
     QTest::addColumn<QString>("suffix");
-    QTest::newRow("a workbook unless said otherwise") << QString();
-    QTest::newRow("CSV by its name") << QStringLiteral(".csv");
+    QTest::addColumn<bool>("picksCsv");
+    QTest::addColumn<QString>("added");
+    const auto row = [](const char *title, const char *suffix, bool picksCsv, const char *added) {
+        QTest::newRow(title) << QString::fromLatin1(suffix) << picksCsv
+                             << QString::fromLatin1(added);
+    };
+    row("a workbook unless said otherwise", "", false, ".xlsx");
+    row("CSV by its name", ".csv", false, "");
+    row("CSV by the kind of file that was picked", "", true, ".csv");
+    row("the name in capitals counts more than the kind", ".XLSX", true, "");
+    row("another suffix belongs to the name", ".2026", false, ".xlsx");
 }
 
 void DeskListTest::aKeyAsksWhereTo()
 {
     QFETCH(QString, suffix);
+    QFETCH(bool, picksCsv);
+    QFETCH(QString, added);
     QVERIFY(m_installation->signIn(QStringLiteral("admin")));
     NoticeLog notices;
     HandOverLog handOvers;
@@ -257,11 +277,43 @@ void DeskListTest::aKeyAsksWhereTo()
     window.activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(&window));
     const QString path = m_dir->filePath(QStringLiteral("清单")) + suffix;
-    const QString proposed = exportTo(window, path);
+    const QString proposed = exportTo(window, path, picksCsv);
     QVERIFY2(proposed.startsWith(QStringLiteral("料号流程-20")), qPrintable(proposed));
-    const auto table = suffix.isEmpty() ? readSheet(path + QStringLiteral(".xlsx")) : readCsv(path);
+    const QString written = path + added;
+    const auto table = written.endsWith(QStringLiteral(".xlsx"), Qt::CaseInsensitive)
+                           ? readSheet(written)
+                           : readCsv(written);
     QCOMPARE(table.problem, QString());
     QVERIFY(table.rows.size() > 400);
+}
+
+void DeskListTest::anExistingFileIsAskedAbout_data()
+{
+    QTest::addColumn<QMessageBox::StandardButton>("answer");
+    QTest::newRow("Yes") << QMessageBox::Yes;
+    QTest::newRow("No") << QMessageBox::No;
+}
+
+/// The dialog does not ask about the name that the suffix makes of the chosen one.
+void DeskListTest::anExistingFileIsAskedAbout()
+{
+    QFETCH(QMessageBox::StandardButton, answer);
+    QVERIFY(m_installation->signIn(QStringLiteral("admin")));
+    NoticeLog notices;
+    HandOverLog handOvers;
+    MainWindow window(*m_preferences, notices, handOvers);
+    window.show();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    const QString path = m_dir->filePath(QStringLiteral("list"));
+    QFile old(path + QStringLiteral(".xlsx"));
+    QVERIFY(old.open(QIODevice::WriteOnly) && old.write("old") == 3);
+    old.close();
+    m_answer = answer;
+    exportTo(window, path);
+    QCOMPARE(m_said, QStringLiteral("list.xlsx 已存在，要替换吗？"));
+    QVERIFY(old.open(QIODevice::ReadOnly));
+    QCOMPARE(old.readAll() == "old", answer == QMessageBox::No);
 }
 
 void DeskListTest::whatFailsIsSaidInABox()
@@ -281,7 +333,7 @@ void DeskListTest::whatFailsIsSaidInABox()
 }
 
 /// By the key, into the dialog. Returns the name that the dialog proposed.
-QString DeskListTest::exportTo(MainWindow &window, const QString &path)
+QString DeskListTest::exportTo(MainWindow &window, const QString &path, bool picksCsv)
 {
     QString proposed;
     QTimer watch;
@@ -289,11 +341,13 @@ QString DeskListTest::exportTo(MainWindow &window, const QString &path)
         QWidget *modal = QApplication::activeModalWidget();
         if (auto *box = qobject_cast<QMessageBox *>(modal)) {
             m_said = box->text();
-            box->accept();
+            box->button(m_answer)->click();
         } else if (auto *dialog = qobject_cast<QFileDialog *>(modal);
                    dialog && proposed.isEmpty()) {
             auto *name = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
             proposed = name->text();
+            if (picksCsv)
+                dialog->selectNameFilter(dialog->nameFilters().last());
             name->setText(path);
             QTest::keyClick(name, Qt::Key_Return);
         }
