@@ -14,6 +14,7 @@
 #include <QHash>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTabBar>
 #include <QTableWidget>
 
@@ -83,6 +84,19 @@ void giveJobsMostRoom(QWidget &desk)
     column->setStretchFactor(questions, 1);
 }
 
+/// The looks that a desk brings for its buttons know no disabled state, so that one which
+/// does nothing would look like the others.
+void showDisabledButtons(const QWidget &desk)
+{
+    const auto buttons = desk.findChildren<QPushButton *>();
+    for (QPushButton *button : buttons) {
+        if (!button->styleSheet().isEmpty())
+            button->setStyleSheet(button->styleSheet() +
+                                  QStringLiteral("QPushButton:disabled { background-color: "
+                                                 "#505050; color: #a6a6a6; }"));
+    }
+}
+
 } // namespace
 
 DeskTabs::DeskTabs(Preferences &preferences, int userId, QWidget *parent)
@@ -127,12 +141,14 @@ void DeskTabs::addExportDesk()
 {
     m_exportDesk = new UI::DMS_Export_Widget(this);
     giveJobsMostRoom(*m_exportDesk);
+    showDisabledButtons(*m_exportDesk);
     addTab(m_exportDesk, tr("料号流程"));
 }
 
 void DeskTabs::addDownloadDesk()
 {
     m_downloadDesk = new UI::DMS_Download_Widget(this);
+    showDisabledButtons(*m_downloadDesk);
     connect(m_downloadDesk, &UI::DMS_Download_Widget::newWebItemNameGetted, m_exportDesk,
             &UI::DMS_Export_Widget::on_parent_newWebItemNameGetted);
     addTab(m_downloadDesk, tr("原始文件"));

@@ -12,8 +12,12 @@
 #include "apps/desk/ShortcutsBox.h"
 #include "apps/desk/SignInWindow.h"
 #include "desks/export/DMS_Export_Widget.h"
+#include "desks/modifyfile/DMS_ModifyFile_Widget.h"
+#include "foundation/ui/DMS_Import_Widget.h"
+#include "foundation/ui/DMS_JobCheck_Widget.h"
 #include "foundation/ui/DMS_StdCommon.h"
 #include "foundation/ui/DMS_UICommon.h"
+#include "foundation/ui/Import_Info.h"
 #include "services/api/InstallationSetup.h"
 #include "services/api/Intake.h"
 #include "services/api/ServiceRuntime.h"
@@ -38,6 +42,13 @@ namespace KODMS::Host {
 namespace {
 
 const QSize DeskSize(1360, 900);
+const QSize ImportSize(600, 400); // as the desks open it
+
+/// Of the job-flow desk's tables.
+constexpr int IdColumn = 0;
+constexpr int JobNameColumn = 1;
+constexpr int FlowGuidColumn = 8;
+constexpr int RemarkColumn = 12;
 
 void settle()
 {
@@ -55,11 +66,17 @@ const Services::SampleAccount *accountWith(const QVector<Services::SampleAccount
     return nullptr;
 }
 
+QTableWidget *jobTable(const QWidget &window)
+{
+    return window.findChild<UI::DMS_Export_Widget *>()->findChild<QTableWidget *>(
+        QStringLiteral("m_pJobTableWidget"));
+}
+
 /// A desk at work: the first job of the page that has questions is clicked.
 void clickJobWithQuestions(const QWidget &window)
 {
     const auto *desk = window.findChild<UI::DMS_Export_Widget *>();
-    auto *jobs = desk->findChild<QTableWidget *>(QStringLiteral("m_pJobTableWidget"));
+    auto *jobs = jobTable(window);
     const auto *questions =
         desk->findChild<QTableWidget *>(QStringLiteral("m_pQuestionTableWidget"));
     for (int row = 0; row < jobs->rowCount() && questions->rowCount() == 0; ++row) {
@@ -196,16 +213,49 @@ bool ScreenshotRun::saveHandOvers(MainWindow &window)
 bool ScreenshotRun::saveHistory(MainWindow &window)
 {
     window.findChild<QDockWidget *>(QStringLiteral("handOverPanel"))->hide();
-    auto *jobs = window.findChild<UI::DMS_Export_Widget *>()->findChild<QTableWidget *>(
-        QStringLiteral("m_pJobTableWidget"));
-    jobs->setCurrentCell(0, 1);
-    constexpr int remark = 12;
+    auto *jobs = jobTable(window);
+    jobs->setCurrentCell(0, JobNameColumn);
     for (const QString &text : {QStringLiteral("加急"), QStringLiteral("加急，周五前交货")}) {
-        if (QTableWidgetItem *item = jobs->item(0, remark)) // a sample may have no job yet
+        if (QTableWidgetItem *item = jobs->item(0, RemarkColumn)) // a sample may have no job yet
             item->setText(text);
     }
     window.showHistory();
     return save(window, QStringLiteral("history"));
+}
+
+/// The windows that the desks open for a job, for the one whose history was shown.
+bool ScreenshotRun::saveJobWindows(const MainWindow &window)
+{
+    UI::DMS_ModifyFile_Widget replacement(nullptr);
+    if (!save(replacement, QStringLiteral("replace-file")))
+        return false;
+    const auto *jobs = jobTable(window);
+    const int row = jobs->currentRow();
+    if (row < 0) // a sample may have no job yet
+        return true;
+    const auto text = [jobs, row](int column) { return jobs->item(row, column)->text(); };
+    UI::Import_Info info;
+    info.jobName = text(JobNameColumn);
+    info.flowGuid = text(FlowGuidColumn);
+    UI::DMS_Import_Widget import;
+    import.resize(ImportSize);
+    import.setFlowGuid(info);
+    return save(import, QStringLiteral("import")) && saveQuestions(window, text(IdColumn).toInt());
+}
+
+bool ScreenshotRun::saveQuestions(const MainWindow &window, int flowId)
+{
+    UI::DMS_JobCheck_Widget raise(flowId, false, nullptr);
+    if (!save(raise, QStringLiteral("question-new")))
+        return false;
+    clickJobWithQuestions(window);
+    const auto *questions =
+        window.findChild<QTableWidget *>(QStringLiteral("m_pQuestionTableWidget"));
+    if (questions->rowCount() == 0)
+        return true;
+    UI::DMS_JobCheck_Widget view(questions->item(0, IdColumn)->text().toInt(), true, nullptr);
+    view.getQuestionData();
+    return save(view, QStringLiteral("question"));
 }
 
 bool ScreenshotRun::renderExtras(MainWindow &window)
@@ -218,6 +268,7 @@ bool ScreenshotRun::renderExtras(MainWindow &window)
     saved = saved && save(window, QStringLiteral("notices"));
     saved = saved && saveHandOvers(window);
     saved = saved && saveHistory(window);
+    saved = saved && saveJobWindows(window);
     {
         IntakeDialog dialog(&window);
         saved = saved && save(dialog, QStringLiteral("intake"));

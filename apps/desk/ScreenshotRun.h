@@ -38,6 +38,8 @@ private:
     void provokeNotices();
     bool saveHandOvers(MainWindow &window);
     bool saveHistory(MainWindow &window);
+    bool saveJobWindows(const MainWindow &window);
+    bool saveQuestions(const MainWindow &window, int flowId);
     bool save(QWidget &window, const QString &name);
 
     QString m_folder;

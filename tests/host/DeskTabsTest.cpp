@@ -14,6 +14,7 @@
 #include <QHeaderView>
 #include <QImage>
 #include <QPainter>
+#include <QPushButton>
 #include <QScopeGuard>
 #include <QStandardItemModel>
 #include <QTableWidget>
@@ -45,6 +46,7 @@ private Q_SLOTS:
     void statusChipsAreForTheHistoryToo();
     void aStatusChipIsForAStatusOnly_data();
     void aStatusChipIsForAStatusOnly();
+    void aButtonThatDoesNothingLooksSo();
     void everyHeaderIsSeenWhole_data();
     void everyHeaderIsSeenWhole();
 
@@ -185,6 +187,24 @@ void DeskTabsTest::aStatusChipIsForAStatusOnly()
     };
     const bool isChip = painted(StatusChipDelegate()) != painted(QStyledItemDelegate());
     QTEST(isChip, "isStatus");
+}
+
+void DeskTabsTest::aButtonThatDoesNothingLooksSo()
+{
+    const auto tabs = tabsFor(QStringLiteral("test-admin")); // sees files, and changes none
+    tabs->setCurrentIndex(1);
+    tabs->show();
+    const auto ground = [&tabs](const char *name, bool isEnabled) {
+        auto *button = tabs->currentWidget()->findChild<QPushButton *>(QLatin1String(name));
+        if (button->isEnabled() != isEnabled)
+            qFatal("%s is not what it should be", name);
+        const QImage image = button->grab().toImage();
+        return image.pixelColor(4, image.height() / 2);
+    };
+    const QColor enabled = ground("m_pRefreshPB", true);
+    QCOMPARE(ground("m_pOpenFolderPB", true), enabled);
+    QVERIFY(ground("DelFile", false) != enabled);
+    QVERIFY(ground("m_pUpdateFilePB", false) != enabled);
 }
 
 void DeskTabsTest::everyHeaderIsSeenWhole_data()

@@ -243,7 +243,8 @@ void HostProgramTest::picturesOfEveryWindow()
     for (const char *name :
          {"sign-in", "desk-admin", "desk-preprocessor", "desk-reviewer", "desk-user", "files-admin",
           "files-preprocessor", "files-reviewer", "files-user", "desk-high-contrast", "notices",
-          "hand-over", "hand-over-alone", "history", "intake", "shortcuts", "about"}) {
+          "hand-over", "hand-over-alone", "history", "replace-file", "intake", "shortcuts",
+          "about"}) {
         const QImage image(folder.filePath(QLatin1String(name) + QStringLiteral(".png")));
         QVERIFY2(!image.isNull(), name);
         const bool isDesk =
@@ -253,7 +254,7 @@ void HostProgramTest::picturesOfEveryWindow()
         const QImage small = image.convertToFormat(QImage::Format_Indexed8);
         QVERIFY2(small.colorCount() > 16, name);
     }
-    QCOMPARE(folder.entryList({QStringLiteral("*.png")}).size(), 17);
+    QCOMPARE(folder.entryList({QStringLiteral("*.png")}).size(), 18);
 }
 
 void HostProgramTest::picturesAreForSamplesOnly()

@@ -3,15 +3,18 @@
 #include "apps/desk/Theme.h"
 #include "apps/desk/Icons.h"
 #include "apps/desk/StatusChipDelegate.h"
+#include "desks/modifyfile/DMS_ModifyFile_Widget.h"
 #include "tests/support/TestMain.h"
 
 #include <QApplication>
 #include <QFontDatabase>
 #include <QFontInfo>
+#include <QGroupBox>
 #include <QPainter>
 #include <QRawFont>
 #include <QSet>
 #include <QStandardItemModel>
+#include <QStyleOptionGroupBox>
 #include <QTest>
 
 using namespace KODMS::Host;
@@ -25,6 +28,7 @@ private Q_SLOTS:
     void textIsReadable_data();
     void textIsReadable();
     void sheetIsUnderstood();
+    void titlesOfBoxesAreNotCovered();
     void fontShowsSimplifiedChinese();
     void emojiAreNoBoxes();
     void chipsAreReadableAndDistinct();
@@ -89,6 +93,25 @@ void ThemeTest::sheetIsUnderstood()
     QWidget window;
     window.ensurePolished();
     QVERIFY(window.testAttribute(Qt::WA_WState_Polished));
+}
+
+/// The window that replaces a file brings a look of its own for its box.
+void ThemeTest::titlesOfBoxesAreNotCovered()
+{
+    KODMS::UI::DMS_ModifyFile_Widget window(nullptr);
+    window.show();
+    const auto *box = window.findChild<QGroupBox *>();
+    QVERIFY(!box->title().isEmpty());
+    QStyleOptionGroupBox option;
+    option.initFrom(box);
+    option.text = box->title();
+    option.subControls = QStyle::SC_GroupBoxFrame | QStyle::SC_GroupBoxLabel;
+    const QRect title =
+        box->style()->subControlRect(QStyle::CC_GroupBox, &option, QStyle::SC_GroupBoxLabel, box);
+    const auto controls = box->findChildren<QWidget *>();
+    QVERIFY(controls.size() > 3);
+    for (const QWidget *control : controls)
+        QVERIFY2(!control->geometry().intersects(title), qPrintable(control->objectName()));
 }
 
 void ThemeTest::fontShowsSimplifiedChinese()

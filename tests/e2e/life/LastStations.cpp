@@ -14,6 +14,7 @@
 #include "apps/desk/MainWindow.h"
 
 #include <QDir>
+#include <QDockWidget>
 #include <QFile>
 #include <QPushButton>
 #include <QTableWidget>
@@ -101,6 +102,8 @@ void Stations::readHistory(LifeOfAJob &job, Order order)
     const int row = job.rowAt(flows, ExportUser::JobName);
     QVERIFY(row >= 0);
     const QVector<ToldDeed> told = keeper.history(flows, row);
+    auto *panel = keeper.window().findChild<QDockWidget *>(QStringLiteral("historyPanel"));
+    keeper.window().resizeDocks({panel}, {480}, Qt::Vertical); // as somebody who wants to read it
     StationPictures::take(keeper.window(), "station-history");
     QStringList deeds;
     QString last;
