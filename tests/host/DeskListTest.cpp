@@ -18,6 +18,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QHeaderView>
@@ -86,7 +87,8 @@ private:
 
     QString exportTo(MainWindow &window, const QString &path, bool picksCsv = false);
 
-    QString m_said; ///< in the last box
+    QString m_said;   ///< in the last box
+    QString m_folder; ///< in which the dialog began
     QMessageBox::StandardButton m_answer = QMessageBox::Ok;
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<SampleInstallation> m_installation;
@@ -279,6 +281,10 @@ void DeskListTest::aKeyAsksWhereTo()
     const QString path = m_dir->filePath(QStringLiteral("清单")) + suffix;
     const QString proposed = exportTo(window, path, picksCsv);
     QVERIFY2(proposed.startsWith(QStringLiteral("料号流程-20")), qPrintable(proposed));
+    window.activateWindow(); // again, after the dialog
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QVERIFY(!exportTo(window, QString()).isEmpty());
+    QCOMPARE(m_folder, m_dir->path()); // where the last one went
     const QString written = path + added;
     const auto table = written.endsWith(QStringLiteral(".xlsx"), Qt::CaseInsensitive)
                            ? readSheet(written)
@@ -332,7 +338,8 @@ void DeskListTest::whatFailsIsSaidInABox()
     QVERIFY(!QFile::exists(m_dir->filePath(QStringLiteral("list.csv"))));
 }
 
-/// By the key, into the dialog. Returns the name that the dialog proposed.
+/// By the key, into the dialog, which is left with an empty path. Returns the name that
+/// the dialog proposed.
 QString DeskListTest::exportTo(MainWindow &window, const QString &path, bool picksCsv)
 {
     QString proposed;
@@ -346,6 +353,11 @@ QString DeskListTest::exportTo(MainWindow &window, const QString &path, bool pic
                    dialog && proposed.isEmpty()) {
             auto *name = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
             proposed = name->text();
+            m_folder = dialog->directory().path();
+            if (path.isEmpty()) {
+                dialog->reject();
+                return;
+            }
             if (picksCsv)
                 dialog->selectNameFilter(dialog->nameFilters().last());
             name->setText(path);

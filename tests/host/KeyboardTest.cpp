@@ -251,6 +251,9 @@ void KeyboardTest::ctrlFGoesToTheSearch()
     shown<QTableWidget>("m_pJobTableWidget")->setFocus();
     QTest::keyClick(m_window.get(), Qt::Key_F, Qt::ControlModifier);
     QCOMPARE(QApplication::focusWidget(), shown<QLineEdit>("m_pJobFilterLE"));
+    shown<QLineEdit>("m_pJobFilterLE")->setText(QStringLiteral("A1"));
+    QTest::keyClick(m_window.get(), Qt::Key_F, Qt::ControlModifier);
+    QCOMPARE(shown<QLineEdit>("m_pJobFilterLE")->selectedText(), QStringLiteral("A1"));
     QTest::keyClick(m_window.get(), Qt::Key_2, Qt::ControlModifier);
     QCOMPARE(QApplication::focusWidget(), shown<QLineEdit>("m_pFilterLE"));
     shown<QTableWidget>("m_pJobTableWidget")->setFocus();

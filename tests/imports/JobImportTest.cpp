@@ -44,6 +44,7 @@ private Q_SLOTS:
     void cancelledLeavesNothing();
     void notRecordedIsTakenBack();
     void somebodyElseSignedIn();
+    void anotherSessionWasFaster_data();
     void anotherSessionWasFaster();
     void theSameContentIsNoticed();
     void whatIsNoJobIsRefused_data();
@@ -347,8 +348,16 @@ void JobImportTest::somebodyElseSignedIn()
     QCOMPARE(m_home->stock(), before);
 }
 
+void JobImportTest::anotherSessionWasFaster_data()
+{
+    QTest::addColumn<QString>("version");
+    QTest::newRow("with the file") << QStringLiteral("file_version");
+    QTest::newRow("with the state") << QStringLiteral("state_version");
+}
+
 void JobImportTest::anotherSessionWasFaster()
 {
+    QFETCH(QString, version);
     m_home->actAsExecutor();
     std::vector<KODMS::DataLib::Model::DB_Search> conditions;
     std::vector<KODMS::DataLib::Model::DB_Search> more;
@@ -358,8 +367,7 @@ void JobImportTest::anotherSessionWasFaster()
                                                                                   rows, count));
     QCOMPARE(count, 1);
     const ReadJob read = m_home->readBoard(m_home->boardArchive());
-    m_home->house.database().run(
-        QStringLiteral("UPDATE job_flows SET file_version = file_version + 1"));
+    m_home->house.database().run(QStringLiteral("UPDATE job_flows SET %1 = %1 + 1").arg(version));
     const QString before = m_home->stock();
     const NoticeLog notices;
     QVERIFY(!import(read).ok);

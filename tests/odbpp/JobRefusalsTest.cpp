@@ -6,8 +6,11 @@
 #include "tests/odbpp/support/JobFiles.h"
 #include "tests/support/TestMain.h"
 
+#include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <limits>
 
 using namespace KODMS::Services;
 using namespace KODMS::Tests;
@@ -33,6 +36,10 @@ private Q_SLOTS:
     void bombs_data();
     void bombs();
     void endlessLayers();
+    void moreFeaturesThanCanBeCounted();
+    void tooManyJobsInside();
+    void aPathThatIsTooLong();
+    void limitsOfAFolder();
     void aMessageIsOneLine();
 
 private:
@@ -317,6 +324,77 @@ void JobRefusalsTest::endlessLayers()
     const auto steps = read(tarOf(files));
     QVERIFY(!steps);
     QVERIFY2(steps.text().contains(QStringLiteral("层或步骤过多")), qPrintable(steps.text()));
+}
+
+/// The same file linked into every layer of every step.
+void JobRefusalsTest::moreFeaturesThanCanBeCounted()
+{
+    constexpr int layers = 2000;
+    constexpr int steps = 10;
+    constexpr int perFile = std::numeric_limits<int>::max() / (layers * steps) + 1;
+    QByteArray matrix;
+    for (int step = 0; step < steps; ++step)
+        matrix += "STEP {\nNAME=s" + QByteArray::number(step) + "\n}\n";
+    for (int layer = 0; layer < layers; ++layer)
+        matrix += "LAYER {\nTYPE=SIGNAL\nNAME=l" + QByteArray::number(layer) + "\n}\n";
+    QVector<RawTarEntry> entries{{"job/matrix/matrix", matrix}};
+    const QByteArray first = "job/steps/s0/layers/l0/features";
+    entries.append({first, QByteArray("P 1 1 0 P 0\n").repeated(perFile)});
+    for (int file = 1; file < layers * steps; ++file)
+        entries.append({"job/steps/s" + QByteArray::number(file / layers) + "/layers/l" +
+                            QByteArray::number(file % layers) + "/features",
+                        {},
+                        '1',
+                        first});
+    LimitSettings limits; // links count as what they stand for
+    limits.archiveBytes = std::numeric_limits<qint64>::max();
+    limits.archiveRatio = std::numeric_limits<int>::max();
+    const auto job = read(rawTar(entries), limits);
+    QVERIFY(!job);
+    QCOMPARE(job.text(), QStringLiteral("job/matrix/matrix：特征过多"));
+    entries.removeLast();
+    QVERIFY(read(rawTar(entries), limits));
+}
+
+void JobRefusalsTest::tooManyJobsInside()
+{
+    JobFiles files = boardFiles();
+    for (int inner = 0; inner < 16; ++inner) {
+        QCOMPARE(bool(read(tarOf(files))), true);
+        files.append({QStringLiteral("board/input/%1/matrix/matrix").arg(inner), "x"});
+    }
+    const auto job = read(tarOf(files));
+    QVERIFY(!job);
+    QVERIFY2(job.text().contains(QStringLiteral("层或步骤过多")), qPrintable(job.text()));
+}
+
+void JobRefusalsTest::aPathThatIsTooLong()
+{
+    const QString folder = QString(150, QLatin1Char('x')) + QLatin1Char('/');
+    JobFiles files = boardFiles();
+    files.append({folder.repeated(3) + QStringLiteral("readme"), "nothing of the job"});
+    QVERIFY(read(tarOf(files)));
+    for (auto &file : files)
+        file.path.prepend(folder.repeated(3));
+    const auto job = read(tarOf(files));
+    QVERIFY(!job);
+    QVERIFY2(job.text().contains(QStringLiteral("路径过长")), qPrintable(job.text()));
+}
+
+void JobRefusalsTest::limitsOfAFolder()
+{
+    const QTemporaryDir dir;
+    writeJob(dir.path(), boardFiles());
+    const QString board = dir.filePath(QStringLiteral("board"));
+    NoProgress progress;
+    LimitSettings limits;
+    limits.archiveEntries = 5;
+    const auto many = readOdbJob(board, limits, progress);
+    QVERIFY(!many);
+    QVERIFY2(many.text().contains(QLatin1Char('5')), qPrintable(many.text()));
+    QVERIFY(readOdbJob(board, {}, progress));
+    QVERIFY(QDir(board).mkpath(QStringLiteral("d/").repeated(140)));
+    QVERIFY(!readOdbJob(board, {}, progress));
 }
 
 void JobRefusalsTest::aMessageIsOneLine()

@@ -25,6 +25,7 @@ private Q_SLOTS:
     void init();
     void cleanup();
     void thePlaceIsLargeUntilSomethingIsShown();
+    void everyStepIsNamed();
     void aLongNameKeepsBothEnds();
     void takesADropAnywhere();
     void takesNoDropAtWork();
@@ -112,6 +113,14 @@ void ImportFormTest::thePlaceIsLargeUntilSomethingIsShown()
     m_form->showRefusal(QStringLiteral("/a/other.tgz"), QStringLiteral("no"));
     QVERIFY(details->isHidden());
     QTRY_VERIFY(area()->height() > 200);
+}
+
+void ImportFormTest::everyStepIsNamed()
+{
+    ReadJob read = someJob(QStringLiteral("/a/board.tgz"));
+    read.job.steps = QStringList({QStringLiteral("orig"), QStringLiteral("单元")});
+    m_form->showJob(read);
+    QCOMPARE(control<QLabel>("importSteps")->text(), QStringLiteral("orig，单元"));
 }
 
 void ImportFormTest::aLongNameKeepsBothEnds()
