@@ -40,6 +40,7 @@ TaskDialog::TaskDialog(const QString &what, TaskProgress &progress, QWidget *par
     m_rate->setObjectName(QStringLiteral("taskRate"));
     m_cancel->setObjectName(QStringLiteral("taskCancel"));
     m_bar->setTextVisible(false);
+    m_bar->setAccessibleName(title->accessibleName());
 
     auto *figures = new QHBoxLayout;
     figures->addWidget(m_amount);
