@@ -56,11 +56,14 @@ QByteArray padded(QByteArray bytes)
 QByteArray rawTar(const QVector<RawTarEntry> &entries)
 {
     QByteArray tar;
+    // Appended piece by piece: a sum of pieces would make room for just itself each time.
     for (const RawTarEntry &entry : entries) {
-        if (entry.name.size() > 100) // the long-name form that most programs write
-            tar += headerOf({"././@LongLink", entry.name + '\0', 'L', {}, {}}) +
-                   padded(entry.name + '\0');
-        tar += headerOf(entry) + padded(entry.content);
+        if (entry.name.size() > 100) { // the long-name form that most programs write
+            tar.append(headerOf({"././@LongLink", entry.name + '\0', 'L', {}, {}}));
+            tar.append(padded(entry.name + '\0'));
+        }
+        tar.append(headerOf(entry));
+        tar.append(padded(entry.content));
     }
     return tar + QByteArray(2 * BlockSize, '\0');
 }

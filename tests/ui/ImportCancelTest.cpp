@@ -118,7 +118,7 @@ QString ImportCancelTest::largeFolder()
                   QByteArray::number(layer) + "\n}\n";
     QByteArray features;
     features.reserve(20'000'100);
-    for (int line = 0; features.size() < 20'000'000; ++line)
+    for (qint64 line = 0; features.size() < 20'000'000; ++line)
         features += "P " + QByteArray::number(line * 7919 % 100003) + " 1 0 P 0 0\n";
     const QString parent = m_home->house.path(QStringLiteral("large"));
     writeJob(parent, {{QStringLiteral("job/matrix/matrix"), matrix},
