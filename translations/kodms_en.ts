@@ -485,6 +485,10 @@
         <source>请填写回复或更改状态</source>
         <translation>Please write an answer or choose another state</translation>
     </message>
+    <message>
+        <source>审核结果未保存，其余步骤不再进行</source>
+        <translation>The verdict was not saved; its other steps are left out</translation>
+    </message>
 </context>
 <context>
     <name>Common</name>
@@ -955,6 +959,10 @@
     <message>
         <source>来源备注</source>
         <translation>Source remark</translation>
+    </message>
+    <message>
+        <source>内部错误，未接收</source>
+        <translation>Internal error, not taken in</translation>
     </message>
 </context>
 <context>

@@ -6,11 +6,11 @@
 #include "services/api/internal/IntakeBooking.h"
 #include "services/api/internal/IntakeFile.h"
 #include "services/notices/NoticeHub.h"
-#include "services/notices/OneLine.h"
 #include "services/records/Transaction.h"
 #include "services/records/bll/Audit.h"
 #include "services/records/bll/ChangeStopped.h"
 #include "services/session/Runtime.h"
+#include "services/session/TakeBack.h"
 #include "services/tasks/TaskRunner.h"
 
 #include <QCoreApplication>
@@ -47,9 +47,7 @@ public:
         Outcome booked = inTransaction([&] { receipt = book(file.value); });
         if (booked)
             return receipt;
-        const Outcome removed = m_runtime.fileStore().remove(file.value.storedName());
-        if (!removed) // stays until the next check
-            qCInfo(lcFileStore).noquote() << Action << oneLine(removed.cause);
+        takeBackUnrecorded(m_runtime, file.value.storedName());
         return booked;
     }
 
@@ -96,6 +94,9 @@ private:
         } catch (const SqlError &error) {
             reportFailure(lcRecords(), Action, m_request.path, error.logText(), error.userText());
             return Outcome::failure(error.userText(), error.logText());
+        } catch (const std::exception &error) {
+            return failed(
+                Outcome::failure(tr("内部错误，未接收"), QString::fromUtf8(error.what())));
         }
     }
 
@@ -105,8 +106,8 @@ private:
             writeAudit(m_database,
                        {m_runtime.records().actor().userId, QString::fromLatin1(Action), QString(),
                         0, m_request.customerCode.left(20), QString(), cause, true});
-        } catch (const SqlError &error) {
-            qCWarning(lcRecords).noquote() << Action << error.logText();
+        } catch (const std::exception &error) {
+            qCWarning(lcRecords).noquote() << Action << error.what();
         }
     }
 

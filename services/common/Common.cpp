@@ -5,6 +5,7 @@
 #include "services/archive/FolderPacker.h"
 #include "services/common/PlacedStore.h"
 #include "services/common/StoreFailure.h"
+#include "services/disk/StagedFile.h"
 #include "services/records/Guid.h"
 #include "services/records/TimeText.h"
 #include "services/records/bll/Change.h"
@@ -15,7 +16,6 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 
 namespace KODMS {
 
@@ -67,15 +67,14 @@ void writeMark(Change &change, FileStore &store, const QString &name)
 }
 
 /// The packed folder stands in the staging folder only until it is stored.
-Outcome packInto(Runtime &runtime, const QString &folder, const QString &zip, const QString &name,
+Outcome packInto(Runtime &runtime, const QString &folder, const QString &path, const QString &name,
                  Progress &progress)
 {
-    const auto packed = packFolder(folder, zip, runtime.configuration().limits, progress);
+    const StagedFile zip(path);
+    const auto packed = packFolder(folder, path, runtime.configuration().limits, progress);
     if (!packed)
         return packed.outcome;
-    Outcome stored = runtime.fileStore().put(zip, name, progress);
-    QFile::remove(zip);
-    return stored;
+    return runtime.fileStore().put(path, name, progress);
 }
 
 } // namespace

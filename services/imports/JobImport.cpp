@@ -3,15 +3,14 @@
 #include "services/imports/JobImport.h"
 
 #include "services/archive/FolderPacker.h"
-#include "services/notices/NoticeHub.h"
-#include "services/notices/OneLine.h"
+#include "services/disk/StagedFile.h"
 #include "services/odbpp/OdbJobReader.h"
 #include "services/records/Guid.h"
 #include "services/session/Runtime.h"
+#include "services/session/TakeBack.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 
 namespace KODMS::Services {
 
@@ -54,11 +53,8 @@ bool JobImport::isRunning() const
 void JobImport::takeBack()
 {
     m_isStored = false;
-    if (!isRunning())
-        return; // the next check finds it
-    const Outcome removed = m_runtime->fileStore().remove(m_storedName);
-    if (!removed)
-        qCInfo(lcFileStore).noquote() << "import" << oneLine(removed.cause);
+    if (isRunning()) // else the next check finds it
+        takeBackUnrecorded(*m_runtime, m_storedName);
 }
 
 Outcome JobImport::mayBegin() const
@@ -66,24 +62,23 @@ Outcome JobImport::mayBegin() const
     return ImportChanges::mayImport(m_flowGuid, m_kind, m_userId);
 }
 
+/// What goes wrong after the file was put leaves it to the destructor.
 Outcome JobImport::store(Progress &progress)
-{
-    Outcome stored = storeBody(progress);
-    m_isStored = stored.ok;
-    return stored;
-}
-
-Outcome JobImport::storeBody(Progress &progress)
 {
     Outcome stored = m_read.isFolder ? storeFolder(progress) : storeArchive(progress);
     if (!stored)
         return stored;
     const auto found = m_runtime->fileStore().find(m_storedName);
-    if (!found) {
-        takeBack();
+    if (!found)
         return found.outcome;
-    }
     m_sha256 = found.value.sha256;
+    return stored;
+}
+
+Outcome JobImport::put(const QString &path, Progress &progress)
+{
+    Outcome stored = m_runtime->fileStore().put(path, m_storedName, progress);
+    m_isStored = stored.ok;
     return stored;
 }
 
@@ -91,13 +86,9 @@ Outcome JobImport::storeArchive(Progress &progress)
 {
     if (Outcome same = m_read.isUnchanged(); !same)
         return same;
-    FileStore &store = m_runtime->fileStore();
-    if (Outcome put = store.put(m_read.path, m_storedName, progress); !put)
-        return put;
-    Outcome same = m_read.isUnchanged();
-    if (!same)
-        takeBack();
-    return same;
+    if (Outcome stored = put(m_read.path, progress); !stored)
+        return stored;
+    return m_read.isUnchanged();
 }
 
 Outcome JobImport::storeFolder(Progress &progress)
@@ -105,10 +96,8 @@ Outcome JobImport::storeFolder(Progress &progress)
     const QString staging = QDir(m_runtime->configuration().paths.staging).absolutePath();
     if (Outcome made = makeFolder(staging); !made)
         return made;
-    const QString zip = QDir(staging).filePath(m_storedName);
-    Outcome stored = packAndPut(zip, progress);
-    QFile::remove(zip);
-    return stored;
+    const StagedFile zip(QDir(staging).filePath(m_storedName));
+    return packAndPut(zip.path(), progress);
 }
 
 /// The packed job is read once more: what is stored is what was shown.
@@ -123,15 +112,14 @@ Outcome JobImport::packAndPut(const QString &zip, Progress &progress)
         return again.outcome;
     if (!isSameJob(again.value, m_read.job))
         return changedSinceRead(m_read.path);
-    return m_runtime->fileStore().put(zip, m_storedName, progress);
+    return put(zip, progress);
 }
 
-std::optional<EarlierImport> JobImport::sameBefore() const
+Result<std::optional<EarlierImport>> JobImport::sameBefore() const
 {
     if (!isRunning())
-        return std::nullopt;
-    const auto earlier = ImportChanges::earlier(m_flowGuid, m_sha256);
-    return earlier ? earlier.value : std::nullopt;
+        return std::optional<EarlierImport>();
+    return ImportChanges::earlier(m_flowGuid, m_sha256);
 }
 
 Outcome JobImport::record()

@@ -29,14 +29,15 @@ public:
     /// what was read. Any thread.
     Outcome store(Progress &progress);
 
-    /// An earlier import of the same bytes, for whichever job. After store(); GUI thread.
-    std::optional<EarlierImport> sameBefore() const;
+    /// An earlier import of the same bytes, for whichever job; a failure when the records
+    /// cannot tell, which has been said. After store(); GUI thread.
+    Result<std::optional<EarlierImport>> sameBefore() const;
 
     /// GUI thread. Nothing is recorded when somebody else acts by now.
     Outcome record();
 
 private:
-    Outcome storeBody(Progress &progress);
+    Outcome put(const QString &path, Progress &progress);
     Outcome storeArchive(Progress &progress);
     Outcome storeFolder(Progress &progress);
     Outcome packAndPut(const QString &zip, Progress &progress);

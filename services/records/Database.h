@@ -69,6 +69,7 @@ private:
     QHash<QString, QVector<QSqlQuery>> m_idle;
     int m_transactionDepth = 0;
     bool m_isWriting = false;
+    bool m_isAbandoned = false; ///< a rollback failed, and no transaction began since
 };
 
 } // namespace KODMS::Services

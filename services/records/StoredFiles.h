@@ -17,7 +17,8 @@ public:
     virtual bool exists(const QString &storedName) = 0;
 
     /// Takes the stored file away for good. Called after the deletion of its
-    /// record was committed. A missing file is a success.
+    /// record was committed. A missing file is a failure: a store that cannot be
+    /// reached does not know it either.
     virtual Outcome removeBody(const QString &storedName) = 0;
 };
 

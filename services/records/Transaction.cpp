@@ -6,6 +6,8 @@
 #include "services/records/Database.h"
 #include "services/records/Dialect.h"
 
+#include <exception>
+
 namespace KODMS::Services {
 
 namespace {
@@ -27,7 +29,10 @@ Transaction::Transaction(Database &database, Purpose purpose)
                            QStringLiteral("a reading transaction cannot begin to write"));
         database.run(QStringLiteral("SAVEPOINT ") + savepoint(m_depth));
     } else {
+        if (database.m_isAbandoned)
+            rollBack();
         database.run(writes ? database.dialect().beginWrite() : database.dialect().beginRead());
+        database.m_isAbandoned = false;
         database.m_isWriting = writes;
     }
     ++database.m_transactionDepth;
@@ -59,9 +64,11 @@ void Transaction::rollBack()
         } else {
             m_database.run(QStringLiteral("ROLLBACK"));
         }
-    } catch (const SqlError &error) {
-        // A full disk or a lost connection has already undone the whole change.
-        qCDebug(lcRecords).noquote() << "rollback:" << error.logText();
+    } catch (const std::exception &error) {
+        // A full disk or a lost connection has already undone the whole change. Otherwise it
+        // is still open, and the next transaction could not begin.
+        m_database.m_isAbandoned = true;
+        qCDebug(lcRecords).noquote() << "rollback:" << error.what();
     }
 }
 

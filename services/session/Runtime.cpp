@@ -69,7 +69,7 @@ Runtime::Runtime(Configuration configuration, std::unique_ptr<Database> database
 
 Runtime::~Runtime() = default;
 
-Result<std::shared_ptr<Runtime>> Runtime::open(const QString &iniPath)
+Result<std::shared_ptr<Runtime>> Runtime::open(const QString &iniPath, const OpenStore &openStore)
 {
     auto configuration = Configuration::load(iniPath);
     if (!configuration)
@@ -81,7 +81,7 @@ Result<std::shared_ptr<Runtime>> Runtime::open(const QString &iniPath)
     const Outcome upgraded = migrator.upgrade();
     if (!upgraded)
         return upgraded;
-    auto store = FileStore::create(configuration.value.fileStore);
+    auto store = openStore(configuration.value.fileStore);
     if (!store)
         return store.outcome;
     const std::shared_ptr<Runtime> runtime(
@@ -174,7 +174,7 @@ QStringList Runtime::removeMarkedBodies()
     while (marks.next())
         names << marks.text("stored_name");
     for (const QString &name : qAsConst(names)) {
-        if (m_storedFiles.removeBody(name))
+        if (!m_storedFiles.exists(name) || m_storedFiles.removeBody(name))
             settled << name;
     }
     return settled;

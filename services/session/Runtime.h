@@ -8,6 +8,7 @@
 #include "services/records/bll/SessionMemory.h"
 #include "services/session/StoreBehindRecords.h"
 
+#include <functional>
 #include <memory>
 
 namespace KODMS::Services {
@@ -16,9 +17,12 @@ namespace KODMS::Services {
 /// remembers. Belongs to the thread that opened it.
 class Runtime {
 public:
+    using OpenStore = std::function<Result<std::unique_ptr<FileStore>>(const FileStoreSettings &)>;
+
     /// Opens what the configuration file describes (empty: the default one) and
     /// brings an older database up to date.
-    static Result<std::shared_ptr<Runtime>> open(const QString &iniPath);
+    static Result<std::shared_ptr<Runtime>> open(const QString &iniPath,
+                                                 const OpenStore &openStore = FileStore::create);
 
     /// The running one; null when there is none.
     static Runtime *current();

@@ -11,7 +11,7 @@ bool StoreBehindRecords::exists(const QString &storedName)
 
 Outcome StoreBehindRecords::removeBody(const QString &storedName)
 {
-    return exists(storedName) ? m_store.remove(storedName) : Outcome::success();
+    return m_store.remove(storedName);
 }
 
 } // namespace KODMS::Services

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
+#include "foundation/bll/Odbpp_JobBll.h"
 #include "foundation/bll/Odbpp_JobFlowBll.h"
 #include "foundation/bll/Odbpp_OrdersBll.h"
 #include "foundation/bll/Odbpp_QuestionsBll.h"
@@ -74,6 +75,8 @@ private Q_SLOTS:
     void readsOnAFailingDatabase();
     void aRefusalThatCannotBeAuditedIsStillARefusal();
     void withoutAFileStore();
+    void aVerdictEndsWithItsFirstFailedStep_data();
+    void aVerdictEndsWithItsFirstFailedStep();
 
 private:
     void breakIt(const QString &how, const char *table);
@@ -208,6 +211,50 @@ void FailuresTest::withoutAFileStore()
         QVERIFY(!one.call(job, m_user));
         QCOMPARE(m_home.dump(), before);
     }
+}
+
+void FailuresTest::aVerdictEndsWithItsFirstFailedStep_data()
+{
+    QTest::addColumn<QString>("stop");
+    QTest::addColumn<QString>("left");
+    QTest::newRow("the job's flags")
+        << QStringLiteral("UPDATE OF check_flag ON jobs") << QStringLiteral("0,0 1,1");
+    QTest::newRow("the flow's state")
+        << QStringLiteral("UPDATE OF check_flag ON job_flows") << QStringLiteral("2,2 1,1");
+}
+
+/// The caller asks for the later steps all the same. The flow has been reviewed before, so
+/// that each of them would be allowed.
+void FailuresTest::aVerdictEndsWithItsFirstFailedStep()
+{
+    QFETCH(QString, stop);
+    QFETCH(QString, left);
+    m_user = m_home.addUser(QStringLiteral("checker"), {Services::Role::Admin});
+    const TestJob job = m_home.addJob(1, 1);
+    m_home.signIn(m_user);
+    const auto judge = [&] {
+        BLL::Odbpp_JobBll().UpdateCheckFlag(m_user, 2, 2, job.jobName, job.flowId);
+        BLL::Odbpp_JobFlowBll().UpdateState(m_user, 1, 2, job.flowGuid);
+        BLL::Odbpp_JobFlowBll().UpdatePreImportOrCheckTime(job.flowGuid, m_user, 0, {}, m_user, {},
+                                                           0, {});
+    };
+    const auto stored = [&] {
+        return m_home
+            .one(QStringLiteral("SELECT j.pre_check_flag || ',' || j.check_flag || ' ' || "
+                                "f.flow_status || ',' || f.check_flag || "
+                                "coalesce(' by ' || f.check_user_id, '') AS value FROM "
+                                "jobs j JOIN job_flows f ON f.job_name = j.name"))
+            .toString();
+    };
+    m_home.database().run(QStringLiteral("CREATE TRIGGER stop BEFORE %1 BEGIN SELECT "
+                                         "RAISE(ABORT, 'not today'); END")
+                              .arg(stop));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("not today")));
+    judge();
+    QCOMPARE(stored(), left);
+    m_home.database().run(QStringLiteral("DROP TRIGGER stop"));
+    judge();
+    QCOMPARE(stored(), QStringLiteral("2,2 1,2 by %1").arg(m_user));
 }
 
 KODMS_TEST_MAIN(FailuresTest, QCoreApplication)

@@ -392,7 +392,7 @@ void JobImportTest::theSameContentIsNoticed()
         NoProgress progress;
         if (!run.store(progress))
             qFatal("cannot store");
-        return run.sameBefore();
+        return run.sameBefore().value;
     };
     QVERIFY(!sameBefore(archive));
     QVERIFY(import(archive).ok);

@@ -7,12 +7,12 @@
 #include "services/archive/FolderPacker.h"
 #include "services/disk/FileHandle.h"
 #include "services/disk/IoFailure.h"
+#include "services/disk/StagedFile.h"
 #include "services/notices/OneLine.h"
 #include "services/records/Guid.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 #include <cerrno>
@@ -160,13 +160,11 @@ Outcome IntakeFile::putFolder(FileStore &store, const QString &staging, Progress
 {
     if (Outcome made = makeFolder(QDir(staging).absolutePath()); !made)
         return made;
-    const QString zip = QDir(staging).absoluteFilePath(m_storedName);
-    const auto packed = packFolder(m_path, zip, m_limits, progress);
+    const StagedFile zip(QDir(staging).absoluteFilePath(m_storedName));
+    const auto packed = packFolder(m_path, zip.path(), m_limits, progress);
     if (!packed)
         return packed.outcome;
-    Outcome stored = store.put(zip, m_storedName, progress);
-    QFile::remove(zip);
-    return stored;
+    return store.put(zip.path(), m_storedName, progress);
 }
 
 } // namespace KODMS::Services

@@ -118,6 +118,8 @@ bool FlowChanges::setLastImport(const std::string &fileGuidOrName, const std::st
             fileFor(flow, StoredFileRecords(change.database()).byGuidOrName(name));
         change.needsUnchanged(flow, FieldGroup::File);
         writeImport(change, flow, file);
+        if (SessionMemory *memory = change.memory())
+            memory->verdictBegan(flow.id, flow.guid); // what follows is none of its steps
     });
     rememberReplacement(flowGuid, worked);
     return worked;

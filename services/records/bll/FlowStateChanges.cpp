@@ -3,6 +3,7 @@
 #include "services/records/bll/FlowChanges.h"
 
 #include "services/records/Database.h"
+#include "services/records/RecordContext.h"
 #include "services/records/TimeText.h"
 #include "services/records/bll/Change.h"
 #include "services/records/bll/FlowStep.h"
@@ -42,6 +43,34 @@ void refuseAfterFailedReplacement(Change &change, const FlowRow &flow, FlowState
     if (to == replaced)
         Change::refuse(QStringLiteral("the replacement before it was refused"),
                        tr("文件替换未成功，状态不变"));
+}
+
+/// The three steps of a verdict do not look at each other's results either: what comes
+/// after a failed one would leave half a verdict.
+void refuseRestOfVerdict(bool isRest)
+{
+    if (isRest)
+        Change::refuse(QStringLiteral("the verdict's step before it was not made"),
+                       tr("审核结果未保存，其余步骤不再进行"));
+}
+
+/// The session's memory, for what is remembered of a change that may not have begun.
+SessionMemory *currentMemory()
+{
+    RecordContext *context = RecordContext::current();
+    return context ? dynamic_cast<SessionMemory *>(context->shownRecords()) : nullptr;
+}
+
+void rememberMove(const std::string &flowGuid, bool isMoved)
+{
+    SessionMemory *memory = currentMemory();
+    if (!memory)
+        return;
+    const QString guid = QString::fromStdString(flowGuid);
+    if (isMoved)
+        memory->moveWorked(guid);
+    else
+        memory->moveFailed(guid);
 }
 
 /// A stamp that may be made, as it is stored.
@@ -114,15 +143,19 @@ void writeVerdict(Change &change, const FlowRow &flow, int preCheckFlag, int che
 
 bool FlowChanges::moveTo(int userId, FlowState to, const std::string &flowGuid)
 {
-    return Change::run(updateState, flowGuid, [&](Change &change) {
+    const bool isMoved = Change::run(updateState, flowGuid, [&](Change &change) {
         change.actsAs(userId);
         const FlowRow flow = change.flowByGuid(flowGuid);
         change.needsUnchanged(flow, FieldGroup::State);
         refuseAfterFailedReplacement(change, flow, to);
         const auto answer = Transitions::move(change.facts(flow), to, change.visitor(flow));
         requireStep(answer, flow.state, to);
+        if (const SessionMemory *memory = change.memory())
+            refuseRestOfVerdict(memory->hasFailedFlags(flow.id) && Transitions::isReviewed(to));
         writeFlowState(change, flow, to);
     });
+    rememberMove(flowGuid, isMoved);
+    return isMoved;
 }
 
 bool FlowChanges::finish(const std::string &jobName, FlowState to)
@@ -140,7 +173,7 @@ bool FlowChanges::finish(const std::string &jobName, FlowState to)
 bool FlowChanges::setVerdict(int userId, int preCheckFlag, int checkFlag,
                              const std::string &jobName, int flowId)
 {
-    return Change::run(updateVerdict, jobName, [&](Change &change) {
+    const bool isSet = Change::run(updateVerdict, jobName, [&](Change &change) {
         change.actsAs(userId);
         change.needs(Right::Verdict);
         const FlowRow flow = change.flowById(flowId);
@@ -155,10 +188,16 @@ bool FlowChanges::setVerdict(int userId, int preCheckFlag, int checkFlag,
         const auto answer =
             Transitions::verdict(change.facts(flow), checkFlag, change.visitor(flow));
         requireStep(answer, flow.state, {flow.state.status, checkFlag});
-        if (SessionMemory *memory = change.memory())
+        if (SessionMemory *memory = change.memory()) {
             memory->replacementWorked(flow.guid);
+            memory->verdictBegan(flow.id, flow.guid);
+        }
         writeVerdict(change, flow, preCheckFlag, checkFlag);
     });
+    SessionMemory *memory = currentMemory();
+    if (!isSet && memory)
+        memory->flagsFailed(flowId);
+    return isSet;
 }
 
 bool FlowChanges::stamp(const std::string &flowGuid, int actingUserId, const StampRequests &stamps)
@@ -174,6 +213,10 @@ bool FlowChanges::stamp(const std::string &flowGuid, int actingUserId, const Sta
         if (isReview)
             requireReviewed(flow);
         change.needsUnchanged(flow, FieldGroup::State);
+        const SessionMemory *memory = change.memory();
+        if (isReview && memory)
+            refuseRestOfVerdict(memory->hasFailedFlags(flow.id) ||
+                                memory->hasFailedMove(flow.guid));
         writeStamp(change, "update_flow_import_stamp", flow, flow.import, stamps.import);
         writeStamp(change, "update_flow_check_stamp", flow, flow.check, stamps.check);
         writeStamp(change, "update_flow_robot_check_stamp", flow, flow.robotCheck,

@@ -34,6 +34,7 @@ struct CompressRow {
     int fileId = 0; ///< 0: it has lost its file
     QString origName;
     QString storedName;
+    bool hasBody = false; ///< records of a sample have none
 };
 
 CompressRow rowById(Change &change, int id)
@@ -42,8 +43,12 @@ CompressRow rowById(Change &change, int id)
     query.bind(":id", id).exec();
     if (!query.next())
         Change::fail(QStringLiteral("there is no row %1").arg(id), tr("该记录已不存在"));
-    return {id, query.number("flow_id"), query.number("orig_file_id"), query.text("orig_name"),
-            query.text("stored_name")};
+    return {id,
+            query.number("flow_id"),
+            query.number("orig_file_id"),
+            query.text("orig_name"),
+            query.text("stored_name"),
+            query.number("has_body") != 0};
 }
 
 void forgetFile(Change &change, const FlowRow &flow, int fileId)
@@ -56,7 +61,7 @@ void forgetFile(Change &change, const FlowRow &flow, int fileId)
 
 /// The stored file follows its record once the deletion is on the disk. What stays
 /// behind then is marked, and goes with the next start.
-void removeBody(Change &change, const QString &storedName)
+void removeBody(Change &change, const QString &storedName, bool hasBody)
 {
     Database &database = change.database();
     database.query("mark_final_delete")
@@ -65,8 +70,8 @@ void removeBody(Change &change, const QString &storedName)
         .bind(":time", storedNow())
         .exec();
     StoredFiles &files = change.storedFiles();
-    change.afterwards([&database, &files, storedName] {
-        Outcome outcome = files.removeBody(storedName);
+    change.afterwards([&database, &files, storedName, hasBody] {
+        Outcome outcome = hasBody ? files.removeBody(storedName) : Outcome::success();
         try {
             if (outcome)
                 database.query("delete_delete_mark").bind(":name", storedName).exec();
@@ -88,7 +93,7 @@ void deleteRow(Change &change, const FlowRow &flow, const CompressRow &row)
     forgetFile(change, flow, row.fileId);
     if (row.fileId != 0 && files.users(row.fileId) == 0) {
         files.remove(row.fileId);
-        removeBody(change, row.storedName);
+        removeBody(change, row.storedName, row.hasBody);
     }
     change.audit(row.origName + QLatin1Char(' ') + row.storedName, QString());
     change.wrote(flow, FieldGroup::File);

@@ -41,6 +41,8 @@ void SessionMemory::clear()
 {
     m_versions.clear();
     m_failedReplacements.clear();
+    m_failedFlags.clear();
+    m_failedMoves.clear();
 }
 
 } // namespace KODMS::Services

@@ -39,6 +39,24 @@ public:
         return m_failedReplacements.contains(flowGuid);
     }
 
+    /// The same for the three steps of a verdict: the job's flags, known by the flow's id,
+    /// and the flow's state, known by its GUID, before the stamp.
+    void verdictBegan(int flowId, const QString &flowGuid)
+    {
+        m_failedFlags.remove(flowId);
+        m_failedMoves.remove(flowGuid);
+    }
+
+    void flagsFailed(int flowId) { m_failedFlags.insert(flowId); }
+
+    void moveFailed(const QString &flowGuid) { m_failedMoves.insert(flowGuid); }
+
+    void moveWorked(const QString &flowGuid) { m_failedMoves.remove(flowGuid); }
+
+    bool hasFailedFlags(int flowId) const { return m_failedFlags.contains(flowId); }
+
+    bool hasFailedMove(const QString &flowGuid) const { return m_failedMoves.contains(flowGuid); }
+
     /// Another user signs in.
     void clear();
 
@@ -47,6 +65,8 @@ private:
 
     QHash<int, Versions> m_versions;
     QSet<QString> m_failedReplacements;
+    QSet<int> m_failedFlags;
+    QSet<QString> m_failedMoves;
 };
 
 } // namespace KODMS::Services

@@ -157,8 +157,11 @@ Outcome ImportSession::storeAndRecord(JobImport &run, const ReadJob &read)
         return stored;
     if (!self)
         return gone;
-    if (const auto earlier = run.sameBefore()) {
-        if (!confirmsSame(*earlier))
+    const auto earlier = run.sameBefore();
+    if (!earlier)
+        return earlier.outcome;
+    if (earlier.value) {
+        if (!confirmsSame(*earlier.value))
             return {false, tr("未导入"), {}, true};
         if (!self)
             return gone;

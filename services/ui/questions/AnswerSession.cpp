@@ -35,9 +35,12 @@ Images readPictures(Runtime &runtime, const QVector<QuestionPicture> &pictures, 
             }
             return Outcome::success();
         });
-    if (read.isCancelled)
-        for (Result<QImage> &image : images)
+    for (Result<QImage> &image : images) {
+        if (read.isCancelled)
             image.outcome.isCancelled = true;
+        else if (!read && image.outcome.isCancelled)
+            image.outcome = read; // the work ended before this one's turn
+    }
     return images;
 }
 

@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/ui/questions/QuestionFiling.h"
 
-#include "services/notices/NoticeHub.h"
-#include "services/notices/OneLine.h"
+#include "services/disk/StagedFile.h"
 #include "services/records/Guid.h"
 #include "services/session/Runtime.h"
+#include "services/session/TakeBack.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -53,11 +53,8 @@ void QuestionFiling::takeBack()
 {
     if (Runtime::current() != m_runtime)
         return;
-    for (const QuestionPicture &picture : qAsConst(m_question.pictures)) {
-        const Outcome removed = m_runtime->fileStore().remove(picture.storedName);
-        if (!removed)
-            qCInfo(lcFileStore).noquote() << "question" << oneLine(removed.cause);
-    }
+    for (const QuestionPicture &picture : qAsConst(m_question.pictures))
+        takeBackUnrecorded(*m_runtime, picture.storedName);
 }
 
 Outcome QuestionFiling::store(const QVector<PictureFile> &pictures, Progress &progress)
@@ -71,11 +68,10 @@ Outcome QuestionFiling::store(const QVector<PictureFile> &pictures, Progress &pr
 Outcome QuestionFiling::storeOne(const PictureFile &picture, Progress &progress)
 {
     const QString name = newGuid() + QLatin1Char('.') + picture.suffix;
-    const QString path = QDir(m_runtime->configuration().paths.staging).filePath(name);
-    Outcome stored = writeWhole(path, picture.bytes);
+    const StagedFile file(QDir(m_runtime->configuration().paths.staging).filePath(name));
+    Outcome stored = writeWhole(file.path(), picture.bytes);
     if (stored)
-        stored = m_runtime->fileStore().put(path, name, progress);
-    QFile::remove(path);
+        stored = m_runtime->fileStore().put(file.path(), name, progress);
     if (stored)
         m_question.pictures.append({name, picture.fileName});
     return stored;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/ui/questions/StoredPicture.h"
 
+#include "services/disk/StagedFile.h"
 #include "services/filestore/FileStore.h"
 #include "services/records/Guid.h"
 #include "services/ui/questions/PictureFile.h"
@@ -14,16 +15,14 @@ namespace KODMS::Services {
 Result<QImage> readStoredPicture(const FileStore &store, const QString &storedName,
                                  const QString &folder, const QSize &bound, Progress &progress)
 {
-    const QString path = QDir(folder).filePath(newGuid());
-    if (Outcome fetched = store.get(storedName, path, progress); !fetched)
-        return fetched;
+    const StagedFile fetched(QDir(folder).filePath(newGuid()));
+    if (Outcome done = store.get(storedName, fetched.path(), progress); !done)
+        return done;
     QByteArray bytes;
-    {
-        QFile file(path);
-        if (file.open(QIODevice::ReadOnly))
-            bytes = file.read(PictureFile::MostBytes + 1);
-    }
-    QFile::remove(path);
+    QFile file(fetched.path());
+    if (file.open(QIODevice::ReadOnly))
+        bytes = file.read(PictureFile::MostBytes + 1);
+    file.close();
     return PictureFile::decode(bytes, bound);
 }
 

@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+class QString;
+
+namespace KODMS::Services {
+
+class Runtime;
+
+/// Removes a stored file whose recording has failed. The records are asked first: a change
+/// whose answer was lost may have been made all the same. When they cannot be asked, or the
+/// file cannot be removed, it stays for the next check to find. Throws nothing. GUI thread.
+void takeBackUnrecorded(Runtime &runtime, const QString &storedName);
+
+} // namespace KODMS::Services

@@ -1,0 +1,108 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/faults/FaultySqlResult.h"
+
+#include "tests/faults/FaultPlan.h"
+
+#include <QSqlError>
+#include <QSqlRecord>
+
+#include <stdexcept>
+
+namespace KODMS::Tests {
+
+FaultySqlResult::FaultySqlResult(const FaultySqlDriver &driver)
+    : QSqlResult(&driver), m_driver(const_cast<FaultySqlDriver *>(&driver)), m_inner(driver.inner())
+{
+    m_inner.setForwardOnly(true);
+}
+
+bool FaultySqlResult::prepare(const QString &statement)
+{
+    const bool isPrepared = m_inner.prepare(statement);
+    setLastError(m_inner.lastError());
+    return isPrepared;
+}
+
+bool FaultySqlResult::reset(const QString &statement)
+{
+    return prepare(statement) && exec();
+}
+
+bool FaultySqlResult::exec()
+{
+    setActive(false);
+    setAt(QSql::BeforeFirstRow);
+    switch (FaultPlan::next(FaultLayer::Records)) {
+    case FaultPlan::Turn::Works:
+        break;
+    case FaultPlan::Turn::Fails:
+        return fail("disk I/O error", "10");
+    case FaultPlan::Turn::Throws:
+        throw std::runtime_error("the records have thrown");
+    case FaultPlan::Turn::IsLost:
+        return loseConnection();
+    case FaultPlan::Turn::LosesItsAnswer:
+        carryOut();
+        return loseConnection();
+    }
+    return carryOut();
+}
+
+bool FaultySqlResult::carryOut()
+{
+    for (int i = 0; i < boundValueCount(); ++i) {
+        const QString name = boundValueName(i);
+        if (name.isEmpty())
+            m_inner.bindValue(i, boundValue(i));
+        else
+            m_inner.bindValue(name, boundValue(i));
+    }
+    const bool isDone = m_inner.exec();
+    setLastError(m_inner.lastError());
+    setSelect(m_inner.isSelect());
+    setActive(isDone);
+    if (isDone && m_inner.lastQuery() == QLatin1String("COMMIT"))
+        FaultPlan::committed();
+    return isDone;
+}
+
+bool FaultySqlResult::fail(const char *text, const char *code)
+{
+    setLastError(QSqlError(QString(), QString::fromLatin1(text), QSqlError::StatementError,
+                           QString::fromLatin1(code)));
+    return false;
+}
+
+bool FaultySqlResult::loseConnection()
+{
+    m_driver->lose();
+    return fail("unable to open database file", "14");
+}
+
+bool FaultySqlResult::fetchFirst()
+{
+    if (!m_inner.next()) {
+        setLastError(m_inner.lastError());
+        return false;
+    }
+    setAt(0);
+    return true;
+}
+
+bool FaultySqlResult::fetchNext()
+{
+    if (!m_inner.next()) {
+        setLastError(m_inner.lastError());
+        return false;
+    }
+    setAt(at() + 1);
+    return true;
+}
+
+QSqlRecord FaultySqlResult::record() const
+{
+    return m_inner.record();
+}
+
+} // namespace KODMS::Tests
