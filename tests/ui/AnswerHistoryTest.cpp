@@ -20,6 +20,7 @@ private Q_SLOTS:
     void cleanup();
     void theHistoryGrows();
     void markupIsText();
+    void aLongDescriptionBeginsAtItsTop();
     void theNewestIsInSight();
     void aQuestionAloneIsReadFromItsBeginning();
 
@@ -94,6 +95,22 @@ void AnswerHistoryTest::markupIsText()
     click("questionSubmit");
     QVERIFY(history().endsWith(text));
     QVERIFY(history().contains(QStringLiteral("about ") + text));
+}
+
+/// Whoever opens a long question reads it from its beginning.
+void AnswerHistoryTest::aLongDescriptionBeginsAtItsTop()
+{
+    const int id = m_home->raise(QStringLiteral("孔径"), 0, ManyLines);
+    delete m_window;
+    m_window = new DMS_JobCheck_Widget(id, true, nullptr);
+    m_window->resize(640, 420);
+    view(id);
+    QVERIFY(QTest::qWaitForWindowExposed(m_window));
+    QTRY_VERIFY(bar().maximum() > 0);
+    QCOMPARE(bar().value(), 0);
+    m_window->resize(640, 400);
+    QCoreApplication::processEvents();
+    QCOMPARE(bar().value(), 0);
 }
 
 void AnswerHistoryTest::theNewestIsInSight()

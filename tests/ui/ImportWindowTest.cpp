@@ -122,6 +122,8 @@ void ImportWindowTest::importsByClicks()
     QCOMPARE(m_home->summary(), QStringLiteral("1,0 [board] 6 layers 550 features by executor"));
     QVERIFY2(text("importMessage").contains(QLatin1String("board")),
              qPrintable(text("importMessage")));
+    QVERIFY2(text("importTarget").contains(QLatin1String("board")),
+             qPrintable(text("importTarget")));
     QVERIFY(!button("importJob")->isEnabled());
     QTRY_COMPARE(refreshed.size(), 1);
     QCOMPARE(web.size(), 0);

@@ -160,13 +160,25 @@ void ImportForm::showRefusal(const QString &path, const QString &why)
 
 void ImportForm::showMessage(const QString &text, bool isError)
 {
+    say(text, isError);
+}
+
+void ImportForm::showAbandoned(const QString &text)
+{
+    say(text, {});
+}
+
+/// A host's sheet may paint a success and an error in colours of their own; a text that
+/// is neither has no such property.
+void ImportForm::say(const QString &text, const QVariant &isError)
+{
     m_message->setText(text);
     m_message->setVisible(!text.isEmpty());
     m_message->setProperty("isError", isError);
     QFont font = m_message->font();
-    font.setBold(isError);
+    font.setBold(isError.toBool());
     m_message->setFont(font);
-    style()->unpolish(m_message); // a host's sheet may paint the two in different colours
+    style()->unpolish(m_message);
     style()->polish(m_message);
 }
 

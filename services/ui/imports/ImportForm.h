@@ -30,6 +30,8 @@ public:
     void showRefusal(const QString &path, const QString &why);
     /// A word under everything else; what is chosen stays.
     void showMessage(const QString &text, bool isError);
+    /// The same of something that the person at the screen gave up: neither good nor bad.
+    void showAbandoned(const QString &text);
     void setWorking(bool isWorking);
 
 Q_SIGNALS:
@@ -53,6 +55,7 @@ private:
     void buildLayout();
     QWidget *buildButtons();
     void showDetails(const QVector<Detail> &details);
+    void say(const QString &text, const QVariant &isError);
 
     ImportKind m_kind;
     QLabel *m_target;

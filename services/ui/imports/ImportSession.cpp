@@ -9,6 +9,7 @@
 #include "services/ui/Question.h"
 
 #include <QFileInfo>
+#include <QLocale>
 
 namespace KODMS::Services {
 
@@ -144,8 +145,10 @@ void ImportSession::import()
         return;
     if (outcome)
         finish(read);
+    else if (outcome.isCancelled)
+        m_form.showAbandoned(outcome.text);
     else
-        m_form.showMessage(outcome.text, !outcome.isCancelled);
+        m_form.showMessage(outcome.text, true);
 }
 
 /// Touches nothing of the session once the window is gone.
@@ -200,11 +203,13 @@ bool ImportSession::confirmsSame(const EarlierImport &earlier)
 void ImportSession::finish(const ReadJob &read)
 {
     m_read.reset();
+    m_info.origJobName = read.job.name;
+    m_form.showTarget(m_info);
     m_form.showNothing();
     m_form.showMessage(tr("已为 %1 导入 %2：%3 层，%4 个特征")
                            .arg(m_info.jobName, read.job.name)
                            .arg(read.job.layerCount())
-                           .arg(read.job.featureCount),
+                           .arg(QLocale().toString(read.job.featureCount)),
                        false);
     Q_EMIT imported(m_info.isWeb);
 }

@@ -201,6 +201,8 @@ void AnswerForm::showHistory(const QuestionPage &page)
             cursor.insertText(QLatin1Char('\n') + text, plainFormat());
     }
     m_showsEnd = page.history.size() > 1;
+    // What is written moves the text's own cursor, which a window's first showing brings in sight.
+    m_history->moveCursor(m_showsEnd ? QTextCursor::End : QTextCursor::Start);
     auto *bar = m_history->verticalScrollBar();
     bar->setValue(m_showsEnd ? bar->maximum() : 0);
 }
