@@ -10,6 +10,7 @@
 #include "apps/desk/HistoryPanel.h"
 #include "apps/desk/IntakeDialog.h"
 #include "apps/desk/MainMenu.h"
+#include "apps/desk/MenuKeys.h"
 #include "apps/desk/NoticeLog.h"
 #include "apps/desk/NoticePanel.h"
 #include "apps/desk/Preferences.h"
@@ -61,6 +62,7 @@ MainWindow::MainWindow(Preferences &preferences, NoticeLog &notices, HandOverLog
     buildPanels(notices, handOvers);
     buildStatusBar(notices);
     MainMenu::build(*this, {m_notices, m_handOvers, m_history}, m_preferences, m_userId);
+    new MenuKeys(*this);
     restorePlace();
 }
 

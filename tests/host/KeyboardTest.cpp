@@ -24,12 +24,14 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QSet>
+#include <QSignalSpy>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTableView>
@@ -61,6 +63,8 @@ private Q_SLOTS:
     void tabReachesEveryControl_data();
     void tabReachesEveryControl();
     void ctrlFGoesToTheSearch();
+    void theMenusKeysWorkInAFieldThatTakesThem_data();
+    void theMenusKeysWorkInAFieldThatTakesThem();
     void everyMenuAndActionHasItsLetter();
     void noKeyIsGivenTwice();
     void helpListsEveryKey();
@@ -87,6 +91,23 @@ private:
 };
 
 namespace {
+
+/// A field that claims every key for itself, as a platform's editing keys may.
+class KeyTaker : public QLineEdit {
+public:
+    QStringList taken;
+
+protected:
+    bool event(QEvent *event) override
+    {
+        if (event->type() != QEvent::ShortcutOverride)
+            return QLineEdit::event(event);
+        const auto *key = static_cast<QKeyEvent *>(event);
+        taken << QKeySequence(static_cast<int>(key->modifiers()) | key->key()).toString();
+        event->accept();
+        return true;
+    }
+};
 
 bool isInteractive(const QWidget &widget)
 {
@@ -261,6 +282,37 @@ void KeyboardTest::ctrlFGoesToTheSearch()
     QCOMPARE(QApplication::focusWidget(), shown<QLineEdit>("m_pFilterLE"));
     QTest::keyClick(m_window.get(), Qt::Key_1, Qt::ControlModifier);
     QCOMPARE(QApplication::focusWidget(), shown<QLineEdit>("m_pJobFilterLE"));
+}
+
+void KeyboardTest::theMenusKeysWorkInAFieldThatTakesThem_data()
+{
+    QTest::addColumn<QString>("action");
+    QTest::newRow("export the list") << QStringLiteral("exportAction");
+    QTest::newRow("switch the user") << QStringLiteral("switchUserAction");
+    QTest::newRow("the shortcuts") << QStringLiteral("shortcutsAction");
+    QTest::newRow("the history") << QStringLiteral("historyAction");
+}
+
+/// On some platforms a field's own editing keys are among those of the menus.
+void KeyboardTest::theMenusKeysWorkInAFieldThatTakesThem()
+{
+    QFETCH(QString, action);
+    openAs(QStringLiteral("admin"));
+    auto *menuAction = m_window->findChild<QAction *>(action);
+    const QKeySequence keys = menuAction->shortcut();
+    menuAction->disconnect(m_window.get()); // what it does is another test's
+    const QSignalSpy triggered(menuAction, &QAction::triggered);
+    KeyTaker field;
+    field.setParent(m_window->centralWidget());
+    field.show();
+    field.setFocus();
+    const int key = keys[0];
+    QTest::keyClick(&field, static_cast<Qt::Key>(key & ~Qt::KeyboardModifierMask),
+                    static_cast<Qt::KeyboardModifiers>(key & Qt::KeyboardModifierMask));
+    QCOMPARE(triggered.size(), 1);
+    QTest::keyClick(&field, Qt::Key_A, Qt::ControlModifier); // no menu's: the field keeps it
+    QVERIFY(!field.taken.contains(keys.toString()));
+    QVERIFY(field.taken.contains(QStringLiteral("Ctrl+A")));
 }
 
 void KeyboardTest::everyMenuAndActionHasItsLetter()
