@@ -36,6 +36,7 @@ private Q_SLOTS:
     void picturesArePasted();
     void aPictureCopiedFromAPageIsPasted();
     void textIsPastedAsText();
+    void textWithItsPictureIsPastedAsText();
     void picturesAreChosen();
     void aPictureIsTakenOut();
     void aPictureIsSeenInFull();
@@ -138,6 +139,20 @@ void RaisePicturesTest::textIsPastedAsText()
     QCOMPARE(pictures(), 0);
     click("questionPastePicture");
     QCOMPARE(message(), QStringLiteral("剪贴板中没有图片"));
+}
+
+/// A spreadsheet copies its cells both ways; the button means the picture.
+void RaisePicturesTest::textWithItsPictureIsPastedAsText()
+{
+    auto *data = new QMimeData;
+    data->setText(QStringLiteral("0.25"));
+    data->setImageData(QuestionHome::picture());
+    QApplication::clipboard()->setMimeData(data);
+    QTest::keySequence(part<QLineEdit>("questionTitleEdit"), QKeySequence::Paste);
+    QCOMPARE(part<QLineEdit>("questionTitleEdit")->text(), QStringLiteral("0.25"));
+    QCOMPARE(pictures(), 0);
+    click("questionPastePicture");
+    QCOMPARE(pictures(), 1);
 }
 
 void RaisePicturesTest::picturesAreChosen()
