@@ -65,6 +65,20 @@ private:
 
 namespace {
 
+/// Counts how often a window is asked to close.
+class ClosedCount : public QObject {
+public:
+    explicit ClosedCount(QObject *window) { window->installEventFilter(this); }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == QEvent::Close ? 1 : 0;
+        return false;
+    }
+
+    int count = 0;
+};
+
 Import_Info told(int index)
 {
     return FakeServices::instance()
@@ -297,7 +311,9 @@ void ExportWidgetImportTest::theMainWindowClosesIt()
 {
     makeCurrent(0);
     press();
+    const ClosedCount closed(window());
     m_desk->on_parent_main_ui_closed();
+    QCOMPARE(closed.count, 1); // asked to close, which it may refuse; not just hidden
     QVERIFY(!window()->isVisible());
     press();
     QVERIFY(window()->isVisible());

@@ -5,8 +5,10 @@
 #include "tests/support/TestMain.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QTest>
 #include <QTimer>
+#include <QTranslator>
 
 #include <memory>
 
@@ -20,6 +22,7 @@ class MessageBoxesTest : public QObject {
 private Q_SLOTS:
 
     void aNoticeHasOneButton();
+    void theTitleIsTranslatedAsTheDesksOwn();
     void aNoticeTakesATextOfTheProgram();
     void aNoticeMayHaveATitleOfItsOwn();
     void aQuestionTakesATextOfTheProgram();
@@ -48,6 +51,40 @@ void MessageBoxesTest::aNoticeHasOneButton()
     QCOMPARE(box.buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
     QCOMPARE(box.defaultButton, QMessageBox::Ok);
     QCOMPARE(box.parent.data(), &desk);
+}
+
+namespace {
+
+/// Knows what a plain widget calls "Information", and nothing else.
+class OneWord : public QTranslator {
+public:
+    OneWord() { QCoreApplication::installTranslator(this); }
+
+    ~OneWord() override { QCoreApplication::removeTranslator(this); }
+
+    bool isEmpty() const override { return false; }
+
+    QString translate(const char *context, const char *text, const char *, int) const override
+    {
+        const bool isMeant = qstrcmp(context, "QWidget") == 0 && qstrcmp(text, "Information") == 0;
+        return isMeant ? QStringLiteral("Hinweis") : QString();
+    }
+};
+
+} // namespace
+
+void MessageBoxesTest::theTitleIsTranslatedAsTheDesksOwn()
+{
+    const OneWord translator;
+    QWidget desk;
+    QDialog other;
+    const MessageBoxProbe probe;
+    inform(&desk, Text);
+    confirm(&desk, Text, QMessageBox::Yes | QMessageBox::Cancel);
+    inform(&other, Text);
+    QCOMPARE(probe.boxes().at(0).title, QStringLiteral("Hinweis"));
+    QCOMPARE(probe.boxes().at(1).title, QStringLiteral("Hinweis"));
+    QCOMPARE(probe.boxes().at(2).title, QStringLiteral("Information"));
 }
 
 void MessageBoxesTest::aNoticeTakesATextOfTheProgram()

@@ -375,6 +375,7 @@ void KeyboardTest::helpListsEveryKey()
         QVERIFY2(isTold, qPrintable(key));
     }
     QVERIFY(labels.contains(QStringLiteral("接收客户文件")));
+    QVERIFY(labels.contains(QStringLiteral("表格中按 F2"))); // what only a table knows
 }
 
 void KeyboardTest::enterShowsTheQuestions()

@@ -29,6 +29,7 @@ private Q_SLOTS:
     void cleanup();
     void aSecondImportIsAskedAbout();
     void anImportForAnotherJobIsAskedAbout();
+    void theLastOfSeveralIsNamed();
     void otherBytesAreNotAskedAbout();
 
 private:
@@ -144,6 +145,22 @@ void ImportAgainTest::anImportForAnotherJobIsAskedAbout()
     import(path);
     QCOMPARE(boxes.texts.size(), 3);
     QVERIFY2(!boxes.texts[2].contains(second.jobName), qPrintable(boxes.texts[2]));
+}
+
+void ImportAgainTest::theLastOfSeveralIsNamed()
+{
+    open();
+    const QString path = m_home->boardArchive();
+    import(path);
+    m_home->house.database().run(QStringLiteral(
+        "INSERT INTO import_contents (sha256, flow_id, user_id, import_time) SELECT c.sha256, "
+        "c.flow_id, u.id, c.import_time FROM import_contents c, users u "
+        "WHERE u.login_name = 'admin'"));
+    BoxAnswers boxes;
+    boxes.answer(QMessageBox::No);
+    import(path);
+    QCOMPARE(boxes.texts.size(), 1);
+    QVERIFY2(boxes.texts[0].contains(QStringLiteral("管理员")), qPrintable(boxes.texts[0]));
 }
 
 void ImportAgainTest::otherBytesAreNotAskedAbout()
