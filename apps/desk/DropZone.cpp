@@ -91,7 +91,8 @@ void DropZone::dragEnterEvent(QDragEnterEvent *event)
 {
     if (!event->mimeData()->hasUrls())
         return;
-    event->acceptProposedAction();
+    event->setDropAction(Qt::CopyAction); // never a move: the file stays its owner's
+    event->accept();
     setHovered(true);
 }
 
@@ -113,7 +114,8 @@ void DropZone::dropEvent(QDropEvent *event)
         Q_EMIT refused(tr("只能接收本机上的文件或文件夹"));
         return;
     }
-    event->acceptProposedAction();
+    event->setDropAction(Qt::CopyAction); // never a move: the file stays its owner's
+    event->accept();
     setPath(path);
 }
 

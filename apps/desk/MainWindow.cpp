@@ -248,14 +248,17 @@ void MainWindow::closeEvent(QCloseEvent *event)
 void MainWindow::dragEnterEvent(QDragEnterEvent *event)
 {
     const QList<QUrl> urls = event->mimeData()->urls();
-    if (urls.size() == 1 && urls.first().isLocalFile())
-        event->acceptProposedAction();
+    if (urls.size() != 1 || !urls.first().isLocalFile())
+        return;
+    event->setDropAction(Qt::CopyAction); // never a move: the file stays its owner's
+    event->accept();
 }
 
 void MainWindow::dropEvent(QDropEvent *event)
 {
     const QString path = event->mimeData()->urls().value(0).toLocalFile();
-    event->acceptProposedAction();
+    event->setDropAction(Qt::CopyAction); // never a move: the file stays its owner's
+    event->accept();
     // The source of the drag waits for this event to return: the dialog opens after it.
     QMetaObject::invokeMethod(
         this, [this, path] { openIntake(path); }, Qt::QueuedConnection);

@@ -119,16 +119,20 @@ QString IntakeDialogTest::zipFile(const QString &name, const QVector<RawZipEntry
     return writeFile(path, rawZip(entries)) ? path : QString();
 }
 
+/// With Shift held, which offers to move: whatever is taken is copied all the same.
 void IntakeDialogTest::drop(QWidget &target, const QList<QUrl> &urls)
 {
     QMimeData data;
     data.setUrls(urls);
     const QPoint place = target.rect().center();
-    QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    const Qt::DropActions offered = Qt::CopyAction | Qt::MoveAction;
+    QDragEnterEvent enter(place, offered, &data, Qt::LeftButton, Qt::ShiftModifier);
     QCoreApplication::sendEvent(&target, &enter);
     QVERIFY(enter.isAccepted());
-    QDropEvent event(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCOMPARE(enter.dropAction(), Qt::CopyAction);
+    QDropEvent event(place, offered, &data, Qt::LeftButton, Qt::ShiftModifier);
     QCoreApplication::sendEvent(&target, &event);
+    QVERIFY(!event.isAccepted() || event.dropAction() == Qt::CopyAction);
 }
 
 void IntakeDialogTest::aDroppedZipBecomesAJobByKeys()

@@ -4,6 +4,7 @@
 #include "tests/ui/QuestionWindowCase.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QTextEdit>
@@ -19,6 +20,7 @@ private Q_SLOTS:
     void init();
     void cleanup();
     void theHistoryGrows();
+    void aStateAloneKeepsTheAnswer();
     void markupIsText();
     void aLongDescriptionBeginsAtItsTop();
     void theNewestIsInSight();
@@ -81,6 +83,17 @@ void AnswerHistoryTest::theHistoryGrows()
     }
     QCOMPARE(history(), QStringLiteral("EXECUTOR　提出\nabout 孔径\n\nEXECUTOR　回复\none\n\n"
                                        "EXECUTOR　回复\ntwo"));
+}
+
+void AnswerHistoryTest::aStateAloneKeepsTheAnswer()
+{
+    write(QStringLiteral("x"));
+    click("questionSubmit");
+    part<QComboBox>("questionStateChoice")->setCurrentIndex(3);
+    click("questionSubmit");
+    QCOMPARE(value("SELECT answer || check_flag FROM questions"), QStringLiteral("x3"));
+    QVERIFY2(history().endsWith(QStringLiteral("EXECUTOR　回复\nx\n\nEXECUTOR　状态改为 完成")),
+             qPrintable(history()));
 }
 
 void AnswerHistoryTest::markupIsText()

@@ -28,6 +28,7 @@ private Q_SLOTS:
     void everyStepIsNamed();
     void aLongNameKeepsBothEnds();
     void takesADropAnywhere();
+    void aDroppedFileIsNotMoved();
     void takesNoDropAtWork();
     void hoveringIsSeen();
     void namesOfFilesAreNoMarkup();
@@ -148,6 +149,22 @@ void ImportFormTest::takesADropAnywhere()
     QVERIFY(enter(m_form.get()) && drop(m_form.get()));
     QCOMPARE(chosen.size(), 3);
     QCOMPARE(chosen.first().first().toString(), m_dir.path());
+}
+
+/// Whoever drags with Shift offers to move, and would remove what was taken.
+void ImportFormTest::aDroppedFileIsNotMoved()
+{
+    const std::unique_ptr<QMimeData> data(oneFile());
+    const Qt::DropActions offered = Qt::CopyAction | Qt::MoveAction;
+    QDragEnterEvent enter(QPoint(5, 5), offered, data.get(), Qt::LeftButton, Qt::ShiftModifier);
+    QCOMPARE(enter.proposedAction(), Qt::MoveAction);
+    QApplication::sendEvent(m_form.get(), &enter);
+    QVERIFY(enter.isAccepted());
+    QCOMPARE(enter.dropAction(), Qt::CopyAction);
+    QDropEvent event(QPointF(5, 5), offered, data.get(), Qt::LeftButton, Qt::ShiftModifier);
+    QApplication::sendEvent(m_form.get(), &event);
+    QVERIFY(event.isAccepted());
+    QCOMPARE(event.dropAction(), Qt::CopyAction);
 }
 
 void ImportFormTest::takesNoDropAtWork()

@@ -11,6 +11,7 @@
 #include <QClipboard>
 #include <QDir>
 #include <QFileDialog>
+#include <QImageWriter>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMimeData>
@@ -46,6 +47,7 @@ private Q_SLOTS:
     void aHostileNameIsOnlyShown();
     void aLongNameKeepsItsEnd();
     void theContentTellsTheSuffix();
+    void aPhotoStandsUpright();
     void oneBadPictureDoesNotStopTheOthers();
     void twelveAreEnough();
     void aStoreThatFailsLeavesNothing_data();
@@ -277,6 +279,24 @@ void RaisePicturesTest::theContentTellsTheSuffix()
     click("questionSubmit");
     QCOMPARE(value("SELECT file_name FROM question_pictures"), QStringLiteral("photo.png"));
     QVERIFY(value("SELECT stored_name FROM question_pictures").endsWith(QStringLiteral(".jpeg")));
+}
+
+/// Cameras write how they were held; and a thumbnail is no larger than its place.
+void RaisePicturesTest::aPhotoStandsUpright()
+{
+    QByteArray photo;
+    QBuffer buffer(&photo);
+    QImageWriter writer(&buffer, "JPEG");
+    writer.setTransformation(QImageIOHandler::TransformationRotate90);
+    QVERIFY(writer.write(QuestionHome::picture(500, 300)));
+    const auto whole = PictureFile::decode(photo, QSize());
+    QVERIFY(whole);
+    QCOMPARE(whole.value.size(), QSize(300, 500));
+    const auto picture = PictureFile::fromFile(m_home->file(QStringLiteral("photo.jpg"), photo));
+    QVERIFY(picture);
+    const QSize thumbnail = picture.value.thumbnail.size();
+    QCOMPARE(thumbnail.boundedTo(PictureFile::ThumbnailSize), thumbnail);
+    QVERIFY(thumbnail.height() > thumbnail.width());
 }
 
 void RaisePicturesTest::oneBadPictureDoesNotStopTheOthers()

@@ -102,7 +102,8 @@ void ImportDropArea::dragEnterEvent(QDragEnterEvent *event)
 {
     if (!isEnabled() || !event->mimeData()->hasUrls())
         return;
-    event->acceptProposedAction();
+    event->setDropAction(Qt::CopyAction); // never a move: the file stays its owner's
+    event->accept();
     setHovered(true);
 }
 
@@ -132,7 +133,8 @@ void ImportDropArea::dropEvent(QDropEvent *event)
         Q_EMIT refused(tr("只能导入本机上的文件或文件夹"));
         return;
     }
-    event->acceptProposedAction();
+    event->setDropAction(Qt::CopyAction); // never a move: the file stays its owner's
+    event->accept();
     Q_EMIT chosen(path);
 }
 
