@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/odbpp/JobScan.h"
 
+#include "services/notices/OneLine.h"
 #include "services/odbpp/FeatureReader.h"
 #include "services/odbpp/MatrixReader.h"
 
@@ -243,7 +244,8 @@ Result<OdbJob> JobScan::finish(const QString &ownName) const
     if (sum.value > std::numeric_limits<int>::max())
         return odbRefused(matrix.path, 0, {tr("特征过多"), QStringLiteral("too many features")});
     OdbJob job;
-    job.name = root.value.isEmpty() ? ownName : root.value.section(QLatin1Char('/'), -1);
+    // Folders and archives may be named with line breaks, or so that they read backwards.
+    job.name = oneLine(root.value.isEmpty() ? ownName : root.value.section(QLatin1Char('/'), -1));
     job.steps = matrix.reader.steps();
     job.layers = matrix.reader.layers();
     job.featureCount = sum.value;

@@ -27,6 +27,7 @@ private Q_SLOTS:
     void countsOnlyBoardCopperAsLayers();
     void findsTheJobInsideOtherFolders();
     void namesAJobWithoutFolderByItsArchive();
+    void aNameIsOneLineThatReadsForwards();
     void keepsToTheOuterJob();
     void countsWhatTheMatrixNames();
     void takesEmptyAndMissingFeatures();
@@ -227,6 +228,17 @@ void JobReaderTest::findsTheJobInsideOtherFolders()
         QCOMPARE(job.value.name, QStringLiteral("board"));
         QCOMPARE(job.value.featureCount, features);
     }
+}
+
+void JobReaderTest::aNameIsOneLineThatReadsForwards()
+{
+    JobFiles files = smallJob("");
+    const QString name = QStringLiteral("bo") + QChar(0x202e) + QStringLiteral("ar\nd");
+    for (auto &file : files)
+        file.path.replace(0, QStringLiteral("job").size(), name);
+    const auto job = readTar(files);
+    QVERIFY2(job, qPrintable(job.text()));
+    QCOMPARE(job.value.name, QStringLiteral("bo?ar?d"));
 }
 
 void JobReaderTest::namesAJobWithoutFolderByItsArchive()

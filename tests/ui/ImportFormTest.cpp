@@ -32,6 +32,7 @@ private Q_SLOTS:
     void takesNoDropAtWork();
     void hoveringIsSeen();
     void namesOfFilesAreNoMarkup();
+    void aNameDoesNotReadBackwards();
 
 private:
     template <typename Control> Control *control(const char *name) const
@@ -198,6 +199,13 @@ void ImportFormTest::namesOfFilesAreNoMarkup()
     QCOMPARE(control<QLabel>("importPath")->text(), QStringLiteral("<b>x<i>.tgz"));
     QVERIFY(!control<QLabel>("importPath")->toolTip().contains(QLatin1String("<b>")));
     QCOMPARE(control<QLabel>("importMessage")->textFormat(), Qt::PlainText);
+}
+
+void ImportFormTest::aNameDoesNotReadBackwards()
+{
+    const QString name = QStringLiteral("ctl") + QChar(0x202e) + QStringLiteral("gnp.tgz");
+    m_form->showRefusal(QStringLiteral("/a/") + name, QStringLiteral("no"));
+    QCOMPARE(control<QLabel>("importPath")->text(), QStringLiteral("ctl?gnp.tgz"));
 }
 
 KODMS_TEST_MAIN(ImportFormTest, QApplication)

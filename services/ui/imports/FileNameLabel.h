@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "services/notices/OneLine.h"
+
 #include <QLabel>
 
 namespace KODMS::Services {
@@ -18,8 +20,8 @@ public:
 
     void setWhole(const QString &text)
     {
-        m_whole = text;
-        setAccessibleName(text);
+        m_whole = oneLine(text);
+        setAccessibleName(m_whole);
         elide();
     }
 
