@@ -59,7 +59,7 @@ private:
     /// Of processor time: what others do on the machine meanwhile is no fault of the reader.
     static constexpr double MostSeconds = 2;
 
-    double m_seconds = 6;
+    double m_seconds = 60;
     quint32 m_seed = 1;
     std::clock_t m_begin = 0;
     QVector<QByteArray> m_texts;
