@@ -32,7 +32,7 @@ function(kodms_add_service_module name)
 endfunction()
 
 # The tests in which threads of ours meet: what ThreadSanitizer looks at.
-set(KODMS_THREADED_TESTS "^(tasks|notices|disk|filestore|archive|common|ui)[.]|^e2e[.].*Download")
+set(KODMS_THREADED_TESTS "^(tasks|notices|disk|filestore|archive|search|common|ui)[.]|^e2e[.].*Download")
 add_custom_target(kodms_threaded_tests)
 
 # kodms_add_test(NAME [LONG] [TIMEOUT seconds] SOURCES... LINK...): one QtTest executable,

@@ -3,7 +3,7 @@
 BEGIN {
   # The modules of services/, from the lowest floor up; a module sees its own folder and the
   # floors below, never its neighbours.
-  floors = "notices;config disk;records filestore archive tables;odbpp;session tasks;imports;common ui;api"
+  floors = "notices;config disk;records filestore archive tables;odbpp search;session tasks;imports;common ui;api"
   count = split(floors, floor, ";")
   for (i = 1; i <= count; i++) {
     n = split(floor[i], names, " ")

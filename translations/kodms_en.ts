@@ -1037,6 +1037,10 @@
         <source>复制</source>
         <translation>Copy</translation>
     </message>
+    <message>
+        <source>搜索索引</source>
+        <translation>Search index</translation>
+    </message>
 </context>
 <context>
     <name>KODMS::Host::CamRelay</name>
@@ -2636,6 +2640,25 @@ Roles: %2</translation>
     <message>
         <source>数据库版本 %1 比本程序所知的版本 %2 新，请升级本程序：%3</source>
         <translation>The database has version %1, newer than version %2 that this program knows; update this program: %3</translation>
+    </message>
+</context>
+<context>
+    <name>SearchIndex</name>
+    <message>
+        <source>正在读取</source>
+        <translation>being read</translation>
+    </message>
+    <message>
+        <source>无法建立，由数据库直接查询</source>
+        <translation>could not be made; the database answers searches itself</translation>
+    </message>
+    <message>
+        <source>未启用，由数据库直接查询</source>
+        <translation>not in use; the database answers searches itself</translation>
+    </message>
+    <message>
+        <source>%1 个流程，%2 个原始文件，%3 MiB，读取用时 %4 秒</source>
+        <translation>%1 flows, %2 original files, %3 MiB, read in %4 s</translation>
     </message>
 </context>
 <context>

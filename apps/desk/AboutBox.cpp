@@ -5,6 +5,7 @@
 #include "apps/desk/ElidedLabel.h"
 #include "apps/desk/Icons.h"
 #include "services/api/ComponentVersions.h"
+#include "services/api/SearchIndex.h"
 #include "services/api/ServiceRuntime.h"
 
 #include <QClipboard>
@@ -28,6 +29,7 @@ QVector<Row> rows()
     QVector<Row> all{{AboutBox::tr("版本"), QCoreApplication::applicationVersion()},
                      {AboutBox::tr("数据库"), runtime.databaseText()},
                      {AboutBox::tr("数据库结构版本"), QString::number(runtime.schemaVersion())},
+                     {AboutBox::tr("搜索索引"), Services::SearchIndex::state().text},
                      {AboutBox::tr("文件库"), runtime.fileStoreText()},
                      {AboutBox::tr("配置文件"), QDir::toNativeSeparators(runtime.configPath())}};
     const auto components = Services::componentVersions();

@@ -29,6 +29,7 @@ BenchDatabase::BenchDatabase(const QString &path, int flows)
     SqlQuery query = m_context->database().query("count_flows");
     query.exec().next();
     m_flows = query.number("total");
+    m_index = std::make_unique<ColumnIndex>(settings, ColumnIndex::Options{0});
     RecordContext::setCurrent(m_context.get());
 }
 
@@ -44,6 +45,14 @@ void BenchDatabase::generate()
     if (!outcome)
         throw SqlError(SqlError::Kind::Other, {}, outcome.text);
     m_seconds = static_cast<double>(timer.elapsed()) / 1000.0;
+}
+
+void BenchDatabase::touchFlow(int id)
+{
+    m_context->database()
+        .prepare(QStringLiteral("UPDATE job_flows SET tips = tips WHERE id = ?"))
+        .bind(0, id)
+        .exec();
 }
 
 qint64 BenchDatabase::fileSize() const

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "services/records/RecordContext.h"
+#include "services/search/ColumnIndex.h"
 
 #include <QString>
 #include <QTemporaryDir>
@@ -20,11 +21,19 @@ public:
 
     Services::RecordContext &context() { return *m_context; }
 
+    /// Not there until it is loaded; answers then.
+    Services::ColumnIndex &index() { return *m_index; }
+
     int flows() const { return m_flows; }
 
     double generationSeconds() const { return m_seconds; }
 
     qint64 fileSize() const;
+
+    const Services::DatabaseSettings &settings() { return m_context->database().settings(); }
+
+    /// Writes a flow as it stands, which is a change for whoever follows them.
+    void touchFlow(int id);
 
     /// A user who is no administrator and has as much work as others.
     int ordinaryUser();
@@ -40,6 +49,7 @@ private:
     int m_flows;
     double m_seconds = 0;
     std::unique_ptr<Services::RecordContext> m_context;
+    std::unique_ptr<Services::ColumnIndex> m_index;
 };
 
 } // namespace KODMS::Bench

@@ -270,6 +270,12 @@ std::vector<SearchCase> searchCases(BenchDatabase &database, int terms)
                                [](const QString &t) { return List{test("KoJobName", t, true)}; });
     late.pageStart = 30 * qMin(9999, database.flows() / 100);
     cases.push_back(late);
+    SearchCase after = makeCase(
+        QStringLiteral("job name, 3 characters, after a change of a flow"),
+        parts(database.someTexts(QStringLiteral("jobs"), QStringLiteral("name"), terms), 3, 2),
+        [](const QString &t) { return List{test("KoJobName", t, true)}; });
+    after.isAfterChange = true;
+    cases.push_back(after);
     return cases;
 }
 

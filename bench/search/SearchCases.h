@@ -23,6 +23,7 @@ struct SearchCase {
     Services::Actor actor;
     std::vector<List> lists; ///< one for each term; without page window
     int pageStart = 0;
+    bool isAfterChange = false; ///< a flow is changed before each question
 };
 
 /// The cases of the desks: what their filters send.

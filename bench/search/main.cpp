@@ -1,9 +1,11 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
 #include "bench/search/BenchDatabase.h"
+#include "bench/search/FirstPage.h"
 #include "bench/search/PlainView.h"
 #include "bench/search/SearchCases.h"
 #include "bench/search/Stopwatch.h"
+#include "bench/search/WriteCost.h"
 #include "foundation/bll/Odbpp_Flow_ViewBll.h"
 #include "foundation/bll/Odbpp_OrigFile_ViewBll.h"
 
@@ -74,6 +76,8 @@ Line measure(BenchDatabase &database, const SearchCase &searchCase, int rounds, 
     askOurs(searchCase, searchCase.lists.front()); // the pages that both need are in memory
     for (int i = 0; i < rounds; ++i) {
         const List &list = searchCase.lists[static_cast<std::size_t>(i) % searchCase.lists.size()];
+        if (searchCase.isAfterChange)
+            database.touchFlow(1 + i * (database.flows() / rounds));
         line.ours.measure([&] { answers.push_back(askOurs(searchCase, list)); });
         line.found += answers.back().second / static_cast<double>(rounds);
     }
@@ -125,8 +129,40 @@ void printJson(BenchDatabase &database, const std::vector<Line> &lines)
         {QStringLiteral("flows"), database.flows()},
         {QStringLiteral("generationSeconds"), database.generationSeconds()},
         {QStringLiteral("databaseBytes"), static_cast<double>(database.fileSize())},
+        {QStringLiteral("indexBytes"), static_cast<double>(database.index().status().bytes)},
+        {QStringLiteral("indexMs"), database.index().status().loadMilliseconds},
         {QStringLiteral("cases"), cases}};
     std::printf("%s\n", QJsonDocument(all).toJson().constData());
+}
+
+void useIndex(BenchDatabase &database)
+{
+    database.index().load();
+    if (database.index().status().state != Services::IndexStatus::State::Ready)
+        std::exit(EXIT_FAILURE);
+    database.context().setViewIndex(&database.index());
+}
+
+/// What the index costs beside the searches.
+void printCosts(BenchDatabase &database)
+{
+    constexpr int rounds = 20;
+    const Services::IndexStatus status = database.index().status();
+    WriteCost write(database.context().database());
+    write.measure(rounds);
+    FirstPage start(database.settings());
+    start.measure(rounds);
+    std::printf("\n| what | measured |\n|---|---|\n"
+                "| index | %.1f MB, %.1f bytes a flow |\n"
+                "| reading it in the background | %.0f ms |\n"
+                "| first page of both desks from a closed database, while it is read, median / p99 "
+                "| %.1f / %.1f ms |\n"
+                "| a new flow with the log of changes, CPU | %.3f ms |\n"
+                "| the same / without the log | %.2f |\n",
+                static_cast<double>(status.bytes) / 1e6,
+                static_cast<double>(status.bytes) / std::max(1, status.flows),
+                status.loadMilliseconds, start.watch().wallMedian(), start.watch().wall99(),
+                write.milliseconds(), write.ratio());
 }
 
 int runBench(const QCommandLineParser &options)
@@ -137,6 +173,9 @@ int runBench(const QCommandLineParser &options)
     const int plainTerms = std::max(1, options.value(QStringLiteral("plain-terms")).toInt());
     const QString wanted = options.value(QStringLiteral("case"));
     std::vector<Line> lines;
+    const bool hasIndex = !options.isSet(QStringLiteral("statements"));
+    if (hasIndex)
+        useIndex(database);
     for (const SearchCase &searchCase : searchCases(database, terms)) {
         if (!searchCase.name.contains(wanted))
             continue;
@@ -152,6 +191,8 @@ int runBench(const QCommandLineParser &options)
         database.flows(), static_cast<double>(database.fileSize()) / 1e6,
         database.generationSeconds(), terms, plainTerms);
     printTable(lines);
+    if (hasIndex)
+        printCosts(database);
     return EXIT_SUCCESS;
 }
 
@@ -174,6 +215,7 @@ int main(int argc, char **argv)
           QStringLiteral("PATH")},
          {QStringLiteral("case"), QStringLiteral("Only cases whose name contains this."),
           QStringLiteral("TEXT")},
+         {QStringLiteral("statements"), QStringLiteral("Without the index.")},
          {QStringLiteral("json"), QStringLiteral("Print figures as JSON.")}});
     options.process(app);
     try {

@@ -50,6 +50,9 @@ public:
 
     const DatabaseSettings &settings() const { return m_settings; }
 
+    /// True inside a transaction whose changes nobody else sees yet.
+    bool isWriting() const { return m_transactionDepth > 0 && m_isWriting; }
+
     /// What people call this database: the file, or server and name.
     QString displayText() const;
 

@@ -12,6 +12,7 @@ namespace KODMS::Services {
 class SearchListener;
 class ShownRecords;
 class StoredFiles;
+class ViewIndex;
 
 /// What every record service works with: the database, who acts, the file store
 /// behind the records, and the memory of what was shown. One is current at a
@@ -48,6 +49,11 @@ public:
 
     void setSearchListener(SearchListener *listener) { m_searchListener = listener; }
 
+    /// Null when the statements answer every search. Not owned.
+    ViewIndex *viewIndex() const { return m_viewIndex; }
+
+    void setViewIndex(ViewIndex *index) { m_viewIndex = index; }
+
     /// Null when no database is open.
     static RecordContext *current();
     static void setCurrent(RecordContext *context);
@@ -58,6 +64,7 @@ private:
     StoredFiles *m_storedFiles = nullptr;
     ShownRecords *m_shownRecords = nullptr;
     SearchListener *m_searchListener = nullptr;
+    ViewIndex *m_viewIndex = nullptr;
 };
 
 } // namespace KODMS::Services

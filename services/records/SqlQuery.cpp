@@ -78,18 +78,23 @@ bool SqlQuery::next()
     return false;
 }
 
-QVariant SqlQuery::value(const char *column) const
+int SqlQuery::placeOf(const char *column) const
 {
     const QByteArray key = QByteArray::fromRawData(column, static_cast<int>(qstrlen(column)));
     const auto known = m_columns.constFind(key);
     if (known != m_columns.constEnd())
-        return m_query.value(*known);
-    const int index = m_query.record().indexOf(QLatin1String(column));
-    if (index < 0)
+        return *known;
+    const int place = m_query.record().indexOf(QLatin1String(column));
+    if (place < 0)
         throw SqlError(SqlError::Kind::Other, m_query.lastQuery(),
                        QStringLiteral("the result has no column ") + QLatin1String(column));
-    m_columns.insert(QByteArray(column), index);
-    return m_query.value(index);
+    m_columns.insert(QByteArray(column), place);
+    return place;
+}
+
+QVariant SqlQuery::value(const char *column) const
+{
+    return valueAt(placeOf(column));
 }
 
 QString SqlQuery::text(const char *column) const

@@ -43,6 +43,11 @@ public:
     qint64 int64(const char *column) const;
     bool isNull(const char *column) const;
 
+    // For long results: the place of a column, and the value there.
+    int placeOf(const char *column) const;
+
+    QVariant valueAt(int place) const { return m_query.value(place); }
+
     /// Key of the row that the last insert made.
     qint64 lastInsertId() const;
 

@@ -6,6 +6,7 @@
 #include "services/filestore/FileStore.h"
 #include "services/records/RecordContext.h"
 #include "services/records/bll/SessionMemory.h"
+#include "services/search/ColumnIndex.h"
 #include "services/session/StoreBehindRecords.h"
 
 #include <functional>
@@ -40,6 +41,8 @@ public:
 
     SessionMemory &memory() { return m_memory; }
 
+    ColumnIndex &searchIndex() { return m_searchIndex; }
+
     int schemaVersion() const { return m_schemaVersion; }
 
     /// Somebody else acts from now on; what was shown before counts no more.
@@ -60,6 +63,7 @@ private:
     StoreBehindRecords m_storedFiles;
     SessionMemory m_memory;
     RecordContext m_records;
+    ColumnIndex m_searchIndex;
     int m_schemaVersion;
 };
 

@@ -232,6 +232,10 @@ void TestAdminInit::statusSaysWhatThereIs()
     QVERIFY(run.json()[QStringLiteral("schemaVersion")].toInt() >= 1);
     QVERIFY(!run.json()[QStringLiteral("database")].toString().isEmpty());
     QVERIFY(!run.json()[QStringLiteral("fileStore")].toString().isEmpty());
+    const QJsonObject index = run.json()[QStringLiteral("searchIndex")].toObject();
+    QCOMPARE(index[QStringLiteral("ready")], QJsonValue(true));
+    QCOMPARE(index[QStringLiteral("flows")], QJsonValue(0));
+    QVERIFY(index[QStringLiteral("bytes")].toDouble() > 0);
 }
 
 void TestAdminInit::statusRefusesADamagedDatabase()

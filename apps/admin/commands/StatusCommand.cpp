@@ -2,16 +2,32 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "apps/admin/commands/StatusCommand.h"
 
+#include "services/api/SearchIndex.h"
 #include "services/api/ServiceRuntime.h"
 
 #include <QJsonArray>
+#include <QJsonObject>
 
 namespace KODMS::Admin {
+
+namespace {
+
+QJsonObject asJson(const Services::SearchIndexState &index)
+{
+    return {{QStringLiteral("ready"), index.isReady},
+            {QStringLiteral("flows"), index.flows},
+            {QStringLiteral("originalFiles"), index.origFiles},
+            {QStringLiteral("bytes"), static_cast<double>(index.bytes)},
+            {QStringLiteral("milliseconds"), index.milliseconds}};
+}
+
+} // namespace
 
 Report StatusCommand::work(const Invocation &)
 {
     const auto &services = Services::ServiceRuntime::instance();
     const QStringList notices = services.configurationNotices();
+    const Services::SearchIndexState index = Services::SearchIndex::load();
     QStringList lines{
         QStringLiteral("configuration  ") + services.configPath(),
         QStringLiteral("database       ") + services.databaseText(),
@@ -19,6 +35,7 @@ Report StatusCommand::work(const Invocation &)
         QStringLiteral("file store     ") + services.fileStoreText(),
         QStringLiteral("kind           ") +
             (services.isSample() ? QStringLiteral("sample") : QStringLiteral("real use")),
+        QStringLiteral("search index   ") + index.text,
     };
     for (const QString &notice : notices)
         lines << QStringLiteral("notice         ") + notice;
@@ -28,6 +45,7 @@ Report StatusCommand::work(const Invocation &)
                             {QStringLiteral("schemaVersion"), services.schemaVersion()},
                             {QStringLiteral("fileStore"), services.fileStoreText()},
                             {QStringLiteral("sample"), services.isSample()},
+                            {QStringLiteral("searchIndex"), asJson(index)},
                             {QStringLiteral("notices"), QJsonArray::fromStringList(notices)}});
 }
 

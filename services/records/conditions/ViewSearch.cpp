@@ -4,6 +4,7 @@
 
 #include "services/records/Database.h"
 #include "services/records/RecordContext.h"
+#include "services/records/ViewIndex.h"
 #include "services/records/conditions/ConditionReader.h"
 #include "services/records/conditions/UserScope.h"
 
@@ -65,7 +66,22 @@ bool ViewSearch::run(const List &conditions, const List &countConditions)
     m_totalCount = 0;
     if (!readLists(conditions, countConditions))
         return false;
+    if (askIndex())
+        return true;
     return m_request.where == m_countWhere ? searchTogether() : searchApart();
+}
+
+bool ViewSearch::askIndex()
+{
+    ViewIndex *index = m_context.viewIndex();
+    if (index == nullptr)
+        return false;
+    const auto answer = index->find(m_database, m_view, m_request, m_countWhere);
+    if (!answer)
+        return false;
+    m_ids = answer->ids;
+    m_totalCount = answer->totalCount;
+    return true;
 }
 
 /// Both lists ask for the same rows, as the desks' lists do: a page that is not full

@@ -16,7 +16,8 @@ class Database;
 class RecordContext;
 
 /// One search of a view: understands both lists, adds what the acting user may
-/// see, and finds ids and count.
+/// see, and finds ids and count: from the index when there is one that knows the
+/// answer, else by statements.
 class ViewSearch {
 public:
     using List = std::vector<DataLib::Model::DB_Search>;
@@ -35,6 +36,7 @@ public:
 
 private:
     bool readLists(const List &conditions, const List &countConditions);
+    bool askIndex();
     bool searchTogether();
     bool searchApart();
     bool findPage(const CandidateSql::Walk &start);

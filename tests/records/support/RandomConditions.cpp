@@ -31,7 +31,7 @@ std::string RandomConditions::value(const QString &field)
 SearchOracle::Record RandomConditions::record()
 {
     SearchOracle::Record record;
-    const QString field = m_oracle.fields().at(m_random.bounded(m_oracle.fields().size()));
+    const QString field = m_fields.at(m_random.bounded(m_fields.size()));
     record.fieldName = field.toStdString();
     record.value = value(field);
     record.fuzzy = m_random.bounded(3) > 0 ? 1 : 0;
@@ -77,8 +77,7 @@ void RandomConditions::addOrder(SearchOracle::List &list)
         order.openBracket = order.closeBracket = 0; // applied, so it has to balance
     order.sortEnabled = 1;
     order.sortDirection = m_random.bounded(2);
-    order.sortField =
-        m_oracle.fields().at(m_random.bounded(m_oracle.fields().size())).toStdString();
+    order.sortField = m_orders.at(m_random.bounded(m_orders.size())).toStdString();
     list.push_back(order);
 }
 

@@ -14,7 +14,17 @@ namespace KODMS::Tests {
 /// differing sort records, page windows. Same seed, same lists.
 class RandomConditions {
 public:
-    RandomConditions(const SearchOracle &oracle, quint32 seed) : m_oracle(oracle), m_random(seed) {}
+    RandomConditions(const SearchOracle &oracle, quint32 seed)
+        : RandomConditions(oracle, seed, oracle.fields(), oracle.fields())
+    {
+    }
+
+    /// Lists that name only these fields, ordered by one of `orders`.
+    RandomConditions(const SearchOracle &oracle, quint32 seed, const QStringList &fields,
+                     const QStringList &orders)
+        : m_oracle(oracle), m_random(seed), m_fields(fields), m_orders(orders)
+    {
+    }
 
     SearchOracle::List list();
     Services::Actor actor();
@@ -28,6 +38,8 @@ private:
 
     const SearchOracle &m_oracle;
     QRandomGenerator m_random;
+    QStringList m_fields;
+    QStringList m_orders;
 };
 
 } // namespace KODMS::Tests

@@ -70,11 +70,15 @@ void RandomRecords::fill(Database &database, int flows)
     Services::Transaction transaction(database);
     fillUsers(database);
     fillCustomers(database);
-    for (int id = 1; id <= flows; ++id) {
-        fillFlow(database, id);
-        fillAssignments(database, id);
-    }
+    for (int id = 1; id <= flows; ++id)
+        addFlow(database, id);
     transaction.commit();
+}
+
+void RandomRecords::addFlow(Database &database, int id)
+{
+    fillFlow(database, id);
+    fillAssignments(database, id);
 }
 
 void RandomRecords::fillUsers(Database &database)

@@ -18,6 +18,9 @@ public:
 
     void fill(Services::Database &database, int flows);
 
+    /// One more flow with all that belongs to it; `id` is a new one.
+    void addFlow(Services::Database &database, int id);
+
     static constexpr int users = 12;
     static constexpr int customers = 15;
 

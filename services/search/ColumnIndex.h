@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "services/records/ViewIndex.h"
+#include "services/search/IndexLoader.h"
+#include "services/search/IndexStatus.h"
+
+#include <chrono>
+
+namespace KODMS::Services {
+
+/// The searched fields of both views in memory. Read in the background from the first
+/// search on; from then on brought up to date before each answer. In the thread of the
+/// records.
+class ColumnIndex final : public ViewIndex {
+public:
+    struct Options {
+        int smallestTable = 2000; ///< with fewer flows the statements are as fast
+        int segmentRows = RowBits::mostRows;
+    };
+
+    explicit ColumnIndex(const DatabaseSettings &settings) : ColumnIndex(settings, Options()) {}
+
+    ColumnIndex(const DatabaseSettings &settings, const Options &options);
+
+    std::optional<Answer> find(Database &database, const SearchView &view,
+                               const SearchRequest &request, const Condition &countWhere) override;
+
+    IndexStatus status() const;
+
+    /// Reads everything now, unless it is there, and waits for it.
+    void load();
+
+private:
+    bool isFresh(Database &database);
+    void fail(const QString &why);
+    void takeLoaded();
+    void startLoading();
+    bool isWorthIt(Database &database) const;
+    bool follow(Database &database);
+    std::optional<Answer> search(const SearchView &view, const SearchRequest &request,
+                                 const Condition &countWhere);
+
+    Options m_options;
+    IndexLoader m_loader;
+    std::unique_ptr<IndexData> m_data; ///< null: not there
+    double m_loadMilliseconds = 0;
+    bool m_hasFailed = false;
+    std::chrono::steady_clock::time_point m_failedAt;
+};
+
+} // namespace KODMS::Services

@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "services/search/IndexLoader.h"
+
+#include "services/records/Database.h"
+#include "services/search/IndexBuilder.h"
+
+#include <chrono>
+#include <utility>
+
+namespace KODMS::Services {
+
+IndexLoader::IndexLoader(const DatabaseSettings &settings, int segmentRows)
+    : m_settings(settings), m_segmentRows(segmentRows)
+{
+    m_settings.statementTimeoutMs = 0; // the whole table takes its time, and can be stopped
+}
+
+IndexLoader::~IndexLoader()
+{
+    m_stop = true;
+    if (m_thread.joinable())
+        m_thread.join();
+}
+
+void IndexLoader::start()
+{
+    m_thread = std::thread([this] { run(); });
+}
+
+void IndexLoader::run()
+{
+    Loaded loaded = load();
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_loaded = std::move(loaded);
+    m_finished.notify_all();
+}
+
+IndexLoader::Loaded IndexLoader::load() const
+{
+    Loaded loaded;
+    const auto started = std::chrono::steady_clock::now();
+    try {
+        Database database(m_settings);
+        loaded.data = IndexBuilder(database, m_stop).build(m_segmentRows);
+    } catch (const SqlError &error) {
+        loaded.problem = error.logText();
+    } catch (const std::exception &error) {
+        loaded.problem = QString::fromUtf8(error.what());
+    }
+    const std::chrono::duration<double, std::milli> took =
+        std::chrono::steady_clock::now() - started;
+    loaded.milliseconds = took.count();
+    return loaded;
+}
+
+std::optional<IndexLoader::Loaded> IndexLoader::take()
+{
+    std::optional<Loaded> loaded;
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        loaded.swap(m_loaded);
+    }
+    if (loaded)
+        m_thread.join();
+    return loaded;
+}
+
+void IndexLoader::wait()
+{
+    if (!m_thread.joinable())
+        return;
+    std::unique_lock<std::mutex> lock(m_mutex);
+    m_finished.wait(lock, [this] { return m_loaded.has_value(); });
+}
+
+} // namespace KODMS::Services

@@ -1,0 +1,101 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "services/search/SegmentFilter.h"
+
+#include <algorithm>
+
+namespace KODMS::Services {
+
+SegmentFilter::SegmentFilter(const IndexCondition &condition) : m_root(prepare(condition)) {}
+
+SegmentFilter::Node SegmentFilter::prepare(const IndexCondition &condition)
+{
+    Node node{&condition, {}, {}};
+    for (const IndexCondition &child : condition.children)
+        node.children.push_back(prepare(child));
+    std::stable_sort(node.children.begin(), node.children.end(), [](const Node &a, const Node &b) {
+        return a.condition->cost() < b.condition->cost();
+    });
+    return node;
+}
+
+RowBits SegmentFilter::rows(const IndexSegment &segment) const
+{
+    RowBits rows = RowBits::first(segment.size());
+    keep(m_root, segment, rows);
+    return rows;
+}
+
+void SegmentFilter::keep(const Node &node, const IndexSegment &segment, RowBits &rows)
+{
+    const IndexCondition &condition = *node.condition;
+    switch (condition.kind) {
+    case IndexCondition::Kind::Everything:
+        return;
+    case IndexCondition::Kind::Nothing:
+        rows = {};
+        return;
+    case IndexCondition::Kind::All:
+        for (const Node &child : node.children) {
+            if (rows.isEmpty())
+                return;
+            keep(child, segment, rows);
+        }
+        return;
+    case IndexCondition::Kind::Any:
+        return keepAny(node, segment, rows);
+    case IndexCondition::Kind::Id:
+        return segment.ids().keepEqual(condition.number, rows);
+    case IndexCondition::Kind::IdText:
+        return keepDigits(node, segment.ids(), rows);
+    case IndexCondition::Kind::Number:
+        return segment.numbers(condition.column).keepEqual(condition.number, rows);
+    case IndexCondition::Kind::NumberText:
+        return keepDigits(node, segment.numbers(condition.column), rows);
+    case IndexCondition::Kind::Members:
+        return segment.numbers(condition.column).keepMembers(condition.members, rows);
+    case IndexCondition::Kind::Text:
+        return segment.texts(condition.column).keepMatching(*condition.test, rows);
+    }
+}
+
+/// Each alternative is asked for the rows that no former one has found.
+void SegmentFilter::keepAny(const Node &node, const IndexSegment &segment, RowBits &rows)
+{
+    RowBits found;
+    for (const Node &child : node.children) {
+        RowBits part = rows;
+        part.remove(found);
+        if (part.isEmpty())
+            break;
+        keep(child, segment, part);
+        found.add(part);
+    }
+    rows = found;
+}
+
+/// Small numbers are few and come again in every segment.
+void SegmentFilter::keepDigits(const Node &node, const PackedColumn &column, RowBits &rows)
+{
+    constexpr PackedColumn::Number mostKnown = 1 << 16;
+    if (column.smallest() >= 0 && column.largest() < mostKnown) {
+        const auto needed = static_cast<std::size_t>(column.largest()) + 1;
+        for (std::size_t number = node.known.size(); number < needed; ++number)
+            node.known.push_back(meets(node, static_cast<PackedColumn::Number>(number)) ? 1 : 0);
+        column.keepMembers(node.known, rows);
+        return;
+    }
+    RowBits kept;
+    rows.forEach([&](int row) {
+        if (meets(node, column.at(row)))
+            kept.add(row);
+    });
+    rows = kept;
+}
+
+bool SegmentFilter::meets(const Node &node, PackedColumn::Number number)
+{
+    return number != PackedColumn::none && node.condition->test->matches(std::to_string(number));
+}
+
+} // namespace KODMS::Services

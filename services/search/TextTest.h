@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "services/search/BytePair.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace KODMS::Services {
+
+/// What a condition asks of a text, UTF-8. As the statements do, it folds Latin
+/// letters and nothing else, and reads a number only from 1 to 18 digits.
+class TextTest {
+public:
+    enum class Kind { Contains, Equal, Number };
+
+    /// `part` is not empty.
+    static TextTest contains(std::string_view part);
+    static TextTest equal(std::string_view text);
+    static TextTest number(std::int64_t number);
+
+    Kind kind() const { return m_kind; }
+
+    bool matches(std::string_view text) const;
+
+    // For Contains: what a scan looks for, and whether the part stands at a place
+    // that has room for it.
+    const BytePair &pair() const { return m_pair; }
+
+    std::size_t length() const { return m_text.size(); }
+
+    bool isAt(const char *place) const;
+
+private:
+    TextTest() = default;
+    bool isIn(std::string_view text) const;
+
+    Kind m_kind = Kind::Equal;
+    std::string m_text; ///< folded for Contains
+    std::int64_t m_number = 0;
+    BytePair m_pair;
+};
+
+} // namespace KODMS::Services
