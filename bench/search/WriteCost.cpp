@@ -10,6 +10,18 @@ namespace KODMS::Bench {
 
 using namespace Services;
 
+namespace {
+
+constexpr int customer = 1;
+constexpr int user = 1;
+
+QString time()
+{
+    return QStringLiteral("2026-11-21T12:00:00.000Z");
+}
+
+} // namespace
+
 void WriteCost::measure(int rounds)
 {
     for (int i = 0; i < rounds; ++i) {
@@ -53,34 +65,61 @@ void WriteCost::dropLogTriggers()
         m_database.run(QStringLiteral("DROP TRIGGER ") + name);
 }
 
-void WriteCost::insert(const QString &sql, const QVector<QVariant> &values)
-{
-    SqlQuery query = m_database.prepare(sql);
-    for (int i = 0; i < values.size(); ++i)
-        query.bind(i, values.at(i));
-    query.exec();
-}
-
 void WriteCost::insertFlow(int number)
 {
-    constexpr int firstId = 1900000000;
-    const int id = firstId + number;
-    const QString name = QStringLiteral("zzz%1").arg(id);
-    const QString time = QStringLiteral("2026-11-21T12:00:00.000Z");
-    insert(QStringLiteral("INSERT INTO jobs (id, name, customer_id, serial_number, create_time) "
-                          "VALUES (?, ?, 1, ?, ?)"),
-           {id, name, id, time});
-    insert(QStringLiteral("INSERT INTO orig_files (id, guid, stored_name, create_time) "
-                          "VALUES (?, ?, ?, ?)"),
-           {id, name, name, time});
-    insert(QStringLiteral("INSERT INTO job_flows (id, guid, job_name, orig_file_id, create_time) "
-                          "VALUES (?, ?, ?, ?, ?)"),
-           {id, name, name, id, time});
-    insert(QStringLiteral("INSERT INTO job_compress (id, flow_id, customer_id, serial_number, "
-                          "orig_name, orig_file_id, flow_create_time, create_time, update_time) "
-                          "VALUES (?, ?, 1, ?, ?, ?, ?, ?, ?)"),
-           {id, id, id, name, id, time, time, time});
-    insert(QStringLiteral("INSERT INTO orders (flow_id, create_time) VALUES (?, ?)"), {id, time});
+    constexpr int firstSerial = 700000;
+    const int serial = firstSerial + number;
+    const QString name = QStringLiteral("zzz%1").arg(serial);
+    m_database.query("next_customer_serial").bind(":id", customer).exec().next();
+    const int file = insertFile(name);
+    const int flow = insertJobAndFlow(name, serial, file);
+    insertRow(name, serial, file, flow);
+    insertRest(name, flow);
+}
+
+int WriteCost::insertFile(const QString &name)
+{
+    SqlQuery query = m_database.query("insert_orig_file");
+    query.bind(":guid", name).bind(":base", name).bind(":name", name);
+    query.bind(":type", QStringLiteral("tgz")).bind(":customer", QStringLiteral("zzz"));
+    query.bind(":kind", 0).bind(":state", 0).bind(":user", user).bind(":time", time()).exec();
+    query.next();
+    return query.number("id");
+}
+
+int WriteCost::insertJobAndFlow(const QString &name, int serial, int file)
+{
+    SqlQuery job = m_database.query("insert_job");
+    job.bind(":name", name).bind(":customer", customer).bind(":serial", serial);
+    job.bind(":user", user).bind(":time", time()).exec();
+    SqlQuery flow = m_database.query("insert_flow");
+    flow.bind(":guid", name).bind(":job", name).bind(":status", 0).bind(":flag", 0);
+    flow.bind(":file", file).bindId(":import_file", 0).bindId(":import_user", 0);
+    flow.bind(":import_time", QVariant()).bind(":user", user).bind(":time", time()).exec();
+    flow.next();
+    return flow.number("id");
+}
+
+void WriteCost::insertRow(const QString &name, int serial, int file, int flow)
+{
+    SqlQuery row = m_database.query("insert_compress");
+    row.bind(":flow", flow).bind(":customer", customer).bind(":serial", serial);
+    row.bind(":name", name).bind(":description", QString::fromLatin1(""));
+    row.bind(":tips", QString::fromLatin1("")).bind(":file", file).bind(":user", user);
+    for (const char *which : {":flow_time", ":create_time", ":update_time"})
+        row.bind(which, time());
+    row.exec();
+}
+
+void WriteCost::insertRest(const QString &name, int flow)
+{
+    SqlQuery order = m_database.query("insert_order");
+    order.bind(":flow", flow).bind(":payment", 0).bind(":suffix", QStringLiteral("tgz"));
+    order.bind(":pay_time", QVariant()).bind(":time", time()).exec();
+    SqlQuery event = m_database.query("insert_event");
+    event.bind(":time", time()).bind(":user", user).bind(":action", QStringLiteral("intake.take"));
+    event.bind(":kind", QStringLiteral("flow")).bind(":record", flow).bind(":name", name);
+    event.bind(":before", QString::fromLatin1("")).bind(":after", name).bind(":refused", 0).exec();
 }
 
 } // namespace KODMS::Bench

@@ -7,8 +7,9 @@
 
 namespace KODMS::Bench {
 
-/// What a new flow costs with the log of changes and without it. Everything is undone:
-/// the disk's own time, which would hide the difference, is left out.
+/// What a new flow costs with the log of changes and without it, by the statements of an
+/// intake. Everything is undone: the disk's own time, which would hide the difference, is
+/// left out.
 class WriteCost {
 public:
     explicit WriteCost(Services::Database &database) : m_database(database) {}
@@ -26,7 +27,10 @@ private:
     void round(Stopwatch &watch, bool isLogged);
     void dropLogTriggers();
     void insertFlow(int number);
-    void insert(const QString &sql, const QVector<QVariant> &values);
+    int insertFile(const QString &name);
+    int insertJobAndFlow(const QString &name, int serial, int file);
+    void insertRow(const QString &name, int serial, int file, int flow);
+    void insertRest(const QString &name, int flow);
 
     Services::Database &m_database;
     Stopwatch m_logged;
