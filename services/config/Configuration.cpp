@@ -41,10 +41,15 @@ Outcome missingFor(const Configuration &configuration, const char *section, cons
             .arg(configuration.filePath, latin1(section), latin1(key), latin1(chooser), chosen));
 }
 
+bool isEmbedded(const DatabaseSettings &database)
+{
+    return database.driver == QLatin1String("sqlite");
+}
+
 /// What one key alone cannot tell: the chosen driver and kind need their place.
 Outcome checkTogether(const Configuration &c)
 {
-    const bool embedded = c.database.driver == QLatin1String("sqlite");
+    const bool embedded = isEmbedded(c.database);
     if (embedded && c.database.path.isEmpty())
         return missingFor(c, "database", "path", "driver", c.database.driver);
     if (!embedded && c.database.host.isEmpty())
@@ -175,6 +180,8 @@ Result<Configuration> Configuration::load(const QString &iniPath)
     const Outcome together = checkTogether(configuration);
     if (!together)
         return together;
+    if (!isEmbedded(configuration.database))
+        configuration.database.path.clear(); // nobody takes the default for a file that is used
     noteOddities(configuration, ini.value);
     return configuration;
 }

@@ -12,7 +12,7 @@ namespace KODMS::Services {
 /// [database]: where the records are.
 struct DatabaseSettings {
     QString driver; ///< "sqlite" (embedded) or "postgres"
-    QString path;   ///< the embedded database's file
+    QString path;   ///< the embedded database's file; empty for any other
     QString host;
     int port = 5432;
     QString name;

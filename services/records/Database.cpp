@@ -2,14 +2,27 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/records/Database.h"
 
+#include "services/notices/NoticeHub.h"
 #include "services/records/Dialect.h"
 #include "services/records/Guid.h"
+#include "services/records/Transaction.h"
 
-#include <QDir>
+#include <QElapsedTimer>
 #include <QSqlDatabase>
 #include <QSqlError>
+#include <QThread>
 
 namespace KODMS::Services {
+
+namespace {
+
+/// So long a server may take to come up again; then the action fails.
+constexpr int longestReopening = 4000; // ms
+constexpr int pauseOfReopening = 100;
+
+constexpr int mostDiscarded = 20; // statements
+
+} // namespace
 
 Database::Database(const DatabaseSettings &settings, Open mode)
     : m_settings(settings), m_dialect(Dialect::create(settings)), m_catalog(m_dialect->sqlFolder()),
@@ -46,30 +59,100 @@ void Database::open(Open mode)
     m_dialect->opened(connection, m_settings);
 }
 
+/// Statements of the embedded engine go before their connection; those of a server would
+/// each say good-bye to it, and find nobody when it is gone.
 void Database::close()
 {
-    m_idle.clear();
+    if (!m_dialect->isServer())
+        m_idle.clear();
     {
         QSqlDatabase connection = QSqlDatabase::database(m_connectionName, false);
-        connection.close();
+        if (!m_dialect->isServer())
+            connection.close();
     }
     QSqlDatabase::removeDatabase(m_connectionName);
+    m_idle.clear();
+    m_discarded.clear();
 }
 
-QSqlQuery Database::prepared(const QString &sql, const QString &name)
+void Database::reopen()
+{
+    qCInfo(lcRecords).noquote() << "the connection to" << displayText() << "is made anew";
+    ++m_generation;
+    m_isBroken = false;
+    QElapsedTimer timer;
+    timer.start();
+    for (;;) {
+        close();
+        try {
+            open(Open::Existing);
+            return;
+        } catch (const SqlError &error) {
+            if (error.kind() != SqlError::Kind::Lost || timer.elapsed() > longestReopening)
+                throw;
+        }
+        QThread::msleep(pauseOfReopening);
+    }
+}
+
+bool Database::recovers(const SqlError &error)
+{
+    if (error.kind() != SqlError::Kind::Lost || !m_dialect->isServer() || m_transactionDepth > 0)
+        return false;
+    reopen();
+    return true;
+}
+
+SqlError Database::failure(const QSqlError &error, const QString &statement)
+{
+    m_isBroken = m_isBroken || (m_transactionDepth > 0 && m_dialect->errorEndsTransaction());
+    return {m_dialect->kindOf(error), statement, error.databaseText()};
+}
+
+void Database::transactionGoesOn()
+{
+    m_isBroken = false;
+    m_discarded.clear();
+}
+
+bool Database::needsTransaction(const QString &sql) const
+{
+    return m_dialect->isServer() && m_transactionDepth == 0 && isChange(sql);
+}
+
+bool Database::isChange(const QString &sql)
+{
+    const QStringRef text = QStringRef(&sql).trimmed();
+    for (const char *verb : {"INSERT ", "UPDATE ", "DELETE "}) {
+        if (text.startsWith(QLatin1String(verb), Qt::CaseInsensitive))
+            return true;
+    }
+    return false;
+}
+
+QSqlQuery Database::prepareOnce(const QString &sql, const QString &name)
 {
     const QSqlDatabase connection = QSqlDatabase::database(m_connectionName, false);
     if (!connection.isOpen())
         throw SqlError(SqlError::Kind::Lost, name.isEmpty() ? sql : name,
                        QStringLiteral("the connection is closed"));
     QSqlQuery query(connection);
-    query.setForwardOnly(true);
+    query.setForwardOnly(!m_dialect->isServer()); // else the next statement ends this result
     m_dialect->statementStarts();
-    if (!query.prepare(sql)) {
-        const QSqlError error = query.lastError();
-        throw SqlError(m_dialect->kindOf(error), name.isEmpty() ? sql : name, error.databaseText());
-    }
+    if (!query.prepare(sql))
+        throw failure(query.lastError(), name.isEmpty() ? sql : name);
     return query;
+}
+
+QSqlQuery Database::prepared(const QString &sql, const QString &name)
+{
+    try {
+        return prepareOnce(sql, name);
+    } catch (const SqlError &error) {
+        if (!recovers(error))
+            throw;
+    }
+    return prepareOnce(sql, name);
 }
 
 SqlQuery Database::query(const char *name)
@@ -81,9 +164,25 @@ SqlQuery Database::query(const char *name)
     return {*this, prepared(m_catalog.statement(key), key), key};
 }
 
+/// A server's result stays with its statement: a long one is not for keeping.
 void Database::keep(const QString &name, const QSqlQuery &query)
 {
-    m_idle[name].append(query);
+    constexpr int mostRows = 1000;
+    if (m_dialect->isServer() && query.size() > mostRows)
+        discard(query);
+    else
+        m_idle[name].append(query);
+}
+
+/// A statement takes leave of the server when it goes: not in a broken transaction, where
+/// no leave is taken, and when somebody is there to hear it.
+void Database::discard(const QSqlQuery &query)
+{
+    if (!m_dialect->isServer())
+        return;
+    m_discarded.append(query);
+    if (m_discarded.size() > mostDiscarded && !m_isBroken)
+        m_discarded.clear();
 }
 
 SqlQuery Database::prepare(const QString &sql)
@@ -91,16 +190,39 @@ SqlQuery Database::prepare(const QString &sql)
     return {*this, prepared(sql, {}), {}};
 }
 
+void Database::runOnce(const QString &sql)
+{
+    const QSqlDatabase connection = QSqlDatabase::database(m_connectionName, false);
+    if (!connection.isOpen())
+        throw SqlError(SqlError::Kind::Lost, sql, QStringLiteral("the connection is closed"));
+    QSqlQuery query(connection);
+    query.setForwardOnly(!m_dialect->isServer());
+    m_dialect->statementStarts();
+    if (!query.exec(sql))
+        throw failure(query.lastError(), sql);
+}
+
 void Database::run(const QString &sql)
 {
-    prepare(sql).exec();
+    if (needsTransaction(sql)) {
+        Transaction alone(*this);
+        runOnce(sql);
+        alone.commit();
+        return;
+    }
+    try {
+        runOnce(sql);
+        return;
+    } catch (const SqlError &error) {
+        if (!recovers(error))
+            throw;
+    }
+    runOnce(sql);
 }
 
 QString Database::displayText() const
 {
-    if (!m_settings.path.isEmpty())
-        return QDir::toNativeSeparators(m_settings.path);
-    return m_settings.host + QLatin1Char('/') + m_settings.name;
+    return m_dialect->placeText(m_settings);
 }
 
 } // namespace KODMS::Services

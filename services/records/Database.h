@@ -13,12 +13,19 @@
 
 #include <memory>
 
+class QSqlError;
+
 namespace KODMS::Services {
 
 class Dialect;
+class RecoveryPoint;
 
 /// One open connection to the records. Belongs to the thread that made it; its
 /// connection is closed and forgotten in the destructor.
+///
+/// The connection to a server may be lost at any time. What is then not inside a
+/// transaction makes it anew and goes on; what is inside one fails, and so the
+/// whole transaction. A change outside of transactions becomes one of its own.
 class Database {
 public:
     enum class Open {
@@ -56,14 +63,30 @@ public:
     /// What people call this database: the file, or server and name.
     QString displayText() const;
 
+    /// Counts up each time the connection was made anew.
+    int generation() const { return m_generation; }
+
 private:
+    friend class RecoveryPoint;
     friend class SqlQuery;
     friend class Transaction;
 
     QSqlQuery prepared(const QString &sql, const QString &name);
+    QSqlQuery prepareOnce(const QString &sql, const QString &name);
+    void runOnce(const QString &sql);
     void keep(const QString &name, const QSqlQuery &query);
+    void discard(const QSqlQuery &query);
     void open(Open mode);
     void close();
+    void reopen();
+
+    /// After an error: true when the connection was made anew, and the statement may
+    /// be run again. Throws SqlError when it cannot be made.
+    bool recovers(const SqlError &error);
+    SqlError failure(const QSqlError &error, const QString &statement);
+    bool needsTransaction(const QString &sql) const;
+    static bool isChange(const QString &sql);
+    void transactionGoesOn();
 
     DatabaseSettings m_settings;
     std::unique_ptr<Dialect> m_dialect;
@@ -73,6 +96,9 @@ private:
     int m_transactionDepth = 0;
     bool m_isWriting = false;
     bool m_isAbandoned = false; ///< a rollback failed, and no transaction began since
+    bool m_isBroken = false;    ///< the transaction can only be undone
+    int m_generation = 0;
+    QVector<QSqlQuery> m_discarded; ///< statements that are done with
 };
 
 } // namespace KODMS::Services

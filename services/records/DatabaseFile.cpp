@@ -70,6 +70,11 @@ Result<DatabaseContents> inspectDatabaseFile(const DatabaseSettings &settings, c
     }
 }
 
+QString databasePlace(const DatabaseSettings &settings)
+{
+    return Dialect::create(settings)->placeText(settings);
+}
+
 QString databaseEngine(const DatabaseSettings &settings)
 {
     return Dialect::create(settings)->sqlFolder();

@@ -21,6 +21,9 @@ struct DatabaseContents {
 /// schema that this program does not know.
 Result<DatabaseContents> inspectDatabaseFile(const DatabaseSettings &settings, const QString &path);
 
+/// What people call the database that `settings` choose; not opened for it.
+QString databasePlace(const DatabaseSettings &settings);
+
 /// Name of the database engine that `settings` choose; part of a backup.
 QString databaseEngine(const DatabaseSettings &settings);
 

@@ -48,6 +48,9 @@ DatabaseSnapshot::DatabaseSnapshot(QString path, FileLock lock)
 
 Result<std::unique_ptr<DatabaseSnapshot>> DatabaseSnapshot::take(const DatabaseSettings &settings)
 {
+    if (Dialect::create(settings)->isServer())
+        return Outcome::failure(QCoreApplication::translate(
+            "DatabaseSnapshot", "此种数据库须用数据库服务器自己的工具备份"));
     sweepRemains(settings);
     const QDir folder = QFileInfo(settings.path).absoluteDir();
     const QString path = folder.filePath(prefixOf(settings) + newGuid());
@@ -66,11 +69,7 @@ Outcome DatabaseSnapshot::fill(const DatabaseSettings &settings)
     own.statementTimeoutMs = 0;
     try {
         Database database(own);
-        const QString statement = database.dialect().snapshotInto(m_path);
-        if (statement.isEmpty())
-            return Outcome::failure(QCoreApplication::translate(
-                "DatabaseSnapshot", "此种数据库须用数据库服务器自己的工具备份"));
-        database.run(statement);
+        database.run(database.dialect().snapshotInto(m_path));
     } catch (const SqlError &error) {
         return Outcome::failure(error.userText(), error.logText());
     }

@@ -5,6 +5,7 @@
 #include "services/records/SqlError.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 
@@ -41,14 +42,24 @@ public:
 
     virtual SqlError::Kind kindOf(const QSqlError &error) const = 0;
 
-    /// Starts a transaction that will write, and waits for other writers.
-    virtual QString beginWrite() const = 0;
+    /// Start a transaction that will write, and wait for other writers.
+    virtual QStringList beginWrite() const = 0;
 
     /// Starts a transaction that only reads one state of the database.
     virtual QString beginRead() const = 0;
 
+    /// True when the database is another program's, reached over a network: the connection
+    /// can be lost and made anew, and foreign programs may write beside ours.
+    virtual bool isServer() const = 0;
+
+    /// True when nothing but an undo is possible in a transaction after an error.
+    virtual bool errorEndsTransaction() const = 0;
+
+    /// What people call the place: the file, or server and name. Never the password.
+    virtual QString placeText(const DatabaseSettings &settings) const = 0;
+
     /// Writes one moment of the whole database into a new file of the engine's own
-    /// form, while others write; empty when the engine cannot.
+    /// form, while others write; empty for a server.
     virtual QString snapshotInto(const QString &path) const = 0;
 
     /// Type of a key column that the engine counts up and never gives out twice.
@@ -66,7 +77,15 @@ public:
     /// The number that a text column holds in decimal digits, else null.
     virtual QString numberInText(const QString &column) const = 0;
 
-    /// The time-out of the statements that start from now on; 0 = none.
+    /// The place of a bound number that may be larger than its column could hold.
+    virtual QString boundNumber() const = 0;
+
+    /// What has to follow the direction of an order, so that nulls come before
+    /// everything else in ascending order and after it in descending order.
+    virtual QString nullsOrder(bool isDescending) const = 0;
+
+    /// The time-out of the statements that start from now on; 0 = none. Outside of
+    /// transactions. Throws SqlError.
     virtual void setStatementTimeout(int milliseconds) = 0;
 
     /// Called before each statement: its time-out counts from here.

@@ -146,8 +146,11 @@ QStringList SqlCatalog::split(const QString &script)
     lines << QString();
     QString present;
     bool ended = false;
+    bool isInBody = false; // of a function, between two "$$"
     for (const QString &line : qAsConst(lines)) {
-        if (line.trimmed().isEmpty() && ended) {
+        if (line.count(QLatin1String("$$")) % 2 == 1)
+            isInBody = !isInBody;
+        if (line.trimmed().isEmpty() && ended && !isInBody) {
             present = present.trimmed();
             present.chop(1);
             statements << present;

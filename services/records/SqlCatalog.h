@@ -47,7 +47,7 @@ public:
     int latestVersion() const;
 
     /// The statements of a script: each ends with ";" at the end of a line that
-    /// is followed by an empty line or by nothing.
+    /// is followed by an empty line or by nothing, outside of a function's body "$$ $$".
     static QStringList split(const QString &script);
 
 private:

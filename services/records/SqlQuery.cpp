@@ -4,31 +4,36 @@
 
 #include "services/records/Database.h"
 #include "services/records/Dialect.h"
+#include "services/records/Transaction.h"
 
 #include <QSqlError>
 #include <QSqlRecord>
 
+#include <algorithm>
 #include <utility>
 
 namespace KODMS::Services {
 
 SqlQuery::SqlQuery(Database &database, const QSqlQuery &query, const QString &name)
-    : m_database(&database), m_query(query), m_name(name)
+    : m_database(&database), m_query(query), m_name(name), m_generation(database.generation())
 {
 }
 
 SqlQuery::SqlQuery(SqlQuery &&other) noexcept
     : m_database(std::exchange(other.m_database, nullptr)), m_query(other.m_query),
-      m_name(other.m_name), m_columns(std::move(other.m_columns))
+      m_name(other.m_name), m_generation(other.m_generation), m_named(std::move(other.m_named)),
+      m_placed(std::move(other.m_placed)), m_columns(std::move(other.m_columns))
 {
 }
 
 SqlQuery::~SqlQuery()
 {
-    if (m_database == nullptr)
+    if (m_database == nullptr || isStale())
         return;
     m_query.finish();
-    if (!m_name.isEmpty())
+    if (m_name.isEmpty())
+        m_database->discard(m_query);
+    else
         m_database->keep(m_name, m_query);
 }
 
@@ -39,20 +44,45 @@ QVariant boundValue(const QVariant &value)
 {
     if (value.type() == QVariant::String && value.isNull())
         return QString(QLatin1String(""));
+    if (value.type() == QVariant::Bool) // a column that says yes or no holds a number
+        return value.toInt();
     return value;
 }
 
 } // namespace
 
+/// A server knows no text with NUL. Such a text equals none that is stored there, and
+/// null equals nothing; stored it cannot be.
+QVariant SqlQuery::suited(const QVariant &value) const
+{
+    if (value.type() != QVariant::String || !value.toString().contains(QChar(0)))
+        return value;
+    if (Database::isChange(m_query.lastQuery()))
+        throw SqlError(SqlError::Kind::Constraint, m_name,
+                       QStringLiteral("a text with NUL cannot be stored"));
+    return QVariant(QVariant::String);
+}
+
 SqlQuery &SqlQuery::bind(const char *name, const QVariant &value)
 {
-    m_query.bindValue(QLatin1String(name), boundValue(value));
+    QVariant bound = boundValue(value);
+    if (m_database->dialect().isServer()) {
+        bound = suited(bound);
+        m_named.insert(name, bound);
+    }
+    m_query.bindValue(QLatin1String(name), bound);
     return *this;
 }
 
 SqlQuery &SqlQuery::bind(int position, const QVariant &value)
 {
-    m_query.bindValue(position, boundValue(value));
+    QVariant bound = boundValue(value);
+    if (m_database->dialect().isServer()) {
+        bound = suited(bound);
+        m_placed.resize(std::max(m_placed.size(), position + 1));
+        m_placed[position] = bound;
+    }
+    m_query.bindValue(position, bound);
     return *this;
 }
 
@@ -61,16 +91,61 @@ SqlQuery &SqlQuery::bindId(const char *name, int id)
     return bind(name, id == 0 ? QVariant(QVariant::Int) : QVariant(id));
 }
 
-SqlQuery &SqlQuery::exec()
+bool SqlQuery::isStale() const
 {
+    return m_generation != m_database->generation();
+}
+
+const QSqlQuery &SqlQuery::current() const
+{
+    if (isStale())
+        throw SqlError(SqlError::Kind::Lost, m_name,
+                       QStringLiteral("the connection was lost before the result was read"));
+    return m_query;
+}
+
+void SqlQuery::prepareAgain()
+{
+    QSqlQuery anew = m_database->prepared(m_query.lastQuery(), m_name);
+    for (auto value = m_named.cbegin(); value != m_named.cend(); ++value)
+        anew.bindValue(QString::fromLatin1(value.key()), value.value());
+    for (int i = 0; i < m_placed.size(); ++i)
+        anew.bindValue(i, m_placed.at(i));
+    m_query = anew;
+    m_generation = m_database->generation();
+}
+
+void SqlQuery::execOnce()
+{
+    if (isStale())
+        prepareAgain();
     m_database->dialect().statementStarts();
     if (!m_query.exec())
         fail();
+}
+
+SqlQuery &SqlQuery::exec()
+{
+    if (m_database->needsTransaction(m_query.lastQuery())) {
+        Transaction alone(*m_database);
+        execOnce();
+        alone.commit();
+        return *this;
+    }
+    try {
+        execOnce();
+        return *this;
+    } catch (const SqlError &error) {
+        if (!m_database->recovers(error))
+            throw;
+    }
+    execOnce();
     return *this;
 }
 
 bool SqlQuery::next()
 {
+    current();
     if (m_query.next())
         return true;
     if (m_query.lastError().isValid())
@@ -84,7 +159,7 @@ int SqlQuery::placeOf(const char *column) const
     const auto known = m_columns.constFind(key);
     if (known != m_columns.constEnd())
         return *known;
-    const int place = m_query.record().indexOf(QLatin1String(column));
+    const int place = current().record().indexOf(QLatin1String(column));
     if (place < 0)
         throw SqlError(SqlError::Kind::Other, m_query.lastQuery(),
                        QStringLiteral("the result has no column ") + QLatin1String(column));
@@ -119,14 +194,12 @@ bool SqlQuery::isNull(const char *column) const
 
 qint64 SqlQuery::lastInsertId() const
 {
-    return m_query.lastInsertId().toLongLong();
+    return current().lastInsertId().toLongLong();
 }
 
 void SqlQuery::fail() const
 {
-    const QSqlError error = m_query.lastError();
-    throw SqlError(m_database->dialect().kindOf(error),
-                   m_name.isEmpty() ? m_query.lastQuery() : m_name, error.databaseText());
+    throw m_database->failure(m_query.lastError(), m_name.isEmpty() ? m_query.lastQuery() : m_name);
 }
 
 } // namespace KODMS::Services

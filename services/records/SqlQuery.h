@@ -6,6 +6,7 @@
 #include <QSqlQuery>
 #include <QString>
 #include <QVariant>
+#include <QVector>
 
 namespace KODMS::Services {
 
@@ -14,6 +15,9 @@ class Database;
 /// One prepared statement at work. Finished in its destructor, so that a result
 /// that was not read to its end never holds the database. Columns are read by
 /// name. Every failure throws SqlError. Must not outlive its Database.
+///
+/// When the connection was made anew meanwhile, a result that was not read is lost,
+/// and exec() prepares the statement again.
 class SqlQuery {
 public:
     ~SqlQuery();
@@ -46,12 +50,12 @@ public:
     // For long results: the place of a column, and the value there.
     int placeOf(const char *column) const;
 
-    QVariant valueAt(int place) const { return m_query.value(place); }
+    QVariant valueAt(int place) const { return current().value(place); }
 
     /// Key of the row that the last insert made.
     qint64 lastInsertId() const;
 
-    int rowsAffected() const { return m_query.numRowsAffected(); }
+    int rowsAffected() const { return current().numRowsAffected(); }
 
 private:
     friend class Database;
@@ -60,11 +64,19 @@ private:
     SqlQuery(Database &database, const QSqlQuery &query, const QString &name);
 
     QVariant value(const char *column) const;
+    QVariant suited(const QVariant &value) const;
+    const QSqlQuery &current() const;
+    bool isStale() const;
+    void prepareAgain();
+    void execOnce();
     [[noreturn]] void fail() const;
 
     Database *m_database;
     QSqlQuery m_query;
     QString m_name;
+    int m_generation;
+    QHash<QByteArray, QVariant> m_named; ///< bound values, for a server: to bind them again
+    QVector<QVariant> m_placed;
     mutable QHash<QByteArray, int> m_columns;
 };
 

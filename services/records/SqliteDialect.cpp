@@ -3,6 +3,7 @@
 #include "services/records/SqliteDialect.h"
 
 #include "services/config/Configuration.h"
+#include "services/records/LatinFold.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -15,8 +16,6 @@
 #include <QVariant>
 
 #include <sqlite3.h>
-
-#include <algorithm>
 
 namespace KODMS::Services {
 
@@ -35,26 +34,6 @@ bool hasRoom(const QString &databasePath)
     QTemporaryFile probe(QFileInfo(databasePath).absolutePath() +
                          QStringLiteral("/.kodms-room-XXXXXX"));
     return probe.open() && probe.write(QByteArray(needed, 'x')) == needed && probe.flush();
-}
-
-bool isLatinLetter(QChar c)
-{
-    return (c >= QLatin1Char('a') && c <= QLatin1Char('z')) ||
-           (c >= QLatin1Char('A') && c <= QLatin1Char('Z'));
-}
-
-bool hasLatinLetter(const QString &text)
-{
-    return std::any_of(text.begin(), text.end(), isLatinLetter);
-}
-
-QString foldedLatin(QString text)
-{
-    for (QChar &c : text) {
-        if (isLatinLetter(c))
-            c = c.toLower();
-    }
-    return text;
 }
 
 QString escapedPattern(const QString &text)
@@ -183,14 +162,19 @@ SqlError::Kind SqliteDialect::kindOf(const QSqlError &error) const
     }
 }
 
-QString SqliteDialect::beginWrite() const
+QStringList SqliteDialect::beginWrite() const
 {
-    return QStringLiteral("BEGIN IMMEDIATE"); // a deferred one fails at once instead of waiting
+    return {QStringLiteral("BEGIN IMMEDIATE")}; // a deferred one fails at once instead of waiting
 }
 
 QString SqliteDialect::beginRead() const
 {
     return QStringLiteral("BEGIN");
+}
+
+QString SqliteDialect::placeText(const DatabaseSettings &settings) const
+{
+    return QDir::toNativeSeparators(settings.path);
 }
 
 QString SqliteDialect::snapshotInto(const QString &path) const
@@ -232,6 +216,16 @@ QString SqliteDialect::numberInText(const QString &column) const
     return QStringLiteral("CASE WHEN %1 <> '' AND length(%1) <= 18 AND %1 NOT GLOB '*[^0-9]*' "
                           "THEN CAST(%1 AS INTEGER) END")
         .arg(column);
+}
+
+QString SqliteDialect::boundNumber() const
+{
+    return QStringLiteral("?");
+}
+
+QString SqliteDialect::nullsOrder(bool /*isDescending*/) const
+{
+    return {}; // as this engine orders of itself
 }
 
 void SqliteDialect::setStatementTimeout(int milliseconds)

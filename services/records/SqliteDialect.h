@@ -16,13 +16,21 @@ public:
                    bool create) const override;
     void opened(QSqlDatabase &connection, const DatabaseSettings &settings) override;
     SqlError::Kind kindOf(const QSqlError &error) const override;
-    QString beginWrite() const override;
+    QStringList beginWrite() const override;
     QString beginRead() const override;
+
+    bool isServer() const override { return false; }
+
+    bool errorEndsTransaction() const override { return false; }
+
+    QString placeText(const DatabaseSettings &settings) const override;
     QString snapshotInto(const QString &path) const override;
     QString identityColumn() const override;
     QString dropOf(const QString &createStatement) const override;
     QString containsText(const QString &column, const QString &text, QString *bound) const override;
     QString numberInText(const QString &column) const override;
+    QString boundNumber() const override;
+    QString nullsOrder(bool isDescending) const override;
     void setStatementTimeout(int milliseconds) override;
     void statementStarts() override;
 

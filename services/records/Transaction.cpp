@@ -27,16 +27,31 @@ Transaction::Transaction(Database &database, Purpose purpose)
         if (writes && !database.m_isWriting)
             throw SqlError(SqlError::Kind::Other, {},
                            QStringLiteral("a reading transaction cannot begin to write"));
-        database.run(QStringLiteral("SAVEPOINT ") + savepoint(m_depth));
+        database.runOnce(QStringLiteral("SAVEPOINT ") + savepoint(m_depth));
     } else {
-        if (database.m_isAbandoned)
-            rollBack();
-        database.run(writes ? database.dialect().beginWrite() : database.dialect().beginRead());
-        database.m_isAbandoned = false;
-        database.m_isWriting = writes;
+        begin(writes);
     }
     ++database.m_transactionDepth;
     m_isOpen = true;
+}
+
+void Transaction::begin(bool writes)
+{
+    const Dialect &dialect = m_database.dialect();
+    if (m_database.m_isAbandoned)
+        rollBack();
+    const QStringList statements = writes ? dialect.beginWrite() : QStringList(dialect.beginRead());
+    m_database.run(statements.first());
+    try {
+        for (int i = 1; i < statements.size(); ++i)
+            m_database.runOnce(statements.at(i));
+    } catch (const SqlError &) { // it has begun, and waited in vain
+        rollBack();
+        throw;
+    }
+    m_database.m_isAbandoned = false;
+    m_database.m_isWriting = writes;
+    m_database.transactionGoesOn();
 }
 
 Transaction::~Transaction()
@@ -47,8 +62,11 @@ Transaction::~Transaction()
 
 void Transaction::commit()
 {
-    m_database.run(m_depth > 0 ? QStringLiteral("RELEASE SAVEPOINT ") + savepoint(m_depth)
-                               : QStringLiteral("COMMIT"));
+    if (m_database.m_isBroken) // a server would undo it without a word
+        throw SqlError(SqlError::Kind::Other, QStringLiteral("COMMIT"),
+                       QStringLiteral("a statement of the transaction has failed"));
+    m_database.runOnce(m_depth > 0 ? QStringLiteral("RELEASE SAVEPOINT ") + savepoint(m_depth)
+                                   : QStringLiteral("COMMIT"));
     m_isOpen = false;
     m_database.m_transactionDepth = m_depth;
 }
@@ -59,11 +77,12 @@ void Transaction::rollBack()
     m_database.m_transactionDepth = m_depth;
     try {
         if (m_depth > 0) {
-            m_database.run(QStringLiteral("ROLLBACK TO SAVEPOINT ") + savepoint(m_depth));
-            m_database.run(QStringLiteral("RELEASE SAVEPOINT ") + savepoint(m_depth));
+            m_database.runOnce(QStringLiteral("ROLLBACK TO SAVEPOINT ") + savepoint(m_depth));
+            m_database.runOnce(QStringLiteral("RELEASE SAVEPOINT ") + savepoint(m_depth));
         } else {
-            m_database.run(QStringLiteral("ROLLBACK"));
+            m_database.runOnce(QStringLiteral("ROLLBACK"));
         }
+        m_database.transactionGoesOn();
     } catch (const std::exception &error) {
         // A full disk or a lost connection has already undone the whole change. Otherwise it
         // is still open, and the next transaction could not begin.

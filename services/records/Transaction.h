@@ -26,6 +26,7 @@ public:
     void commit();
 
 private:
+    void begin(bool writes);
     void rollBack();
 
     Database &m_database;

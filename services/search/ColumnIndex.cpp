@@ -4,6 +4,7 @@
 
 #include "services/notices/NoticeHub.h"
 #include "services/records/Database.h"
+#include "services/records/RecoveryPoint.h"
 #include "services/records/conditions/SearchRequest.h"
 #include "services/search/ChangeFollower.h"
 #include "services/search/IndexConditionReader.h"
@@ -59,6 +60,7 @@ std::optional<ViewIndex::Answer> ColumnIndex::find(Database &database, const Sea
     if (database.isWriting()) // what may yet be undone is not for the index
         return std::nullopt;
     takeLoaded();
+    const RecoveryPoint before(database);
     try {
         if (isFresh(database))
             return search(view, request, countWhere);

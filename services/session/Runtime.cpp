@@ -3,6 +3,7 @@
 #include "services/session/Runtime.h"
 
 #include "services/notices/NoticeHub.h"
+#include "services/records/DatabaseFile.h"
 #include "services/records/SchemaMigrator.h"
 #include "services/records/Transaction.h"
 #include "services/session/SessionSignals.h"
@@ -30,13 +31,6 @@ Outcome notInitialised(const Configuration &configuration)
                                 .arg(configuration.database.path));
 }
 
-/// Which database, for a person who has several.
-QString nameOf(const DatabaseSettings &settings)
-{
-    return settings.path.isEmpty() ? settings.host + QLatin1Char('/') + settings.name
-                                   : settings.path;
-}
-
 bool isMissing(const DatabaseSettings &settings)
 {
     return !settings.path.isEmpty() && !QFileInfo::exists(settings.path);
@@ -52,7 +46,7 @@ Result<std::unique_ptr<Database>> openDatabase(const Configuration &configuratio
         qCWarning(lcRecords).noquote() << "open database" << error.logText();
         return Outcome::failure(
             tr("无法打开数据库 %1：%2（%3）")
-                .arg(nameOf(configuration.database), error.userText(), error.driverText()));
+                .arg(databasePlace(configuration.database), error.userText(), error.driverText()));
     }
 }
 

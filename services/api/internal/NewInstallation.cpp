@@ -124,10 +124,10 @@ Outcome NewInstallation::makeRecords(const std::vector<UserRow> &users)
 {
     try {
         Database database(m_configuration.database, Database::Open::Create);
+        Transaction transaction(database); // tables and people at once, or neither
         const Outcome installed = SchemaMigrator(database).install();
         if (!installed)
             return installed;
-        Transaction transaction(database);
         insertUsers(database, users);
         transaction.commit();
     } catch (const SqlError &error) {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/records/conditions/CandidateSql.h"
 
+#include "services/records/Dialect.h"
 #include "services/records/conditions/ConditionSql.h"
 #include "services/records/conditions/FlowStates.h"
 
@@ -65,7 +66,8 @@ CandidateSql::Walk CandidateSql::testWalk(const Condition &test) const
     if (!hasWalk)
         return {};
     const QVariant value = isNumber ? QVariant(test.number) : QVariant(test.text);
-    return {QLatin1String(test.field->walk) + QStringLiteral(" = ?"), {value}, false};
+    const QString bound = isNumber ? m_dialect.boundNumber() : QStringLiteral("?");
+    return {QLatin1String(test.field->walk) + QStringLiteral(" = ") + bound, {value}, false};
 }
 
 CandidateSql::Walk CandidateSql::unionOf(const Condition &any) const

@@ -198,8 +198,9 @@ QString ConditionSql::writeTest(const Condition &test)
     const bool isNumberTest = test.match == Condition::Match::EqualNumber;
     if (isNumberTest && m_isAlternative && field->set != nullptr) {
         m_values << test.number;
-        return QStringLiteral("%1 IN (%2 = ?)")
-            .arg(QLatin1String(field->setColumn), QLatin1String(field->set));
+        return QStringLiteral("%1 IN (%2 = %3)")
+            .arg(QLatin1String(field->setColumn), QLatin1String(field->set),
+                 m_dialect.boundNumber());
     }
     const QString column = QLatin1String(m_isInDimension ? field->dimensionColumn : field->column);
     if (!m_isInDimension)
@@ -224,7 +225,8 @@ QString ConditionSql::writeNumberTest(const Condition &test, const QString &colu
     if (test.field->kind == ViewField::Kind::Text)
         return m_dialect.numberInText(column) + QStringLiteral(" = ?");
     const bool hidesIndex = test.field->walk != nullptr && m_way != Way::Free;
-    return column + (hidesIndex ? QStringLiteral(" + 0 = ?") : QStringLiteral(" = ?"));
+    return column + (hidesIndex ? QStringLiteral(" + 0 = ") : QStringLiteral(" = ")) +
+           m_dialect.boundNumber();
 }
 
 } // namespace KODMS::Services

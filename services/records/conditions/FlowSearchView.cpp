@@ -43,6 +43,12 @@ ViewField withSet(ViewField field, const char *set, const char *column)
     return field;
 }
 
+ViewField neverNull(ViewField field)
+{
+    field.isNeverNull = true;
+    return field;
+}
+
 SearchView makeView()
 {
     SearchView view;
@@ -65,7 +71,8 @@ SearchView makeView()
     };
     view.fields = {
         {"Flow_Id", number, "f.id", 0, -1, "SELECT id FROM job_flows WHERE id"},
-        {"KoJobName", text, "f.job_name", 0, -1, "SELECT id FROM job_flows WHERE job_name"},
+        neverNull(
+            {"KoJobName", text, "f.job_name", 0, -1, "SELECT id FROM job_flows WHERE job_name"}),
         {"Flow_OrigJobName", text, "f.orig_job_name", 0},
         {"Flow_OrigUploadTime", text, "o.create_time", Original},
         {"Flow_OdbppUploadTime", text, "f.last_import_time", 0},
@@ -88,7 +95,7 @@ SearchView makeView()
         {"Order_Suffix", text, "r.suffix", Order},
         {"OrigFile_Suffix", text, "COALESCE(i.file_type, o.file_type)", Original | Imported},
         {"Flow_UploadBatchNum", number, "f.batch_number", 0},
-        {"Flow_CreateTime", text, "f.create_time", 0},
+        neverNull({"Flow_CreateTime", text, "f.create_time", 0}),
         withSet({"Flow_CreateUserId", number, "f.create_user_id", 0, -1, byCreator}, byCreator,
                 plainId),
         withSet({"Flow_LastOdbppImportUserId", number, "f.last_import_user_id", 0, -1, byImporter},

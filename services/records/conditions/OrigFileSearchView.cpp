@@ -23,6 +23,12 @@ ViewField customerField(const char *name, const char *column, const char *plainC
             byCustomer, "customers", plainColumn, "c.customer_id", 0};
 }
 
+ViewField neverNull(ViewField field)
+{
+    field.isNeverNull = true;
+    return field;
+}
+
 SearchView makeView()
 {
     SearchView view;
@@ -55,7 +61,7 @@ SearchView makeView()
         {"PreUser_RealName", text, "ou.real_name", ExecutorUser, -1, byExecutor, "users",
          "real_name", "oa.executor_id", Executor},
         {"PreUser_id", number, "oa.executor_id", Executor, -1, byExecutor},
-        {"FlowTable_CreateTime", text, "c.flow_create_time", 0},
+        neverNull({"FlowTable_CreateTime", text, "c.flow_create_time", 0}),
     };
     return view;
 }

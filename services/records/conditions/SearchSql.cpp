@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/records/conditions/SearchSql.h"
 
+#include "services/records/Dialect.h"
+
 #include <utility>
 
 namespace KODMS::Services {
@@ -81,8 +83,11 @@ QString SearchSql::order(const SearchRequest &request) const
     const QString direction =
         request.isDescending ? QStringLiteral(" DESC") : QStringLiteral(" ASC");
     QString text = QStringLiteral(" ORDER BY ");
-    if (request.orderBy != nullptr && id != QLatin1String(request.orderBy->column))
-        text += QLatin1String(request.orderBy->column) + direction + QStringLiteral(", ");
+    if (request.orderBy != nullptr && id != QLatin1String(request.orderBy->column)) {
+        const QString nulls =
+            request.orderBy->isNeverNull ? QString() : m_dialect.nullsOrder(request.isDescending);
+        text += QLatin1String(request.orderBy->column) + direction + nulls + QStringLiteral(", ");
+    }
     return text + id + direction;
 }
 

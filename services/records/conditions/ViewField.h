@@ -32,6 +32,9 @@ struct ViewField {
     /// to look for among them. A set that was read once answers faster than the table.
     const char *set = nullptr;
     const char *setColumn = nullptr;
+
+    /// An order by it can follow an index, on whichever end an engine puts nulls.
+    bool isNeverNull = false;
 };
 
 } // namespace KODMS::Services

@@ -209,6 +209,7 @@ Outcome SampleRecords::write(int flows, quint32 seed, Progress &progress)
     runScript(m_database, "sample/end");
     if (isEmpty)
         makeWhatWaited();
+    runScript(m_database, "sample/after");
     transaction.commit();
     return Outcome::success();
 }

@@ -1,17 +1,5 @@
 -- SPDX-FileCopyrightText: the KODMS desks authors
 -- SPDX-License-Identifier: Apache-2.0
--- The order of each desk, with what its filters ask for most: a search
--- walks it without reading the rows that do not match.
-CREATE INDEX job_flows_order
-    ON job_flows (create_time, id, job_name, flow_status, check_flag, batch_number);
-
--- How far a flow has come, as one number. Nearly all flows are finished, so that this
--- leads to the open ones.
-CREATE INDEX job_flows_state ON job_flows (flow_status * 4 + check_flag);
-
-CREATE INDEX job_compress_order
-    ON job_compress (flow_create_time, id, flow_id, customer_id, serial_number, orig_name, tips);
-
 CREATE INDEX job_flows_create_user ON job_flows (create_user_id);
 
 CREATE INDEX job_flows_import_user ON job_flows (last_import_user_id);

@@ -1,0 +1,169 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "services/records/PostgresServer.h"
+
+#include "services/notices/NoticeHub.h"
+#include "services/records/Guid.h"
+#include "services/records/PostgresDialect.h"
+
+#include <QFile>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QStringList>
+#include <QVariant>
+
+#include <algorithm>
+
+namespace KODMS::Services {
+
+namespace {
+
+constexpr int oldestVersion = 130000; // the first whose transaction numbers never wrap
+
+/// Of these, byte order is character order, as in the embedded database.
+bool isByteOrder(const QString &collation)
+{
+    const QString name = collation.toLower();
+    return name == QLatin1String("c") || name == QLatin1String("posix") ||
+           name == QLatin1String("c.utf-8") || name == QLatin1String("c.utf8");
+}
+
+/// The plain locale C takes every character but the Latin ones for nothing at all.
+bool knowsAllLetters(const QString &characterType)
+{
+    const QString name = characterType.toLower();
+    return name.endsWith(QLatin1String(".utf-8")) || name.endsWith(QLatin1String(".utf8"));
+}
+
+void run(QSqlQuery &query, const QString &statement)
+{
+    if (!query.exec(statement))
+        throw SqlError(PostgresDialect().kindOf(query.lastError()), statement,
+                       query.lastError().databaseText());
+}
+
+/// As a text or a name within a statement.
+QString quoted(QString text, QLatin1Char mark)
+{
+    return mark + text.replace(mark, QString(2, mark)) + mark;
+}
+
+/// A connection that is gone with the object.
+class PassingConnection {
+public:
+    PassingConnection() : m_name(QStringLiteral("kodms-") + newGuid()) {}
+
+    ~PassingConnection() { QSqlDatabase::removeDatabase(m_name); }
+
+    PassingConnection(const PassingConnection &) = delete;
+    PassingConnection &operator=(const PassingConnection &) = delete;
+
+    QSqlDatabase add() const { return QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), m_name); }
+
+private:
+    QString m_name;
+};
+
+} // namespace
+
+QString PostgresServer::password() const
+{
+    if (m_settings.passwordFile.isEmpty())
+        return {};
+    QFile file(m_settings.passwordFile);
+    if (!file.open(QIODevice::ReadOnly))
+        throw SqlError(SqlError::Kind::Lost, {},
+                       QStringLiteral("the password file %1 cannot be read: %2")
+                           .arg(m_settings.passwordFile, file.errorString()));
+    const QString line = QString::fromUtf8(file.readLine());
+    return line.endsWith(QLatin1Char('\n')) ? line.chopped(1) : line;
+}
+
+/// Settings that every statement of the connection finds from its first moment on.
+QString PostgresServer::options() const
+{
+    const int lockTimeout = std::max(m_settings.busyTimeoutMs, 1); // 0 would mean: for ever
+    const QStringList all{
+        QStringLiteral("statement_timeout=%1").arg(m_settings.statementTimeoutMs),
+        QStringLiteral("lock_timeout=%1").arg(lockTimeout),
+        // Whoever holds the writers' lock and is heard of no more lets go of it.
+        QStringLiteral("idle_in_transaction_session_timeout=300000"),
+        QStringLiteral("tcp_keepalives_idle=30"), QStringLiteral("tcp_keepalives_interval=10"),
+        QStringLiteral("tcp_keepalives_count=3"), QStringLiteral("client_min_messages=error"),
+        QStringLiteral("jit=off"), // takes longer than the statements that it is for
+    };
+    return QStringLiteral("-c ") + all.join(QStringLiteral(" -c "));
+}
+
+void PostgresServer::configure(QSqlDatabase &connection, const QString &name) const
+{
+    connection.setHostName(m_settings.host);
+    connection.setPort(m_settings.port);
+    connection.setDatabaseName(name);
+    connection.setUserName(m_settings.user);
+    connection.setPassword(password());
+    connection.setConnectOptions(
+        QStringLiteral("connect_timeout=4;application_name=kodms;client_encoding=UTF8;"
+                       "keepalives=1;keepalives_idle=15;keepalives_interval=5;"
+                       "keepalives_count=3;options='%1'")
+            .arg(options()));
+}
+
+void PostgresServer::makeDatabase() const
+{
+    const PassingConnection passing;
+    QSqlDatabase maintenance = passing.add();
+    configure(maintenance, QStringLiteral("postgres"));
+    if (!maintenance.open()) {
+        // Some servers let nobody in there; the database may have been made for us.
+        qCDebug(lcRecords).noquote() << "make database" << maintenance.lastError().databaseText();
+        return;
+    }
+    makeDatabaseOn(maintenance);
+}
+
+void PostgresServer::makeDatabaseOn(QSqlDatabase &connection) const
+{
+    QSqlQuery query(connection);
+    run(query, QStringLiteral("SELECT 1 FROM pg_database WHERE datname = ") +
+                   quoted(m_settings.name, QLatin1Char('\'')));
+    if (query.next())
+        return;
+    run(query, QStringLiteral("SET statement_timeout = 0"));
+    run(query, QStringLiteral("CREATE DATABASE %1 TEMPLATE template0 ENCODING 'UTF8' "
+                              "LC_COLLATE 'C.UTF-8' LC_CTYPE 'C.UTF-8'")
+                   .arg(quoted(m_settings.name, QLatin1Char('"'))));
+}
+
+void PostgresServer::check(QSqlDatabase &connection) const
+{
+    QSqlQuery query(connection);
+    // What is acknowledged has to be on the disk, also where a server's default says otherwise.
+    run(query, QStringLiteral("SELECT CAST(current_setting('server_version_num') AS INTEGER), "
+                              "pg_encoding_to_char(d.encoding), d.datcollate, d.datctype, "
+                              "coalesce(to_jsonb(d) ->> 'datlocprovider', 'c'), "
+                              "set_config('synchronous_commit', "
+                              "CASE current_setting('synchronous_commit') WHEN 'off' THEN 'on' "
+                              "ELSE current_setting('synchronous_commit') END, false) "
+                              "FROM pg_database d WHERE d.datname = current_database()"));
+    query.next();
+    const QString place = PostgresDialect().placeText(m_settings);
+    if (query.value(0).toInt() < oldestVersion)
+        throw SqlError(SqlError::Kind::Lost, {},
+                       place + QStringLiteral(": PostgreSQL 13 or newer is needed"));
+    const QString encoding = query.value(1).toString();
+    const QString collation = query.value(2).toString();
+    const QString characterType = query.value(3).toString();
+    const bool isPlain = query.value(4).toString() == QLatin1String("c");
+    if (encoding == QLatin1String("UTF8") && isPlain && isByteOrder(collation) &&
+        knowsAllLetters(characterType))
+        return;
+    throw SqlError(SqlError::Kind::Lost, {},
+                   QStringLiteral("%1: a database of encoding %2, collation %3 and character type "
+                                  "%4 cannot hold the records; encoding UTF8, collation C.UTF-8 "
+                                  "(or C) and character type C.UTF-8 are needed")
+                       .arg(place, encoding, collation, characterType));
+}
+
+} // namespace KODMS::Services

@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "services/config/Configuration.h"
+
+#include <QString>
+
+class QSqlDatabase;
+
+namespace KODMS::Services {
+
+/// How to reach a database server, what every connection to it begins with, and what
+/// a database has to be to hold records. Throws SqlError.
+class PostgresServer {
+public:
+    explicit PostgresServer(const DatabaseSettings &settings) : m_settings(settings) {}
+
+    /// Place, account, password and settings of a connection to the database `name`.
+    void configure(QSqlDatabase &connection, const QString &name) const;
+
+    /// Makes the configured database when the server has none of that name.
+    void makeDatabase() const;
+
+    /// Refuses a server that is too old, and a database in which texts would be
+    /// compared, ordered or stored otherwise than in the embedded one.
+    void check(QSqlDatabase &connection) const;
+
+private:
+    QString password() const;
+    QString options() const;
+    void makeDatabaseOn(QSqlDatabase &connection) const;
+
+    const DatabaseSettings &m_settings;
+};
+
+} // namespace KODMS::Services
