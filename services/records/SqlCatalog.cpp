@@ -130,7 +130,8 @@ QStringList SqlCatalog::upgradeStatements(int version) const
 int SqlCatalog::latestVersion() const
 {
     int latest = 1;
-    for (const QString &layer : {QString(commonFolder), m_engine}) {
+    const QStringList layers = QStringList(commonFolder) + engineFolders(m_root);
+    for (const QString &layer : layers) {
         const QDir folder(m_root + QLatin1Char('/') + layer + QLatin1String("/version"));
         const QStringList steps = folder.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
         for (const QString &step : steps)

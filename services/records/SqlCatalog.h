@@ -43,7 +43,8 @@ public:
     /// Statements of the step to `version`, in order; empty when there is none.
     QStringList upgradeStatements(int version) const;
 
-    /// The schema's version that this program knows.
+    /// The schema's version that this program knows, the same for every engine: a step
+    /// may have nothing to do for one of them.
     int latestVersion() const;
 
     /// The statements of a script: each ends with ";" at the end of a line that
