@@ -1729,6 +1729,22 @@ Roles: %2</translation>
         <source>本程序没有此种文件库：%1</source>
         <translation>This program has no such kind of file store: %1</translation>
     </message>
+    <message>
+        <source>不能用作文件库中的名称：%1</source>
+        <translation>Cannot be a name in the file store: %1</translation>
+    </message>
+    <message>
+        <source>文件库中已有此文件：%1</source>
+        <translation>The file store has this file already: %1</translation>
+    </message>
+    <message>
+        <source>文件库中没有文件：%1</source>
+        <translation>The file store has no file %1</translation>
+    </message>
+    <message>
+        <source>文件在存入时被修改：%1</source>
+        <translation>The file was changed while it was stored: %1</translation>
+    </message>
 </context>
 <context>
     <name>KODMS::Services::FolderPacker</name>
@@ -1752,20 +1768,55 @@ Roles: %2</translation>
 <context>
     <name>KODMS::Services::FolderStore</name>
     <message>
-        <source>不能用作文件库中的名称：%1</source>
-        <translation>Cannot be a name in the file store: %1</translation>
-    </message>
-    <message>
-        <source>文件库中已有此文件：%1</source>
-        <translation>The file store has this file already: %1</translation>
-    </message>
-    <message>
-        <source>文件在存入时被修改：%1</source>
-        <translation>The file was changed while it was stored: %1</translation>
-    </message>
-    <message>
         <source>文件夹 %1</source>
         <translation>Folder %1</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Services::GridFsStore</name>
+    <message>
+        <source>无法连接文件服务器 %1</source>
+        <translation>The file server %1 cannot be reached</translation>
+    </message>
+    <message>
+        <source>文件服务器 %1 拒绝访问：请检查用户、密码和权限</source>
+        <translation>The file server %1 refuses access: check user, password and rights</translation>
+    </message>
+    <message>
+        <source>文件服务器 %1 磁盘空间不足</source>
+        <translation>The disk of the file server %1 is full</translation>
+    </message>
+    <message>
+        <source>文件服务器 %1 报告错误</source>
+        <translation>The file server %1 reports an error</translation>
+    </message>
+    <message>
+        <source>另一个程序正在存入此文件，或在存入时被终止（两分钟后可再试）：%1</source>
+        <translation>Another program is storing this file, or was killed while it did (try again in two minutes): %1</translation>
+    </message>
+    <message>
+        <source>存入时间断过久，已被清理，请再试：%1</source>
+        <translation>Storing was held up for too long and has been swept, please try again: %1</translation>
+    </message>
+    <message>
+        <source>文件过大，无法存入文件服务器：%1</source>
+        <translation>Too large for the file server: %1</translation>
+    </message>
+    <message>
+        <source>[fileStore] uri 不是有效的地址，应为 mongodb://主机:端口；用户名和密码中的特殊字符须写作 %XX</source>
+        <translation>[fileStore] uri is no valid address; expected mongodb://host:port, with special characters in user and password written as %XX</translation>
+    </message>
+    <message>
+        <source>[fileStore] passwordFile 需要 uri 中有用户名</source>
+        <translation>[fileStore] passwordFile needs a user name in uri</translation>
+    </message>
+    <message>
+        <source>密码文件是空的：%1</source>
+        <translation>The password file is empty: %1</translation>
+    </message>
+    <message>
+        <source>文件服务器 %1，库 %2，桶 %3</source>
+        <translation>File server %1, database %2, bucket %3</translation>
     </message>
 </context>
 <context>
@@ -2149,10 +2200,6 @@ Roles: %2</translation>
 </context>
 <context>
     <name>KODMS::Services::StoredEntry</name>
-    <message>
-        <source>文件库中没有文件：%1</source>
-        <translation>The file store has no file %1</translation>
-    </message>
     <message>
         <source>文件库中的文件已损坏：%1</source>
         <translation>The stored file is damaged: %1</translation>

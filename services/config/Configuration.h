@@ -24,9 +24,10 @@ struct DatabaseSettings {
 
 /// [fileStore]: where the customers' files are.
 struct FileStoreSettings {
-    QString kind; ///< "folder" or "gridfs"
-    QString root; ///< the folder store's root folder
-    QString uri;  ///< the GridFS server
+    QString kind;         ///< "folder" or "gridfs"
+    QString root;         ///< the folder store's root folder
+    QString uri;          ///< the GridFS server
+    QString passwordFile; ///< its password, when it shall not stand in the uri
     QString database;
     QString bucket;
 };

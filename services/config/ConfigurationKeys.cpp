@@ -87,6 +87,7 @@ QVector<ConfigurationKey> otherKeys()
          {QStringLiteral("folder"), QStringLiteral("gridfs")}},
         {"fileStore", "root", Kind::RelativePath, [](Configuration &c) -> Field { return &c.fileStore.root; }},
         {"fileStore", "uri", Kind::Text, [](Configuration &c) -> Field { return &c.fileStore.uri; }},
+        {"fileStore", "passwordFile", Kind::RelativePath, [](Configuration &c) -> Field { return &c.fileStore.passwordFile; }},
         {"fileStore", "database", Kind::RequiredText, [](Configuration &c) -> Field { return &c.fileStore.database; }},
         {"fileStore", "bucket", Kind::RequiredText, [](Configuration &c) -> Field { return &c.fileStore.bucket; }},
         {"paths", "staging", Kind::RequiredText, [](Configuration &c) -> Field { return &c.paths.staging; }},

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
 #include <cstddef>
 #include <deque>
@@ -42,6 +43,45 @@ public:
         lock.unlock();
         m_changed.notify_all();
         return item;
+    }
+
+    /// The same for who has other things to look after: waits no longer than `limit`.
+    /// The item stays with the caller while there is no room.
+    enum class Pushed { Yes, NoRoom, Closed };
+
+    Pushed pushWithin(std::chrono::milliseconds limit, T &item)
+    {
+        std::unique_lock<std::mutex> lock(m_mutex);
+        const auto hasRoom = [this] { return m_isClosed || m_items.size() < m_limit; };
+        if (!m_changed.wait_for(lock, limit, hasRoom))
+            return Pushed::NoRoom;
+        if (m_isClosed)
+            return Pushed::Closed;
+        m_items.push_back(std::move(item));
+        lock.unlock();
+        m_changed.notify_all();
+        return Pushed::Yes;
+    }
+
+    /// pop() that waits no longer than `limit`: without an item and not over, ask again.
+    struct Popped {
+        std::optional<T> item;
+        bool isOver = false;
+    };
+
+    Popped popWithin(std::chrono::milliseconds limit)
+    {
+        std::unique_lock<std::mutex> lock(m_mutex);
+        const auto hasNews = [this] { return m_isClosed || m_isFinished || !m_items.empty(); };
+        if (!m_changed.wait_for(lock, limit, hasNews))
+            return {};
+        if (m_isClosed || m_items.empty())
+            return {std::nullopt, true};
+        Popped popped{std::move(m_items.front()), false};
+        m_items.pop_front();
+        lock.unlock();
+        m_changed.notify_all();
+        return popped;
     }
 
     /// Nothing more will be pushed; what is there is still popped.

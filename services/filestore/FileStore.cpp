@@ -3,6 +3,7 @@
 #include "services/filestore/FileStore.h"
 
 #include "services/filestore/FolderStore.h"
+#include "services/filestore/gridfs/GridFsStore.h"
 
 #include <QCoreApplication>
 
@@ -27,6 +28,8 @@ Result<std::unique_ptr<FileStore>> FileStore::create(const FileStoreSettings &se
 {
     if (settings.kind == QLatin1String("folder"))
         return FolderStore::open(settings.root, settings.database, settings.bucket);
+    if (settings.kind == QLatin1String("gridfs"))
+        return GridFsStore::open(settings);
     return Outcome::failure(
         QCoreApplication::translate("KODMS::Services::FileStore", "本程序没有此种文件库：%1")
             .arg(settings.kind),

@@ -9,6 +9,7 @@
 #include "services/filestore/FolderSweeper.h"
 #include "services/filestore/HashedStream.h"
 #include "services/filestore/LocalTarget.h"
+#include "services/filestore/StoreFailures.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -23,24 +24,6 @@ struct FolderStoreTexts {
     Q_DECLARE_TR_FUNCTIONS(KODMS::Services::FolderStore)
 
 public:
-    static Outcome badName(const QString &name)
-    {
-        return Outcome::failure(tr("不能用作文件库中的名称：%1").arg(name.left(80)),
-                                QStringLiteral("not a stored name: %1").arg(name.left(80)));
-    }
-
-    static Outcome taken(const QString &name)
-    {
-        return Outcome::failure(tr("文件库中已有此文件：%1").arg(name),
-                                QStringLiteral("already stored: %1").arg(name));
-    }
-
-    static Outcome changed(const QString &path)
-    {
-        return Outcome::failure(tr("文件在存入时被修改：%1").arg(path),
-                                QStringLiteral("changed while it was read: %1").arg(path));
-    }
-
     static QString place(const QString &folder) { return tr("文件夹 %1").arg(folder); }
 };
 
@@ -66,7 +49,7 @@ Result<std::unique_ptr<FileStore>> FolderStore::open(const QString &root, const 
 {
     for (const QString &part : {database, bucket})
         if (!isValidStoredName(part))
-            return FolderStoreTexts::badName(part);
+            return badNameFailure(part);
     const FolderLayout layout(root, database, bucket);
     const QFileInfo rootInfo(root);
     if (rootInfo.exists() && !rootInfo.isDir())
@@ -81,7 +64,7 @@ Result<std::unique_ptr<FileStore>> FolderStore::open(const QString &root, const 
 Result<StoredEntry> FolderStore::entry(const QString &name) const
 {
     if (!isValidStoredName(name))
-        return FolderStoreTexts::badName(name);
+        return badNameFailure(name);
     return StoredEntry::read(name, m_layout.entry(name));
 }
 
@@ -100,9 +83,9 @@ Result<IncomingFolder *> FolderStore::incoming()
 Outcome FolderStore::put(const QString &localPath, const QString &name, Progress &progress)
 {
     if (!isValidStoredName(name))
-        return FolderStoreTexts::badName(name);
+        return badNameFailure(name);
     if (exists(name))
-        return FolderStoreTexts::taken(name);
+        return takenFailure(name);
     const Result<IncomingFolder *> folder = incoming();
     if (!folder)
         return folder.outcome;
@@ -137,7 +120,7 @@ Outcome FolderStore::fillSlot(const QString &localPath, const QString &slot, con
         return sums.outcome;
     const auto after = source.value.stamp();
     if (!after || !(after.value == before.value) || sums.value.size != before.value.size)
-        return FolderStoreTexts::changed(localPath);
+        return changedFailure(localPath);
     for (const Outcome &step : {body.value.makeReadOnly(), body.value.sync(), body.value.close()})
         if (!step)
             return step;
@@ -159,7 +142,7 @@ Outcome FolderStore::publishSlot(const QString &slot, const QString &name) const
     std::error_code error;
     std::filesystem::rename(fsPath(slot), fsPath(target), error);
     if (error)
-        return isTaken(error.value()) ? FolderStoreTexts::taken(name)
+        return isTaken(error.value()) ? takenFailure(name)
                                       : ioFailure("rename", target, error.value());
     Outcome synced = syncFolder(fan);
     if (!synced)

@@ -3,6 +3,7 @@
 #include "services/filestore/StoredEntry.h"
 
 #include "services/disk/FsPath.h"
+#include "services/filestore/StoreFailures.h"
 
 #include <QCoreApplication>
 
@@ -18,12 +19,6 @@ struct StoredEntryTexts {
     Q_DECLARE_TR_FUNCTIONS(KODMS::Services::StoredEntry)
 
 public:
-    static Outcome missing(const QString &name)
-    {
-        return Outcome::failure(tr("文件库中没有文件：%1").arg(name),
-                                QStringLiteral("not stored: %1").arg(name));
-    }
-
     static Outcome damaged(const QString &name, const QString &folder)
     {
         return Outcome::failure(tr("文件库中的文件已损坏：%1").arg(name),
@@ -58,7 +53,7 @@ Result<StoredEntry> StoredEntry::read(const QString &name, const QString &folder
     std::filesystem::directory_iterator it(fsPath(folder), error);
     const std::filesystem::directory_iterator end;
     if (error == std::errc::no_such_file_or_directory || (!error && it == end))
-        return StoredEntryTexts::missing(name);
+        return missingFailure(name);
     if (error)
         return StoredEntryTexts::damaged(name, folder);
     const std::filesystem::path body = it->path();

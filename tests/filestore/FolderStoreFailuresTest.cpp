@@ -1,63 +1,23 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
 #include "services/filestore/FolderStore.h"
+#include "tests/filestore/support/MeddlingProgress.h"
+#include "tests/filestore/support/StoreUnderTest.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/WithoutPrivilege.h"
 
 #include <QDir>
 #include <QDirIterator>
 #include <QFileInfo>
-#include <QProcess>
 #include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <functional>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 using namespace KODMS::Services;
-
-namespace {
-
-/// Runs something once the first piece has been copied; or cancels.
-class MeddlingProgress final : public Progress {
-public:
-    explicit MeddlingProgress(std::function<void()> meddle) : m_meddle(std::move(meddle)) {}
-
-    void setTotal(qint64) override {}
-
-    void advance(qint64) override
-    {
-        if (auto meddle = std::exchange(m_meddle, {}))
-            meddle();
-    }
-
-    bool isCancelled() const override { return cancelled; }
-
-    bool cancelled = false;
-
-private:
-    std::function<void()> m_meddle;
-};
-
-bool writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
-}
-
-QStringList filesBelow(const QString &folder)
-{
-    QStringList found;
-    QDirIterator it(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    while (it.hasNext())
-        found << it.next();
-    return found;
-}
-
-} // namespace
+using namespace KODMS::Tests;
 
 class FolderStoreFailuresTest : public QObject {
     Q_OBJECT
@@ -75,76 +35,6 @@ private Q_SLOTS:
     }
 
     void cleanup() { m_store.reset(); }
-
-    void aMissingSource()
-    {
-        const Outcome put = m_store->put(m_source + QStringLiteral("-no"), m_name, m_progress);
-        QVERIFY(!put);
-        QVERIFY(put.text.contains(m_source + QStringLiteral("-no")));
-        nothingStored();
-    }
-
-    void aFolderAsSource()
-    {
-        QVERIFY(!m_store->put(m_dir->path(), m_name, m_progress));
-        nothingStored();
-    }
-
-    void aPipeAsSourceDoesNotHang()
-    {
-        const QString pipe = m_dir->filePath(QStringLiteral("pipe"));
-        QCOMPARE(::mkfifo(pipe.toUtf8().constData(), 0600), 0);
-        QVERIFY(!m_store->put(pipe, m_name, m_progress));
-        nothingStored();
-    }
-
-    void aSourceThatGrowsWhileItIsRead()
-    {
-        MeddlingProgress progress([this] {
-            QFile file(m_source);
-            QVERIFY(file.open(QIODevice::Append));
-            file.write("more");
-        });
-        const Outcome put = m_store->put(m_source, m_name, progress);
-        QVERIFY(!put);
-        QVERIFY(put.text.contains(m_source));
-        nothingStored();
-    }
-
-    void aSourceThatShrinksWhileItIsRead()
-    {
-        MeddlingProgress progress([this] { QVERIFY(QFile::resize(m_source, 10)); });
-        QVERIFY(!m_store->put(m_source, m_name, progress));
-        nothingStored();
-    }
-
-    void aSourceRemovedWhileItIsReadIsStillWhole()
-    {
-        MeddlingProgress progress([this] { QVERIFY(QFile::remove(m_source)); });
-        QVERIFY(m_store->put(m_source, m_name, progress));
-        QVERIFY(m_store->verify(m_name, m_progress));
-    }
-
-    void aCancelledPut()
-    {
-        MeddlingProgress progress([&progress] { progress.cancelled = true; });
-        QVERIFY(!m_store->put(m_source, m_name, progress));
-        nothingStored();
-    }
-
-    void aCancelledGet()
-    {
-        QVERIFY(m_store->put(m_source, m_name, m_progress));
-        MeddlingProgress progress([&progress] { progress.cancelled = true; });
-        QVERIFY(!m_store->get(m_name, m_target, progress));
-        nothingGot();
-    }
-
-    void aGetIntoAMissingFolder()
-    {
-        QVERIFY(m_store->put(m_source, m_name, m_progress));
-        QVERIFY(!m_store->get(m_name, m_dir->filePath(QStringLiteral("no/target")), m_progress));
-    }
 
     void damage_data()
     {
@@ -189,7 +79,7 @@ private Q_SLOTS:
         m_store.reset();
         letWrite(false);
         const auto writable = qScopeGuard([this] { letWrite(true); });
-        const KODMS::Tests::WithoutPrivilege ordinary;
+        const WithoutPrivilege ordinary;
         if (!ordinary.isBound())
             QSKIP("the account keeps its power to write everywhere");
         const auto store = opened();
@@ -219,44 +109,6 @@ private Q_SLOTS:
         const auto again = opened();
         QVERIFY(again->leftovers().value.isEmpty());
         nothingStored();
-    }
-
-    void theRemainsOfAKilledReaderAreSweptByTheNextGet()
-    {
-        QVERIFY(m_store->put(m_source, m_name, m_progress));
-        const pid_t child = ::fork();
-        if (child == 0) {
-            MeddlingProgress progress([] { ::_exit(9); });
-            const Outcome never = m_store->get(m_name, m_target, progress);
-            ::_exit(never ? 0 : 1);
-        }
-        int status = -1;
-        QCOMPARE(::waitpid(child, &status, 0), child);
-        QCOMPARE(filesBelow(m_dir->filePath(QStringLiteral("got"))).size(), 1);
-        QVERIFY(m_store->get(m_name, m_target, m_progress));
-        QCOMPARE(filesBelow(m_dir->filePath(QStringLiteral("got"))), QStringList(m_target));
-    }
-
-    /// Between the put and its record a program may die.
-    void thePutterIsKnownToLiveOrNot()
-    {
-        QVERIFY(m_store->put(m_source, m_name, m_progress));
-        const auto other = opened();
-        QVERIFY(other->isPutterAlive(m_name));
-        m_store.reset();
-        QVERIFY(!other->isPutterAlive(m_name));
-        QVERIFY(!other->isPutterAlive(QStringLiteral("never")));
-    }
-
-    void aLivingWriterIsNotSwept()
-    {
-        MeddlingProgress progress([this] {
-            const auto other = opened();
-            QVERIFY(other->sweep());
-            QVERIFY(other->leftovers().value.isEmpty());
-        });
-        QVERIFY(m_store->put(m_source, m_name, progress));
-        QVERIFY(m_store->verify(m_name, m_progress));
     }
 
     void foreignFilesAreReportedAndLeftAlone()

@@ -1,0 +1,247 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "services/filestore/gridfs/GridFsSweeper.h"
+
+#include "services/filestore/gridfs/GridFsPulse.h"
+#include "services/filestore/gridfs/GridFsPut.h"
+#include "services/filestore/gridfs/GridFsRemoval.h"
+#include "services/notices/OneLine.h"
+
+#include <algorithm>
+
+namespace KODMS::Services {
+
+namespace {
+
+constexpr std::size_t LookedUpAtOnce = 1000;
+
+Bson onlyId()
+{
+    Bson options;
+    options.document("projection", Bson().small("_id", 1));
+    return options;
+}
+
+Bson seenBefore(qint64 time)
+{
+    Bson range;
+    range.time("$lt", time);
+    return range;
+}
+
+} // namespace
+
+Outcome GridFsSweeper::sweepOurs() const
+{
+    const auto now = m_place.now();
+    if (!now)
+        return now.outcome;
+    const auto gone = m_place.remove(
+        GridFsPlace::Live, Bson().document("seen", seenBefore(now.value - GridFsPulse::GoneMs)));
+    if (!gone)
+        return gone.outcome;
+    const auto puts = brokenPuts(now.value);
+    if (!puts)
+        return puts.outcome;
+    for (const Remain &put : puts.value)
+        if (Outcome cleared = clear(put, now.value); !cleared)
+            return cleared;
+    const auto removed = freeRemoved();
+    if (!removed)
+        return removed.outcome;
+    for (const Remain &one : removed.value)
+        if (Outcome finished = finishRemoval(one, now.value); !finished)
+            return finished;
+    return Outcome::success();
+}
+
+Outcome GridFsSweeper::sweep() const
+{
+    if (Outcome swept = sweepOurs(); !swept)
+        return swept;
+    const auto now = m_place.now();
+    if (!now)
+        return now.outcome;
+    const auto ids = orphans(now.value);
+    if (!ids)
+        return ids.outcome;
+    for (const GridFsId &id : ids.value)
+        if (Outcome removed = GridFsRemoval(m_place).removeChunks(id); !removed)
+            return removed;
+    return Outcome::success();
+}
+
+Result<QStringList> GridFsSweeper::leftovers() const
+{
+    const auto now = m_place.now();
+    if (!now)
+        return now.outcome;
+    const auto puts = brokenPuts(now.value);
+    const auto removed = freeRemoved();
+    const auto chunks = orphans(now.value);
+    const auto foreign = GridFsCatalog(m_place).foreign();
+    for (const Outcome &read : {puts.outcome, removed.outcome, chunks.outcome, foreign.outcome})
+        if (!read)
+            return read;
+    QStringList found;
+    for (const Remain &put : puts.value)
+        found << QStringLiteral("puts/") + oneLine(put.name);
+    for (const Remain &one : removed.value)
+        found << QStringLiteral("removed/") + oneLine(one.name);
+    for (const GridFsId &id : chunks.value)
+        found << QStringLiteral("chunks/") + oneLine(id.text());
+    for (const QString &name : foreign.value)
+        found << QStringLiteral("files/") + oneLine(name);
+    found.sort();
+    return found;
+}
+
+Result<GridFsSweeper::Remains> GridFsSweeper::remainsIn(GridFsPlace::Part part) const
+{
+    const bool isPut = part == GridFsPlace::Puts;
+    Remains found;
+    const Outcome read = m_place.each(part, Bson(), Bson(), [&](const BsonView &document) {
+        found.push_back({document.text(isPut ? "_id" : "filename"),
+                         document.id(isPut ? "file" : "_id"), document.time("seen"),
+                         document.text("state") == GridFsPut::brokenState()});
+        return true;
+    });
+    if (!read)
+        return read;
+    return found;
+}
+
+Result<GridFsSweeper::Remains> GridFsSweeper::brokenPuts(qint64 now) const
+{
+    auto puts = remainsIn(GridFsPlace::Puts);
+    const auto goesOn = [now](const Remain &put) {
+        return !put.isBroken && put.seen >= now - GridFsPulse::GoneMs;
+    };
+    puts.value.erase(std::remove_if(puts.value.begin(), puts.value.end(), goesOn),
+                     puts.value.end());
+    return puts;
+}
+
+Result<GridFsSweeper::Remains> GridFsSweeper::freeRemoved() const
+{
+    // Listed before the holds are looked at: what a later hold needs is not in the list.
+    auto removed = remainsIn(GridFsPlace::Removed);
+    const auto held = GridFsRemoval(m_place).isHeld();
+    if (!held)
+        return held.outcome;
+    if (held.value)
+        removed.value.clear();
+    return removed;
+}
+
+/// First the mark, by which the program that put it, should it live after all, knows that
+/// it has failed.
+Outcome GridFsSweeper::clear(const Remain &put, qint64 now) const
+{
+    const auto key = [&put] {
+        Bson filter;
+        filter.text("_id", put.name).id("file", put.id);
+        return filter;
+    };
+    if (!put.isBroken) {
+        Bson stale = key();
+        stale.document("seen", seenBefore(now - GridFsPulse::GoneMs));
+        Bson mark;
+        mark.document("$set", Bson().text("state", GridFsPut::brokenState()));
+        const auto marked = m_place.update(GridFsPlace::Puts, stale, mark);
+        if (!marked || marked.value == 0)
+            return marked.outcome;
+    }
+    const auto unpublished = m_place.remove(GridFsPlace::Files, Bson().id("_id", put.id));
+    if (!unpublished)
+        return unpublished.outcome;
+    if (Outcome removed = GridFsRemoval(m_place).removeChunks(put.id); !removed)
+        return removed;
+    return m_place.remove(GridFsPlace::Puts, key()).outcome;
+}
+
+Outcome GridFsSweeper::finishRemoval(const Remain &removed, qint64 now) const
+{
+    const auto isThere = GridFsCatalog(m_place).hasId(removed.id);
+    if (!isThere)
+        return isThere.outcome;
+    if (!isThere.value)
+        return GridFsRemoval(m_place).finish(removed.id);
+    // Noted, and not yet removed; after a while: never.
+    Bson stale;
+    stale.id("_id", removed.id).document("seen", seenBefore(now - GridFsPulse::GoneMs));
+    return m_place.remove(GridFsPlace::Removed, stale).outcome;
+}
+
+Result<GridFsSweeper::Ids> GridFsSweeper::orphans(qint64 now) const
+{
+    // The index answers this by itself; no content is read.
+    Bson options;
+    options.document("sort", Bson().small("files_id", 1).small("n", 1))
+        .document("projection", Bson().small("_id", 0).small("files_id", 1).small("n", 1));
+    Ids candidates;
+    Ids found;
+    Outcome kept;
+    const Outcome read = m_place.each(GridFsPlace::Chunks, Bson().small("n", 0), options,
+                                      [&](const BsonView &chunk) {
+                                          candidates.push_back(chunk.id("files_id"));
+                                          if (candidates.size() == LookedUpAtOnce)
+                                              kept = keepOrphans(now, candidates, found);
+                                          return kept.ok;
+                                      });
+    if (read && kept)
+        kept = keepOrphans(now, candidates, found);
+    if (!read || !kept)
+        return read ? kept : read;
+    return found;
+}
+
+/// Puts, then files, then what is removed: in this order a file passes through them.
+Outcome GridFsSweeper::keepOrphans(qint64 now, Ids &candidates, Ids &orphans) const
+{
+    QSet<QString> known;
+    Outcome read = addIds(GridFsPlace::Puts, Bson(), "file", known);
+    if (read)
+        read = addIds(GridFsPlace::Files, Bson().document("_id", Bson().ids("$in", candidates)),
+                      "_id", known);
+    if (read)
+        read = addIds(GridFsPlace::Removed, Bson(), "_id", known);
+    for (const GridFsId &id : candidates) {
+        if (!read || known.contains(id.text()))
+            continue;
+        const auto abandoned = isAbandoned(id, now);
+        read = abandoned.outcome;
+        if (abandoned.value)
+            orphans.push_back(id);
+    }
+    candidates.clear();
+    return read;
+}
+
+Outcome GridFsSweeper::addIds(GridFsPlace::Part part, const Bson &filter, const char *key,
+                              QSet<QString> &known) const
+{
+    Bson options;
+    options.document("projection", Bson().small(key, 1));
+    return m_place.each(part, filter, options, [&](const BsonView &document) {
+        known.insert(document.id(key).text());
+        return true;
+    });
+}
+
+Result<bool> GridFsSweeper::isAbandoned(const GridFsId &id, qint64 now) const
+{
+    Bson last = onlyId();
+    last.document("sort", Bson().small("n", -1)).number("limit", 1);
+    qint64 madeAt = -1;
+    const Outcome read = m_place.each(GridFsPlace::Chunks, Bson().id("files_id", id), last,
+                                      [&madeAt](const BsonView &chunk) {
+                                          madeAt = chunk.id("_id").madeAt();
+                                          return false;
+                                      });
+    if (!read)
+        return read;
+    return madeAt >= 0 && madeAt < now - ForeignPutMs;
+}
+
+} // namespace KODMS::Services
