@@ -130,29 +130,31 @@ bool Database::isChange(const QString &sql)
     return false;
 }
 
-QSqlQuery Database::prepareOnce(const QString &sql, const QString &name)
+/// A server's forward-only result ends with the next statement. Those of the embedded engine
+/// stand beside each other.
+QSqlQuery Database::prepareOnce(const QString &sql, const QString &name, Result result)
 {
     const QSqlDatabase connection = QSqlDatabase::database(m_connectionName, false);
     if (!connection.isOpen())
         throw SqlError(SqlError::Kind::Lost, name.isEmpty() ? sql : name,
                        QStringLiteral("the connection is closed"));
     QSqlQuery query(connection);
-    query.setForwardOnly(!m_dialect->isServer()); // else the next statement ends this result
+    query.setForwardOnly(result == Result::Passing || !m_dialect->isServer());
     m_dialect->statementStarts();
     if (!query.prepare(sql))
         throw failure(query.lastError(), name.isEmpty() ? sql : name);
     return query;
 }
 
-QSqlQuery Database::prepared(const QString &sql, const QString &name)
+QSqlQuery Database::prepared(const QString &sql, const QString &name, Result result)
 {
     try {
-        return prepareOnce(sql, name);
+        return prepareOnce(sql, name, result);
     } catch (const SqlError &error) {
         if (!recovers(error))
             throw;
     }
-    return prepareOnce(sql, name);
+    return prepareOnce(sql, name, result);
 }
 
 SqlQuery Database::query(const char *name)
@@ -162,6 +164,11 @@ SqlQuery Database::query(const char *name)
     if (!idle.isEmpty())
         return {*this, idle.takeLast(), key};
     return {*this, prepared(m_catalog.statement(key), key), key};
+}
+
+SqlQuery Database::longQuery(const char *name)
+{
+    return {*this, prepared(m_catalog.statement(QLatin1String(name)), {}, Result::Passing), {}};
 }
 
 /// A server's result stays with its statement: a long one is not for keeping.

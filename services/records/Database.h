@@ -44,6 +44,10 @@ public:
     /// The catalogue's statement of that name, prepared once and used again.
     SqlQuery query(const char *name);
 
+    /// The same for a result as long as a table: its rows come while they are read, and
+    /// nothing else may run on this connection until it is gone.
+    SqlQuery longQuery(const char *name);
+
     /// A statement that is not in the catalogue: built for one search, or a
     /// schema's script.
     SqlQuery prepare(const QString &sql);
@@ -71,8 +75,10 @@ private:
     friend class SqlQuery;
     friend class Transaction;
 
-    QSqlQuery prepared(const QString &sql, const QString &name);
-    QSqlQuery prepareOnce(const QString &sql, const QString &name);
+    enum class Result { Kept, Passing }; ///< whether other statements may run beside it
+
+    QSqlQuery prepared(const QString &sql, const QString &name, Result result = Result::Kept);
+    QSqlQuery prepareOnce(const QString &sql, const QString &name, Result result);
     void runOnce(const QString &sql);
     void keep(const QString &name, const QSqlQuery &query);
     void discard(const QSqlQuery &query);

@@ -106,7 +106,9 @@ const QSqlQuery &SqlQuery::current() const
 
 void SqlQuery::prepareAgain()
 {
-    QSqlQuery anew = m_database->prepared(m_query.lastQuery(), m_name);
+    QSqlQuery anew = m_database->prepared(m_query.lastQuery(), m_name,
+                                          m_query.isForwardOnly() ? Database::Result::Passing
+                                                                  : Database::Result::Kept);
     for (auto value = m_named.cbegin(); value != m_named.cend(); ++value)
         anew.bindValue(QString::fromLatin1(value.key()), value.value());
     for (int i = 0; i < m_placed.size(); ++i)

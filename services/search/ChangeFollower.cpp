@@ -38,6 +38,7 @@ bool ChangeFollower::readLog(Changed &changed)
     const int seq = log.placeOf("seq");
     const int kind = log.placeOf("kind");
     const int id = log.placeOf("row_id");
+    const int settled = log.placeOf("is_settled");
     int entries = 0;
     while (log.next()) {
         const qint64 entry = log.valueAt(seq).toLongLong();
@@ -47,7 +48,8 @@ bool ChangeFollower::readLog(Changed &changed)
         if (entry != known &&
             !note(log.valueAt(kind).toInt(), log.valueAt(id).toLongLong(), changed))
             return false;
-        m_data.lastChange = entry;
+        if (log.valueAt(settled).toInt() == 1) // else it is read again, with what comes before it
+            m_data.lastChange = entry;
     }
     return entries <= mostChanges && (entries > 0 || known == 0);
 }

@@ -50,7 +50,7 @@ std::unique_ptr<IndexData> IndexBuilder::build(int segmentRows)
 void IndexBuilder::readRows(const IndexLayout &layout, IndexData &data)
 {
     IndexTable &table = data.tableOf(layout);
-    SqlQuery query = m_database.query(layout.allRows);
+    SqlQuery query = m_database.longQuery(layout.allRows);
     query.exec();
     const IndexRowReader reader(layout, query);
     while (!m_stop && query.next())
