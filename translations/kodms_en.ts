@@ -1058,6 +1058,20 @@
     </message>
 </context>
 <context>
+    <name>KODMS::Host::ChangesField</name>
+    <message>
+        <source>其他人或另一台工作台更改了记录，刷新后可见 (F5)</source>
+        <translation>Somebody else, or another desk, has changed records; a refresh shows them (F5)</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n 项他人更改 - 刷新 (F5)</source>
+        <translation>
+            <numerusform>%n change by others - refresh (F5)</numerusform>
+            <numerusform>%n changes by others - refresh (F5)</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>KODMS::Host::DeskTabs</name>
     <message>
         <source>料号流程</source>
@@ -2351,6 +2365,10 @@ Roles: %2</translation>
     <message>
         <source>按所在列排序(&amp;O)</source>
         <translation>S&amp;ort by this column</translation>
+    </message>
+    <message>
+        <source>他人更改后自动刷新(&amp;A)</source>
+        <translation>Refresh &amp;automatically after changes by others</translation>
     </message>
 </context>
 <context>

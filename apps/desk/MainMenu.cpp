@@ -102,6 +102,11 @@ void buildViewMenu(MainWindow &window, const MainMenu::Panels &panels,
     chips->setCheckable(true);
     chips->setChecked(preferences.highContrastStatus(userId));
     QObject::connect(chips, &QAction::toggled, &window, &MainWindow::setHighContrastStatus);
+    QAction *follow = menu.addAction(text(QT_TRANSLATE_NOOP("MainMenu", "他人更改后自动刷新(&A)")));
+    follow->setObjectName(QStringLiteral("automaticRefreshAction"));
+    follow->setCheckable(true);
+    follow->setChecked(preferences.automaticRefresh(userId));
+    QObject::connect(follow, &QAction::toggled, &window, &MainWindow::setAutomaticRefresh);
     buildLanguageMenu(menu, window, preferences);
 }
 

@@ -4,11 +4,13 @@
 
 #include "apps/desk/AboutBox.h"
 #include "apps/desk/AccessibleNames.h"
+#include "apps/desk/ChangesField.h"
 #include "apps/desk/ColumnMemory.h"
 #include "apps/desk/DeskTabs.h"
 #include "apps/desk/HandOverPanel.h"
 #include "apps/desk/HistoryPanel.h"
 #include "apps/desk/IntakeDialog.h"
+#include "apps/desk/LiveRefresh.h"
 #include "apps/desk/MainMenu.h"
 #include "apps/desk/MenuKeys.h"
 #include "apps/desk/NoticeLog.h"
@@ -18,6 +20,7 @@
 #include "apps/desk/ShortcutsBox.h"
 #include "apps/desk/StatusFields.h"
 #include "foundation/ui/DMS_UICommon.h"
+#include "services/api/LiveChanges.h"
 #include "services/api/SignIn.h"
 
 #include <QAction>
@@ -58,6 +61,7 @@ MainWindow::MainWindow(Preferences &preferences, NoticeLog &notices, HandOverLog
     setWindowTitle(tr("KODMS 料号管理 - %1").arg(Services::SignIn::current().realName));
     setAcceptDrops(mayTakeIn());
     new AccessibleNames(this); // before there are controls
+    Services::LiveChanges::instance().begin();
     buildCentre();
     buildPanels(notices, handOvers);
     buildStatusBar(notices);
@@ -82,6 +86,8 @@ void MainWindow::buildCentre()
     column->addWidget(new SampleBanner(centre));
     column->addWidget(m_desks);
     setCentralWidget(centre);
+    m_refresh = new LiveRefresh(*this, *m_desks, m_preferences, m_userId);
+    connect(m_refresh, &LiveRefresh::refreshRequested, this, &MainWindow::refreshDesks);
 }
 
 /// Side by side and never one behind the other: a key that hides what nobody sees
@@ -140,6 +146,9 @@ void MainWindow::openPanel(QDockWidget &panel)
 
 void MainWindow::buildStatusBar(NoticeLog &notices)
 {
+    auto *changes = new ChangesField(statusBar());
+    statusBar()->addPermanentWidget(changes);
+    connect(changes, &ChangesField::clicked, this, &MainWindow::refreshDesks);
     auto *fields = new StatusFields(*statusBar(), notices);
     connect(fields, &StatusFields::noticesRequested, this, &MainWindow::showNotices);
 }
@@ -227,6 +236,11 @@ void MainWindow::showAbout()
 void MainWindow::setHighContrastStatus(bool on)
 {
     m_desks->setHighContrastStatus(on);
+}
+
+void MainWindow::setAutomaticRefresh(bool on)
+{
+    m_refresh->setAutomatic(on);
 }
 
 void MainWindow::chooseLanguage(const QString &language)

@@ -10,6 +10,7 @@ class DeskTabs;
 class HandOverLog;
 class HandOverPanel;
 class HistoryPanel;
+class LiveRefresh;
 class NoticeLog;
 class NoticePanel;
 class Preferences;
@@ -41,6 +42,8 @@ public Q_SLOTS:
     /// Brings the desk to the front, counted from 0.
     void showDesk(int number);
     void setHighContrastStatus(bool on);
+    /// The desks follow the changes of others by themselves.
+    void setAutomaticRefresh(bool on);
     void chooseLanguage(const QString &language);
 
 Q_SIGNALS:
@@ -69,6 +72,7 @@ private:
     NoticePanel *m_notices = nullptr;
     HandOverPanel *m_handOvers = nullptr;
     HistoryPanel *m_history = nullptr;
+    LiveRefresh *m_refresh = nullptr;
 };
 
 } // namespace KODMS::Host

@@ -68,6 +68,16 @@ void Preferences::setHighContrastStatus(int userId, bool on)
     write(m_filePath, ofUser(userId, QStringLiteral("highContrastStatus")), on);
 }
 
+bool Preferences::automaticRefresh(int userId) const
+{
+    return read(m_filePath, ofUser(userId, QStringLiteral("automaticRefresh"))).toBool();
+}
+
+void Preferences::setAutomaticRefresh(int userId, bool on)
+{
+    write(m_filePath, ofUser(userId, QStringLiteral("automaticRefresh")), on);
+}
+
 QByteArray Preferences::windowGeometry(int userId) const
 {
     return read(m_filePath, ofUser(userId, QStringLiteral("geometry"))).toByteArray();

@@ -26,6 +26,10 @@ public:
     bool highContrastStatus(int userId) const;
     void setHighContrastStatus(int userId, bool on);
 
+    /// Whether the desks follow the changes of others by themselves; no unless asked for.
+    bool automaticRefresh(int userId) const;
+    void setAutomaticRefresh(int userId, bool on);
+
     QByteArray windowGeometry(int userId) const;
     void setWindowGeometry(int userId, const QByteArray &geometry);
 

@@ -19,6 +19,7 @@ namespace KODMS::Services {
 
 class Dialect;
 class RecoveryPoint;
+class WriteListener;
 
 /// One open connection to the records. Belongs to the thread that made it; its
 /// connection is closed and forgotten in the destructor.
@@ -61,6 +62,13 @@ public:
 
     const DatabaseSettings &settings() const { return m_settings; }
 
+    bool isInTransaction() const { return m_transactionDepth > 0; }
+
+    /// Null when nobody wants to know. Not owned.
+    WriteListener *writeListener() const { return m_writeListener; }
+
+    void setWriteListener(WriteListener *listener) { m_writeListener = listener; }
+
     /// True inside a transaction whose changes nobody else sees yet.
     bool isWriting() const { return m_transactionDepth > 0 && m_isWriting; }
 
@@ -99,6 +107,7 @@ private:
     SqlCatalog m_catalog;
     QString m_connectionName;
     QHash<QString, QVector<QSqlQuery>> m_idle;
+    WriteListener *m_writeListener = nullptr;
     int m_transactionDepth = 0;
     bool m_isWriting = false;
     bool m_isAbandoned = false; ///< a rollback failed, and no transaction began since

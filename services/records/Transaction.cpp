@@ -5,6 +5,7 @@
 #include "services/notices/NoticeHub.h"
 #include "services/records/Database.h"
 #include "services/records/Dialect.h"
+#include "services/records/WriteListener.h"
 
 #include <exception>
 
@@ -33,6 +34,7 @@ Transaction::Transaction(Database &database, Purpose purpose)
     }
     ++database.m_transactionDepth;
     m_isOpen = true;
+    tellBegin();
 }
 
 void Transaction::begin(bool writes)
@@ -60,15 +62,39 @@ Transaction::~Transaction()
         rollBack();
 }
 
+/// Only the outermost transaction that writes is of interest to anybody.
+WriteListener *Transaction::listener() const
+{
+    return m_depth == 0 && m_database.m_isWriting ? m_database.m_writeListener : nullptr;
+}
+
+void Transaction::tellBegin()
+{
+    WriteListener *told = listener();
+    if (told == nullptr)
+        return;
+    try {
+        told->writeBegins();
+    } catch (...) {
+        rollBack();
+        throw;
+    }
+}
+
 void Transaction::commit()
 {
     if (m_database.m_isBroken) // a server would undo it without a word
         throw SqlError(SqlError::Kind::Other, QStringLiteral("COMMIT"),
                        QStringLiteral("a statement of the transaction has failed"));
+    WriteListener *told = listener();
+    if (told != nullptr)
+        told->writeEnds();
     m_database.runOnce(m_depth > 0 ? QStringLiteral("RELEASE SAVEPOINT ") + savepoint(m_depth)
                                    : QStringLiteral("COMMIT"));
     m_isOpen = false;
     m_database.m_transactionDepth = m_depth;
+    if (told != nullptr)
+        told->written();
 }
 
 void Transaction::rollBack()

@@ -5,6 +5,7 @@
 namespace KODMS::Services {
 
 class Database;
+class WriteListener;
 
 /// Several statements as one change, or several reads of one state. Rolls back in
 /// its destructor unless commit() was called. Inside another transaction it is a
@@ -27,6 +28,8 @@ public:
 
 private:
     void begin(bool writes);
+    WriteListener *listener() const;
+    void tellBegin();
     void rollBack();
 
     Database &m_database;

@@ -56,7 +56,8 @@ Runtime::Runtime(Configuration configuration, std::unique_ptr<Database> database
                  std::unique_ptr<FileStore> fileStore, int schemaVersion)
     : m_configuration(std::move(configuration)), m_fileStore(std::move(fileStore)),
       m_storedFiles(*m_fileStore), m_records(std::move(database)),
-      m_searchIndex(m_configuration.database), m_schemaVersion(schemaVersion)
+      m_foreignChanges(m_records.database()), m_searchIndex(m_configuration.database),
+      m_schemaVersion(schemaVersion)
 {
     m_records.setStoredFiles(&m_storedFiles);
     m_records.setShownRecords(&m_memory);

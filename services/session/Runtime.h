@@ -7,6 +7,7 @@
 #include "services/records/RecordContext.h"
 #include "services/records/bll/SessionMemory.h"
 #include "services/search/ColumnIndex.h"
+#include "services/session/ForeignChanges.h"
 #include "services/session/StoreBehindRecords.h"
 
 #include <functional>
@@ -43,6 +44,8 @@ public:
 
     ColumnIndex &searchIndex() { return m_searchIndex; }
 
+    ForeignChanges &foreignChanges() { return m_foreignChanges; }
+
     int schemaVersion() const { return m_schemaVersion; }
 
     /// Somebody else acts from now on; what was shown before counts no more.
@@ -63,6 +66,7 @@ private:
     StoreBehindRecords m_storedFiles;
     SessionMemory m_memory;
     RecordContext m_records;
+    ForeignChanges m_foreignChanges;
     ColumnIndex m_searchIndex;
     int m_schemaVersion;
 };

@@ -4,6 +4,7 @@
 
 #include "services/records/Database.h"
 #include "services/records/TimeText.h"
+#include "services/records/Transaction.h"
 
 namespace KODMS::Services {
 
@@ -17,9 +18,7 @@ QString plain(const QString &text)
     return text.isNull() ? QStringLiteral("") : text.left(LongestValue);
 }
 
-} // namespace
-
-void writeAudit(Database &database, const AuditEvent &event)
+void insertEvent(Database &database, const AuditEvent &event)
 {
     SqlQuery query = database.query("insert_event");
     query.bind(":time", storedNow());
@@ -32,6 +31,21 @@ void writeAudit(Database &database, const AuditEvent &event)
     query.bind(":after", plain(event.after));
     query.bind(":refused", event.refused ? 1 : 0);
     query.exec();
+}
+
+} // namespace
+
+/// A transaction even for one row: the numbers of the events grow in the order in which
+/// they can be read.
+void writeAudit(Database &database, const AuditEvent &event)
+{
+    if (database.isInTransaction()) {
+        insertEvent(database, event);
+        return;
+    }
+    Transaction transaction(database);
+    insertEvent(database, event);
+    transaction.commit();
 }
 
 } // namespace KODMS::Services

@@ -1,0 +1,128 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "services/api/LiveChanges.h"
+
+#include "foundation/ui/DMS_UICommon.h"
+#include "services/notices/NoticeHub.h"
+#include "services/session/Runtime.h"
+#include "services/session/SessionSignals.h"
+#include "services/tasks/TaskRunner.h"
+
+#include <algorithm>
+
+namespace KODMS::Services {
+
+namespace {
+
+constexpr int longestInterval = 60'000;
+
+} // namespace
+
+LiveChanges::LiveChanges()
+{
+    m_timer.setInterval(Interval);
+    connect(&m_timer, &QTimer::timeout, this, &LiveChanges::look);
+    connect(&SessionSignals::instance(), &SessionSignals::actorChanged, this, &LiveChanges::end);
+    // The first of the two signals of a refresh: no desk has read yet.
+    connect(UI::DMS_UICommon::interface(), &UI::DMS_UICommon::refreshOrigFileTable, this,
+            &LiveChanges::startAgain);
+}
+
+LiveChanges &LiveChanges::instance()
+{
+    static LiveChanges changes;
+    return changes;
+}
+
+bool LiveChanges::isWorking()
+{
+    return TaskRunner::instance().isBusy();
+}
+
+void LiveChanges::begin()
+{
+    if (Runtime::current() == nullptr)
+        return;
+    m_isOn = true;
+    lookBy([](ForeignChanges &changes) { changes.begin(); });
+}
+
+void LiveChanges::startAgain()
+{
+    if (m_isOn)
+        begin();
+}
+
+void LiveChanges::end()
+{
+    m_isOn = false;
+    m_timer.stop();
+    if (Runtime::current() != nullptr)
+        Runtime::current()->foreignChanges().end();
+    show(0);
+}
+
+void LiveChanges::setWatched(bool watched)
+{
+    if (watched == isWatched())
+        return;
+    if (!watched) {
+        m_timer.stop();
+        return;
+    }
+    m_timer.start();
+    look();
+}
+
+/// Not in the middle of a change: what is read there may yet be undone.
+void LiveChanges::look()
+{
+    Runtime *runtime = Runtime::current();
+    if (!m_isOn || runtime == nullptr || runtime->records().database().isInTransaction())
+        return;
+    lookBy([](ForeignChanges &changes) {
+        if (changes.isCounting())
+            changes.look();
+        else
+            changes.begin();
+    });
+}
+
+void LiveChanges::lookBy(const std::function<void(ForeignChanges &)> &step)
+{
+    ForeignChanges &changes = Runtime::current()->foreignChanges();
+    try {
+        step(changes);
+        succeeded();
+    } catch (const SqlError &error) {
+        failed(error.logText());
+    }
+    show(changes.count());
+}
+
+void LiveChanges::succeeded()
+{
+    if (!m_hasFailed)
+        return;
+    m_hasFailed = false;
+    m_timer.setInterval(Interval);
+    qCInfo(lcRecords) << "look for changes by others: works again";
+}
+
+void LiveChanges::failed(const QString &cause)
+{
+    if (!m_hasFailed)
+        qCWarning(lcRecords).noquote() << "look for changes by others" << cause;
+    m_hasFailed = true;
+    m_timer.setInterval(std::min(m_timer.interval() * 2, longestInterval));
+}
+
+void LiveChanges::show(int count)
+{
+    if (count == m_count)
+        return;
+    m_count = count;
+    Q_EMIT countChanged(count);
+}
+
+} // namespace KODMS::Services

@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "foundation/common/ServicesExport.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <functional>
+
+namespace KODMS::Services {
+
+class ForeignChanges;
+
+/// Says how many records others have changed since the desks of this program last read
+/// them: other programs, and the same person at another desk. A refresh of the desks,
+/// whoever asked for it, counts from zero again. GUI thread.
+class KODMS_SERVICES_API LiveChanges : public QObject {
+    Q_OBJECT
+
+public:
+    static LiveChanges &instance();
+
+    /// Counts from now, from zero, until the user signs out. Before the desks are made:
+    /// they read after it, and this hears of a refresh before they do.
+    void begin();
+
+    /// Whether somebody sees the count. Only then is it brought up to date: at once, and
+    /// every two seconds; after a failure, which is logged once, more and more seldom.
+    void setWatched(bool watched);
+
+    bool isWatched() const { return m_timer.isActive(); }
+
+    /// Records as of the last look; 1 when something was written and nobody said what.
+    int count() const { return m_count; }
+
+    /// True while the services work for a desk, which may be in the middle of its rows.
+    static bool isWorking();
+
+    /// Milliseconds between two looks while nothing fails.
+    static constexpr int Interval = 2000;
+
+Q_SIGNALS:
+    void countChanged(int records);
+
+private:
+    LiveChanges();
+
+    void look();
+    void startAgain();
+    void end();
+    void show(int count);
+    void lookBy(const std::function<void(ForeignChanges &)> &step);
+    void succeeded();
+    void failed(const QString &cause);
+
+    QTimer m_timer;
+    int m_count = 0;
+    bool m_isOn = false; ///< from begin() until the user signs out
+    bool m_hasFailed = false;
+};
+
+} // namespace KODMS::Services

@@ -1,0 +1,225 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "services/api/LiveChanges.h"
+
+#include "foundation/ui/DMS_UICommon.h"
+#include "services/api/Orders.h"
+#include "services/records/Transaction.h"
+#include "services/session/Runtime.h"
+#include "tests/api/support/Installation.h"
+#include "tests/support/TestMain.h"
+
+#include <QProcess>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <cstdio>
+#include <memory>
+
+using namespace KODMS::Services;
+using KODMS::Tests::Installation;
+using KODMS::UI::DMS_UICommon;
+
+namespace {
+
+constexpr int patience = 30'000;
+
+/// The other program: pays the orders of the jobs that it is told.
+int payOrders(const QString &iniPath, const QStringList &jobs)
+{
+    const Outcome started = ServiceRuntime::instance().start(iniPath);
+    if (!started) {
+        std::fprintf(stderr, "%s\n", qPrintable(started.text));
+        return 1;
+    }
+    SignIn::actAsOperator();
+    for (const QString &job : jobs) {
+        if (!Orders::pay(job))
+            return 1;
+    }
+    return 0;
+}
+
+} // namespace
+
+/// What another program changes while this one shows records.
+class LiveChangesTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void aChangeOfAnotherProgramIsNoticed();
+    void ownChangesAreNot();
+    void anyRefreshCountsFromZero();
+    void nobodyWhoLooksMeansNoLook();
+    void signingOutEndsIt();
+    void aFailureIsLoggedOnce();
+    void notInTheMiddleOfAChange();
+    void withoutServicesNothingHappens();
+
+private:
+    void payElsewhere(const QStringList &jobs) const;
+
+    static Database &database() { return Runtime::current()->records().database(); }
+
+    static void lookNow();
+
+    std::unique_ptr<Installation> m_home;
+};
+
+void LiveChangesTest::init()
+{
+    m_home = std::make_unique<Installation>();
+    m_home->initAndStart();
+    for (const char *sql :
+         {"INSERT INTO customers (code, create_time) VALUES ('web', '')",
+          "INSERT INTO jobs (name, customer_id, serial_number, create_time) "
+          "VALUES ('web000001', 1, 1, ''), ('web000002', 1, 2, ''), ('web000003', 1, 3, '')",
+          "INSERT INTO job_flows (guid, job_name, create_time) "
+          "VALUES ('g1', 'web000001', ''), ('g2', 'web000002', ''), ('g3', 'web000003', '')",
+          "INSERT INTO orders (flow_id, create_time) VALUES (1, ''), (2, ''), (3, '')"})
+        database().run(QString::fromLatin1(sql));
+    LiveChanges::instance().begin();
+    LiveChanges::instance().setWatched(true);
+}
+
+void LiveChangesTest::cleanup()
+{
+    LiveChanges::instance().setWatched(false);
+    m_home.reset();
+}
+
+void LiveChangesTest::payElsewhere(const QStringList &jobs) const
+{
+    QProcess other;
+    other.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    other.start(QCoreApplication::applicationFilePath(),
+                QStringList{QStringLiteral("--pay"), m_home->iniPath()} + jobs);
+    QVERIFY(other.waitForFinished(patience));
+    QCOMPARE(other.exitCode(), 0);
+}
+
+/// What otherwise happens within two seconds.
+void LiveChangesTest::lookNow()
+{
+    LiveChanges::instance().setWatched(false);
+    LiveChanges::instance().setWatched(true);
+}
+
+void LiveChangesTest::aChangeOfAnotherProgramIsNoticed()
+{
+    QSignalSpy told(&LiveChanges::instance(), &LiveChanges::countChanged);
+    payElsewhere({QStringLiteral("web000001"), QStringLiteral("web000002")});
+    QTRY_COMPARE_WITH_TIMEOUT(LiveChanges::instance().count(), 2, patience);
+    QCOMPARE(told.last().at(0).toInt(), 2);
+    told.clear();
+    lookNow();
+    QCOMPARE(told.size(), 0);
+}
+
+void LiveChangesTest::ownChangesAreNot()
+{
+    QVERIFY(Orders::pay(QStringLiteral("web000003")));
+    lookNow();
+    QCOMPARE(LiveChanges::instance().count(), 0);
+    payElsewhere({QStringLiteral("web000001")});
+    QVERIFY(Orders::pay(QStringLiteral("web000002")));
+    lookNow();
+    QCOMPARE(LiveChanges::instance().count(), 1);
+}
+
+void LiveChangesTest::anyRefreshCountsFromZero()
+{
+    payElsewhere({QStringLiteral("web000001")});
+    lookNow();
+    QCOMPARE(LiveChanges::instance().count(), 1);
+    int countForTheDesks = -1;
+    QObject desk;
+    connect(DMS_UICommon::interface(), &DMS_UICommon::refreshOrigFileTable, &desk,
+            [&countForTheDesks] { countForTheDesks = LiveChanges::instance().count(); });
+    DMS_UICommon::interface()->emitGobalSingal();
+    QCOMPARE(countForTheDesks, 0); // it begins before they read
+    lookNow();
+    QCOMPARE(LiveChanges::instance().count(), 0);
+    payElsewhere({QStringLiteral("web000002")});
+    lookNow();
+    QCOMPARE(LiveChanges::instance().count(), 1);
+}
+
+void LiveChangesTest::nobodyWhoLooksMeansNoLook()
+{
+    LiveChanges::instance().setWatched(false);
+    QVERIFY(!LiveChanges::instance().isWatched());
+    payElsewhere({QStringLiteral("web000001")});
+    QTest::qWait(LiveChanges::Interval + 500);
+    QCOMPARE(LiveChanges::instance().count(), 0);
+    LiveChanges::instance().setWatched(true);
+    QCOMPARE(LiveChanges::instance().count(), 1);
+}
+
+void LiveChangesTest::signingOutEndsIt()
+{
+    payElsewhere({QStringLiteral("web000001")});
+    lookNow();
+    QCOMPARE(LiveChanges::instance().count(), 1);
+    SignIn::signOut();
+    QCOMPARE(LiveChanges::instance().count(), 0);
+    QVERIFY(!LiveChanges::instance().isWatched());
+    payElsewhere({QStringLiteral("web000002")});
+    lookNow();
+    QCOMPARE(LiveChanges::instance().count(), 0);
+}
+
+void LiveChangesTest::aFailureIsLoggedOnce()
+{
+    payElsewhere({QStringLiteral("web000001")});
+    lookNow();
+    database().run(QStringLiteral("ALTER TABLE events RENAME TO gone"));
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression(QStringLiteral("look for changes by others.*events")));
+    lookNow();
+    lookNow(); // a second warning would fail the test
+    QCOMPARE(LiveChanges::instance().count(), 1);
+    DMS_UICommon::interface()->emitGobalSingal();
+    QCOMPARE(LiveChanges::instance().count(), 1); // what could not be read is not forgotten
+    database().run(QStringLiteral("ALTER TABLE gone RENAME TO events"));
+    payElsewhere({QStringLiteral("web000002")});
+    lookNow();
+    QCOMPARE(LiveChanges::instance().count(), 2);
+}
+
+void LiveChangesTest::notInTheMiddleOfAChange()
+{
+    payElsewhere({QStringLiteral("web000001")});
+    {
+        const Transaction reading(database(), Transaction::Purpose::Read);
+        lookNow();
+        QCOMPARE(LiveChanges::instance().count(), 0);
+    }
+    lookNow();
+    QCOMPARE(LiveChanges::instance().count(), 1);
+}
+
+void LiveChangesTest::withoutServicesNothingHappens()
+{
+    m_home.reset();
+    LiveChanges::instance().begin();
+    lookNow();
+    DMS_UICommon::interface()->emitGobalSingal();
+    QCOMPARE(LiveChanges::instance().count(), 0);
+}
+
+int main(int argc, char **argv)
+{
+    KODMS::Tests::prepareEnvironment();
+    QCoreApplication app(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() > 3 && arguments[1] == QLatin1String("--pay"))
+        return payOrders(arguments[2], arguments.mid(3));
+    LiveChangesTest test;
+    return KODMS::Tests::runTests(&test, arguments);
+}
+
+#include "LiveChangesTest.moc"
