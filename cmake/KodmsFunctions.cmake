@@ -31,6 +31,10 @@ function(kodms_add_service_module name)
   set_property(GLOBAL APPEND PROPERTY KODMS_SERVICE_MODULES ${target})
 endfunction()
 
+# What the tests on PostgreSQL read to find their server.
+set(KODMS_TEST_SERVER_FOLDER "${CMAKE_BINARY_DIR}/tests/postgres/running")
+set(KODMS_TEST_SERVER "${KODMS_TEST_SERVER_FOLDER}/server")
+
 # The tests in which threads of ours meet: what ThreadSanitizer looks at.
 set(KODMS_THREADED_TESTS "^(tasks|notices|disk|filestore|archive|search|common|ui)[.]|^e2e[.].*Download")
 add_custom_target(kodms_threaded_tests)
@@ -60,6 +64,25 @@ function(kodms_add_test name)
   set_tests_properties(${name} PROPERTIES
     LABELS "${label}" TIMEOUT ${ARG_TIMEOUT}
     ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=Asia/Shanghai;QT_LOGGING_RULES=kodms.*.info=false;QTEST_FUNCTION_TIMEOUT=${function_ms}")
+endfunction()
+
+# kodms_run_on_postgres(NAME...): runs the same executables once more, as NAME.postgres, on the
+# server that the fixture postgres starts. Called in the folder of the tests.
+function(kodms_run_on_postgres)
+  if(NOT UNIX)
+    return()
+  endif()
+  foreach(name IN LISTS ARGN)
+    get_test_property(${name} LABELS labels)
+    list(REMOVE_ITEM labels threads) # the other engine has shown those already
+    get_test_property(${name} TIMEOUT timeout)
+    get_test_property(${name} ENVIRONMENT environment)
+    list(APPEND environment KODMS_TEST_ENGINE=postgres "KODMS_TEST_SERVER=${KODMS_TEST_SERVER}")
+    add_test(NAME ${name}.postgres COMMAND ${name})
+    set_tests_properties(${name}.postgres PROPERTIES
+      LABELS "${labels};postgres" TIMEOUT ${timeout} ENVIRONMENT "${environment}"
+      FIXTURES_REQUIRED postgres SKIP_RETURN_CODE 77)
+  endforeach()
 endfunction()
 
 # A test of the desks: the desk objects on the recording fakes.

@@ -7,13 +7,14 @@ top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$top"
 jobs=$(nproc 2>/dev/null || echo 2)
 
-# What building and running needs, and what only the checks need (Debian 12 names).
+# What building and running needs, what more the tests use, and what only the checks need
+# (Debian 12 names).
 build_packages=(g++ cmake ninja-build ccache pkg-config qtbase5-dev qttools5-dev
   qttools5-dev-tools libqt5sql5-sqlite libqt5sql5-psql libarchive-dev libisal-dev libmongoc-dev
   libsodium-dev libssl-dev libsqlite3-dev libxlsxwriter-dev fonts-noto-cjk fonts-noto-color-emoji
   qttranslations5-l10n)
-# Other programs that the tests compare ours with.
-test_packages=(python3-gridfs python3-pymongo)
+# Servers for the tests, and other programs that the tests compare ours with.
+test_packages=(postgresql python3-gridfs python3-pymongo)
 check_packages=(git clang-format-14 clang-tidy-14)
 
 say() { printf '==> %s\n' "$*"; }

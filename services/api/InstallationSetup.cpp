@@ -74,18 +74,45 @@ Result<std::vector<UserRow>> rowsFor(const QVector<SampleAccount> &accounts)
     return rows;
 }
 
+/// A configuration alone may wait there: it says where the sample shall be.
+bool isFree(const QString &folder, const QString &configPath)
+{
+    const QStringList names = QDir(folder).entryList(QDir::AllEntries | QDir::Hidden |
+                                                     QDir::System | QDir::NoDotAndDotDot);
+    return names.isEmpty() || names == QStringList(QFileInfo(configPath).fileName());
+}
+
 Outcome makeSampleFolder(const QString &folder)
 {
-    if (QFileInfo::exists(folder) && !QDir(folder).isEmpty())
+    if (QFileInfo::exists(folder) && !isFree(folder, InstallationSetup::sampleConfigPath(folder)))
         return Outcome::failure(tr("文件夹 %1 不是空的").arg(folder));
     if (!QDir().mkpath(folder))
         return Outcome::failure(tr("无法创建文件夹 %1").arg(folder));
     return Outcome::success();
 }
 
+/// The configuration that waits in the folder, now one of a sample; else the defaults there,
+/// not yet written.
+Result<Configuration> sampleConfiguration(const QString &folder)
+{
+    const QString path = InstallationSetup::sampleConfigPath(folder);
+    const bool waits = QFileInfo::exists(path);
+    auto configuration = waits ? Configuration::load(path)
+                               : Result<Configuration>(Configuration::defaults(path, folder));
+    if (!configuration)
+        return configuration;
+    configuration.value.isSample = true;
+    if (const Outcome saved = waits ? configuration.value.save() : Outcome::success(); !saved)
+        return saved;
+    return configuration;
+}
+
 Outcome fillSampleFolder(const QString &folder)
 {
     const QString data = QDir(folder).absolutePath();
+    const auto configuration = sampleConfiguration(data);
+    if (!configuration)
+        return configuration.outcome;
     const QVector<SampleAccount> accounts = SampleAccountsFile::makeAccounts();
     const auto rows = rowsFor(accounts);
     if (!rows)
@@ -94,10 +121,7 @@ Outcome fillSampleFolder(const QString &folder)
     const Outcome written = SampleAccountsFile::write(accountsFile, accounts);
     if (!written)
         return written;
-    Configuration configuration =
-        Configuration::defaults(InstallationSetup::sampleConfigPath(folder), data);
-    configuration.isSample = true;
-    Outcome made = NewInstallation(configuration).make(rows.value);
+    const Outcome made = NewInstallation(configuration.value).make(rows.value);
     if (!made)
         QFile::remove(accountsFile); // names accounts that are not there
     return made;

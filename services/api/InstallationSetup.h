@@ -36,9 +36,10 @@ public:
                         const QString &adminRealName, const QString &password);
 
     /// Makes a sample installation with one account for each role and one
-    /// ordinary user in `folder`, which must be empty or missing. The accounts,
-    /// with passwords made at random, are written to a file there that only its
-    /// owner can read.
+    /// ordinary user in `folder`, which must be missing, empty, or hold nothing but
+    /// a configuration that says where the records shall be. The accounts, with
+    /// passwords made at random, are written to a file there that only its owner
+    /// can read.
     static Outcome createSample(const QString &folder);
 
     /// The accounts of the sample installation in `folder`.

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/admin/AdminSandbox.h"
 
+#include "tests/support/PlainConnection.h"
 #include "tests/support/WithoutPrivilege.h"
 
 #include <QDir>
@@ -10,8 +11,6 @@
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QProcess>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -71,6 +70,13 @@ QJsonObject AdminRun::json() const
 QByteArray AdminRun::all() const
 {
     return "exit code " + QByteArray::number(code) + "\nstdout: " + output + "\nstderr: " + errors;
+}
+
+AdminSandbox::AdminSandbox() : m_database(path(QStringLiteral("place/kodms.db")))
+{
+    if (TestDatabase::isServer() &&
+        write(QStringLiteral("place/kodms.ini"), m_database.section()).isEmpty())
+        qFatal("%s cannot be written", qPrintable(configPath()));
 }
 
 QStringList AdminSandbox::environment() const
@@ -176,19 +182,19 @@ QString AdminSandbox::makeArchive(const QString &below, const QByteArray &conten
 
 QString AdminSandbox::queried(const QString &sql) const
 {
-    QString value;
-    {
-        QSqlDatabase database =
-            QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("sandbox"));
-        database.setDatabaseName(path(QStringLiteral("place/kodms.db")));
-        if (database.open()) {
-            QSqlQuery query(sql, database);
-            if (query.next())
-                value = query.value(0).toString();
-        }
-    }
-    QSqlDatabase::removeDatabase(QStringLiteral("sandbox"));
-    return value;
+    return column(sql).value(0);
+}
+
+QStringList AdminSandbox::column(const QString &sql) const
+{
+    return PlainConnection(m_database.settings()).texts(sql);
+}
+
+void AdminSandbox::empty(const QString &table) const
+{
+    const PlainConnection connection(m_database.settings());
+    connection.ignoreReferences();
+    connection.run(QStringLiteral("DELETE FROM ") + table);
 }
 
 QStringList AdminSandbox::filesBelow(const QString &below) const

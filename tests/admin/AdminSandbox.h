@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "tests/support/TestDatabase.h"
+
 #include <QByteArray>
 #include <QJsonObject>
 #include <QString>
@@ -27,6 +29,8 @@ class AdminSandbox {
 public:
     static constexpr const char *AdminLogin = "chief";
     static constexpr const char *AdminPassword = "correct horse battery";
+
+    AdminSandbox();
 
     QString path(const QString &below) const { return m_dir.filePath(below); }
 
@@ -55,6 +59,11 @@ public:
 
     /// The one value of a query on the installation's database; empty when there is none.
     QString queried(const QString &sql) const;
+    /// The same, of every row.
+    QStringList column(const QString &sql) const;
+
+    /// Deletes every row of a table, whatever refers to it.
+    void empty(const QString &table) const;
 
     /// Every file below a folder of the sandbox, with its size and time: what a refused command
     /// must not change.
@@ -69,6 +78,7 @@ private:
     QStringList environment() const;
 
     QTemporaryDir m_dir;
+    TestDatabase m_database;
 };
 
 } // namespace KODMS::Tests

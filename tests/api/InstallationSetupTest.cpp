@@ -45,6 +45,7 @@ private Q_SLOTS:
     void aSampleHasAnAccountForEachRole();
     void samplePasswordsAreMadeAtRandom();
     void aSampleNeedsAnEmptyFolder();
+    void aSampleGoesWhereAWaitingConfigurationSays();
     void anAccountsFileThatIsThereStays();
     void aDamagedAccountsFileIsTold();
 
@@ -90,7 +91,7 @@ void InstallationSetupTest::refusesAnExistingInstallation()
     const Outcome again = InstallationSetup::init(m_home->iniPath(), QStringLiteral("other"),
                                                   QStringLiteral("X"), Installation::password());
     QVERIFY(!again);
-    QVERIFY2(again.text.contains(m_home->path("kodms.db")), qPrintable(again.text));
+    QVERIFY2(again.text.contains(m_home->databaseName()), qPrintable(again.text));
     QVERIFY(ServiceRuntime::instance().start(m_home->iniPath()));
     QVERIFY(SignIn::signIn(Installation::login(), Installation::password()));
 }
@@ -273,6 +274,21 @@ void InstallationSetupTest::aSampleNeedsAnEmptyFolder()
     QVERIFY(!made);
     QVERIFY(made.text.contains(sample()));
     QCOMPARE(QDir(sample()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(), 1);
+}
+
+void InstallationSetupTest::aSampleGoesWhereAWaitingConfigurationSays()
+{
+    QVERIFY(QDir().mkpath(sample()));
+    QFile ini(InstallationSetup::sampleConfigPath(sample()));
+    QVERIFY(ini.open(QIODevice::WriteOnly));
+    ini.write("[fileStore]\nroot = shelves\n[robot]\nport = 7999\n");
+    ini.close();
+    QVERIFY(InstallationSetup::createSample(sample()));
+    QVERIFY(QDir(sample() + QStringLiteral("/shelves")).exists());
+    QVERIFY(!QDir(sample() + QStringLiteral("/files")).exists());
+    QVERIFY(ServiceRuntime::instance().start(ini.fileName()));
+    QVERIFY(ServiceRuntime::instance().isSample());
+    QCOMPARE(Runtime::current()->configuration().robot.port, 7999);
 }
 
 void InstallationSetupTest::anAccountsFileThatIsThereStays()

@@ -80,7 +80,7 @@ void ServiceRuntimeTest::startsAndStops()
     m_home->initAndStart();
     QVERIFY(runtime().isRunning());
     QCOMPARE(runtime().configPath(), m_home->iniPath());
-    QVERIFY(runtime().databaseText().endsWith(QStringLiteral("kodms.db")));
+    QVERIFY(runtime().databaseText().endsWith(m_home->databaseName()));
     QVERIFY(!runtime().fileStoreText().isEmpty());
     QVERIFY(runtime().schemaVersion() >= 1);
     QVERIFY(!runtime().isSample());
@@ -196,8 +196,8 @@ void ServiceRuntimeTest::afterAFailureAGoodStartWorks()
 void ServiceRuntimeTest::oddPathsAreNoticed()
 {
     QVERIFY(m_home->init());
-    write(m_home->iniPath(),
-          QStringLiteral("[paths]\nstaging = %1\n[fun]\nx = 1\n").arg(m_home->path("in")).toUtf8());
+    m_home->writeIni(
+        QStringLiteral("[paths]\nstaging = %1\n[fun]\nx = 1\n").arg(m_home->path("in")).toUtf8());
     NoticeLog log;
     QVERIFY(runtime().start(m_home->iniPath()));
     QCOMPARE(log.notices.size(), 2);

@@ -91,7 +91,7 @@ private:
 void FailuresTest::closeConnections()
 {
     const QStringList names = QSqlDatabase::connectionNames();
-    const QString own = m_home.session().context->database().settings().path;
+    const QString own = m_home.place();
     for (const QString &name : names) {
         if (QSqlDatabase::database(name, false).databaseName() == own)
             QSqlDatabase::database(name, false).close();
@@ -103,7 +103,10 @@ void FailuresTest::breakIt(const QString &how, const char *table)
     if (how == QLatin1String("closed"))
         closeConnections();
     else if (how == QLatin1String("read-only"))
-        m_home.session().context->database().run(QStringLiteral("PRAGMA query_only = ON"));
+        m_home.session().context->database().run(
+            Tests::TestDatabase::isServer()
+                ? QStringLiteral("SET default_transaction_read_only = on")
+                : QStringLiteral("PRAGMA query_only = ON"));
     else if (how == QLatin1String("locked"))
         m_otherWriter.emplace(m_home.database());
     else if (how == QLatin1String("table gone"))

@@ -22,14 +22,12 @@ constexpr int rounds = 5000; ///< of each desk
 /// One desk in a process of its own: looks at the flow, changes its remark by what
 /// it saw, and looks again when somebody else was faster. Prints its successes and
 /// refusals.
-int runDesk(const QString &path, int userId, int flowId)
+int runDesk(const QString &place, int userId, int flowId)
 {
-    Services::DatabaseSettings settings;
-    settings.driver = QStringLiteral("sqlite");
-    settings.path = path;
+    Services::DatabaseSettings settings = Tests::TestDatabase::settingsAt(place);
     settings.busyTimeoutMs = 20000;
     Services::RecordContext context(std::make_unique<Services::Database>(settings));
-    context.database().run(QStringLiteral("PRAGMA synchronous = OFF"));
+    context.database().run(Tests::TestDatabase::hurry());
     Services::SessionMemory memory;
     context.setShownRecords(&memory);
     context.setActor(Services::UserRecords(context.database()).byId(userId)->actor());
@@ -66,7 +64,7 @@ void TwoDesksTest::noUpdateIsLost()
     for (int i = 0; i < 2; ++i) {
         const int user = home.addUser(QStringLiteral("desk%1").arg(i), {Role::Admin});
         desks[i].start(QCoreApplication::applicationFilePath(),
-                       {QStringLiteral("--desk"), home.settings().path, QString::number(user),
+                       {QStringLiteral("--desk"), home.place(), QString::number(user),
                         QString::number(job.flowId)});
     }
     int won = 0;

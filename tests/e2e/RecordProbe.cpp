@@ -2,42 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/e2e/RecordProbe.h"
 
-#include <QDir>
-#include <QFileInfo>
-#include <QSqlDatabase>
-#include <QSqlError>
-#include <QSqlQuery>
-#include <QVariant>
-
 namespace KODMS::Tests {
-
-RecordProbe::RecordProbe(const QString &configPath) : m_connection(QStringLiteral("record probe"))
-{
-    // A sample installation keeps its database beside its configuration.
-    const QString path = QFileInfo(configPath).dir().filePath(QStringLiteral("kodms.db"));
-    auto database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
-    database.setDatabaseName(path);
-    database.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
-    if (!database.open())
-        qFatal("the database of %s cannot be read", qPrintable(configPath));
-}
-
-RecordProbe::~RecordProbe()
-{
-    QSqlDatabase::database(m_connection).close();
-    QSqlDatabase::removeDatabase(m_connection);
-}
-
-QStringList RecordProbe::texts(const QString &statement) const
-{
-    QSqlQuery query(QSqlDatabase::database(m_connection));
-    if (!query.exec(statement))
-        qFatal("%s: %s", qPrintable(statement), qPrintable(query.lastError().text()));
-    QStringList texts;
-    while (query.next())
-        texts << query.value(0).toString();
-    return texts;
-}
 
 QString RecordProbe::text(const QString &statement) const
 {

@@ -2,23 +2,21 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "tests/support/PlainConnection.h"
+
 #include <QString>
 #include <QStringList>
 
 namespace KODMS::Tests {
 
-/// Reads the database of a running embedded installation past its services.
+/// Reads the database of a running installation past its services.
 class RecordProbe {
 public:
-    /// `configPath` is the installation's configuration file.
-    explicit RecordProbe(const QString &configPath);
-    ~RecordProbe();
-
-    RecordProbe(const RecordProbe &) = delete;
-    RecordProbe &operator=(const RecordProbe &) = delete;
+    explicit RecordProbe(const Services::DatabaseSettings &place) : m_connection(place) {}
 
     /// The first column of every row; a statement that fails ends the process.
-    QStringList texts(const QString &statement) const;
+    QStringList texts(const QString &statement) const { return m_connection.texts(statement); }
+
     QString text(const QString &statement) const;
     int number(const QString &statement) const;
 
@@ -27,7 +25,7 @@ public:
     QStringList flows(const QString &where) const;
 
 private:
-    QString m_connection;
+    PlainConnection m_connection;
 };
 
 } // namespace KODMS::Tests

@@ -27,13 +27,15 @@ void require(const Outcome &outcome)
 } // namespace
 
 SampleHouse::SampleHouse(int flows)
+    : m_folder(m_dir.filePath(QStringLiteral("sample"))),
+      m_database(m_folder + QStringLiteral("/kodms.db"))
 {
-    const QString folder = m_dir.filePath(QStringLiteral("sample"));
-    require(InstallationSetup::createSample(folder));
-    const auto accounts = InstallationSetup::sampleAccounts(folder);
+    m_database.prepareSample(m_folder);
+    require(InstallationSetup::createSample(m_folder));
+    const auto accounts = InstallationSetup::sampleAccounts(m_folder);
     require(accounts.outcome);
     m_accounts = accounts.value;
-    m_config = InstallationSetup::sampleConfigPath(folder);
+    m_config = InstallationSetup::sampleConfigPath(m_folder);
     require(ServiceRuntime::instance().start(m_config));
     NoProgress progress;
     SampleRequest request;
@@ -42,7 +44,7 @@ SampleHouse::SampleHouse(int flows)
     SignIn::actAsOperator();
     require(SampleData::generate(request, progress));
     SignIn::signOut();
-    m_records = std::make_unique<RecordProbe>(m_config);
+    m_records = std::make_unique<RecordProbe>(m_database.settings());
 }
 
 SampleHouse::~SampleHouse()
@@ -87,7 +89,8 @@ void SampleHouse::moveRobotTo(quint16 port) const
     QString text = QString::fromUtf8(file.readAll());
     file.close();
     const QRegularExpression robot(QStringLiteral("\\[robot\\][^\\[]*"));
-    text.replace(robot, QStringLiteral("[robot]\nhost = 127.0.0.1\nport = %1\n\n").arg(port));
+    text.remove(robot);
+    text += QStringLiteral("\n[robot]\nhost = 127.0.0.1\nport = %1\n").arg(port);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(text.toUtf8()) < 0)
         qFatal("%s cannot be written", qPrintable(m_config));
     file.close();

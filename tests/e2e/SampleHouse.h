@@ -5,6 +5,7 @@
 #include "services/api/InstallationSetup.h"
 #include "services/api/UserAdmin.h"
 #include "tests/e2e/RecordProbe.h"
+#include "tests/support/TestDatabase.h"
 
 #include <QTemporaryDir>
 #include <QVector>
@@ -44,8 +45,13 @@ public:
 
     const RecordProbe &records() const { return *m_records; }
 
+    /// Where the records are.
+    const Services::DatabaseSettings &place() const { return m_database.settings(); }
+
 private:
     QTemporaryDir m_dir;
+    QString m_folder;
+    TestDatabase m_database;
     QString m_config;
     std::unique_ptr<RecordProbe> m_records;
     QVector<Services::SampleAccount> m_accounts;

@@ -12,10 +12,7 @@
 
 #include <QApplication>
 #include <QDesktopServices>
-#include <QFileInfo>
 #include <QSignalSpy>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QTableWidget>
 #include <QUrl>
 
@@ -59,21 +56,12 @@ namespace {
 const QString Admin = QStringLiteral("admin");
 
 /// The web shop writes a job's parameters past the services.
-void setParameters(const QString &configPath, const QString &jobName, const QString &parameters)
+void setParameters(const DatabaseSettings &place, const QString &jobName, const QString &parameters)
 {
-    const QString name = QStringLiteral("web shop");
-    {
-        auto database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
-        database.setDatabaseName(QFileInfo(configPath).path() + QStringLiteral("/kodms.db"));
-        QVERIFY(database.open());
-        QSqlQuery query(database);
-        query.prepare(QStringLiteral("INSERT INTO robot_params (job_name, params, update_time) "
-                                     "VALUES (?, ?, '2026-01-01T00:00:00.000Z')"));
-        query.addBindValue(jobName);
-        query.addBindValue(parameters);
-        QVERIFY(query.exec());
-    }
-    QSqlDatabase::removeDatabase(name);
+    PlainConnection(place).run(
+        QStringLiteral("INSERT INTO robot_params (job_name, params, update_time) "
+                       "VALUES ('%1', '%2', '2026-01-01T00:00:00.000Z')")
+            .arg(jobName, parameters));
 }
 
 } // namespace
@@ -118,7 +106,7 @@ void WebJobsTest::aPaidJobGoesToTheCamSideWithItsParameters()
     const Outcome paid = Orders::pay(m_job.jobName);
     QVERIFY2(paid.ok, qPrintable(paid.text));
     const QString parameters = QStringLiteral("layers=4|mode=快");
-    setParameters(m_house->configPath(), m_job.jobName, parameters);
+    setParameters(m_house->place(), m_job.jobName, parameters);
     const DownloadUser user;
     user.clickCell(user.rowOf(DownloadUser::FlowGuid, m_job.flowGuid), 0);
     QSignalSpy imported(DMS_UICommon::interface(), &DMS_UICommon::camImportRequested);

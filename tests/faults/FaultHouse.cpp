@@ -6,17 +6,16 @@
 #include "tests/archive/SampleArchives.h"
 #include "tests/faults/FaultyFileStore.h"
 #include "tests/odbpp/support/JobFiles.h"
+#include "tests/support/PlainConnection.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QHash>
 #include <QRegularExpression>
-#include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlField>
 #include <QSqlQuery>
 #include <QSqlRecord>
-#include <QUuid>
 
 #include <filesystem>
 
@@ -74,12 +73,14 @@ QString rowText(const QSqlRecord &row)
 } // namespace
 
 FaultHouse::FaultHouse(const std::function<void(FaultHouse &)> &prepare)
+    : m_keptRecords(TestDatabase::Begin::Absent)
 {
     takeIn();
     m_actor = m_home.runtime().records().actor();
     prepare(*this);
     m_home.stop();
     fs::copy(native(m_home.path(QString())), native(m_copy.path()), fs::copy_options::recursive);
+    m_keptRecords.copyFrom(m_home.place());
 }
 
 FaultHouse::~FaultHouse()
@@ -109,6 +110,7 @@ void FaultHouse::putBack()
     close();
     emptyFolder(native(m_home.path(QString())));
     fs::copy(native(m_copy.path()), native(m_home.path(QString())), fs::copy_options::recursive);
+    m_home.place().copyFrom(m_keptRecords);
 }
 
 void FaultHouse::open()
@@ -117,7 +119,7 @@ void FaultHouse::open()
     if (!runtime)
         qFatal("%s", qPrintable(runtime.text()));
     Runtime::setCurrent(runtime.value);
-    m_home.database().run(QStringLiteral("PRAGMA synchronous = OFF"));
+    m_home.database().run(TestDatabase::hurry());
     m_home.runtime().setActor(m_actor);
 }
 
@@ -139,20 +141,14 @@ void FaultHouse::run(const QString &statement)
 
 QString FaultHouse::rows(const QString &statement) const
 {
-    const QString name = QUuid::createUuid().toString();
     QStringList lines;
     QHash<QString, QString> guids;
-    {
-        auto connection = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
-        connection.setDatabaseName(m_home.path(QStringLiteral("kodms.db")));
-        const bool isOpen = connection.open();
-        QSqlQuery query(connection);
-        if (!isOpen || !query.exec(statement))
-            qFatal("%s", qPrintable(query.lastError().text()));
-        while (query.next())
-            lines << withoutChance(rowText(query.record()), guids);
-    }
-    QSqlDatabase::removeDatabase(name);
+    const PlainConnection connection(m_home.place().settings());
+    QSqlQuery query(connection.database());
+    if (!query.exec(statement))
+        qFatal("%s", qPrintable(query.lastError().text()));
+    while (query.next())
+        lines << withoutChance(rowText(query.record()), guids);
     return lines.join(QLatin1Char('\n'));
 }
 

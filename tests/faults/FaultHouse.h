@@ -59,6 +59,7 @@ private:
 
     TestInstallation m_home;
     QTemporaryDir m_copy;
+    TestDatabase m_keptRecords;
     QTemporaryDir m_own;
     Services::IntakeReceipt m_job;
     Services::Actor m_actor;

@@ -4,6 +4,7 @@
 
 #include "tests/faults/FaultPlan.h"
 #include "tests/faults/FaultySqlResult.h"
+#include "tests/support/TestDatabase.h"
 
 #include <QSqlError>
 
@@ -13,7 +14,7 @@ namespace {
 
 QString driverName()
 {
-    return QStringLiteral("QSQLITE");
+    return TestDatabase::isServer() ? QStringLiteral("QPSQL") : QStringLiteral("QSQLITE");
 }
 
 void standInFront()
@@ -63,12 +64,16 @@ bool FaultySqlDriver::hasFeature(DriverFeature feature) const
     }
 }
 
-bool FaultySqlDriver::open(const QString &name, const QString &, const QString &, const QString &,
-                           int, const QString &options)
+bool FaultySqlDriver::open(const QString &name, const QString &user, const QString &password,
+                           const QString &host, int port, const QString &options)
 {
     close();
     m_inner = makeInner();
     m_inner.setDatabaseName(name);
+    m_inner.setUserName(user);
+    m_inner.setPassword(password);
+    m_inner.setHostName(host);
+    m_inner.setPort(port);
     m_inner.setConnectOptions(options);
     const bool isOpened = m_inner.open();
     setLastError(m_inner.lastError());

@@ -7,7 +7,7 @@
 
 namespace KODMS::Tests {
 
-/// Qt's driver of the embedded database with a fault plan before it: it takes that
+/// Qt's driver of the engine in force with a fault plan before it: it takes that
 /// driver's name, so that whoever opens a database gets it.
 class FaultySqlDriver final : public QSqlDriver {
     Q_OBJECT

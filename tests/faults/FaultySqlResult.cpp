@@ -3,6 +3,7 @@
 #include "tests/faults/FaultySqlResult.h"
 
 #include "tests/faults/FaultPlan.h"
+#include "tests/support/TestDatabase.h"
 
 #include <QSqlError>
 #include <QSqlRecord>
@@ -37,7 +38,8 @@ bool FaultySqlResult::exec()
     case FaultPlan::Turn::Works:
         break;
     case FaultPlan::Turn::Fails:
-        return fail("disk I/O error", "10");
+        return TestDatabase::isServer() ? fail("could not read block 0 in file", "58030")
+                                        : fail("disk I/O error", "10");
     case FaultPlan::Turn::Throws:
         throw std::runtime_error("the records have thrown");
     case FaultPlan::Turn::IsLost:
@@ -77,7 +79,8 @@ bool FaultySqlResult::fail(const char *text, const char *code)
 bool FaultySqlResult::loseConnection()
 {
     m_driver->lose();
-    return fail("unable to open database file", "14");
+    return TestDatabase::isServer() ? fail("server closed the connection unexpectedly", "")
+                                    : fail("unable to open database file", "14");
 }
 
 bool FaultySqlResult::fetchFirst()

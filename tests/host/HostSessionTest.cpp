@@ -12,6 +12,7 @@
 #include "foundation/ui/DMS_UICommon.h"
 #include "services/api/SignIn.h"
 #include "tests/host/SampleInstallation.h"
+#include "tests/support/PlainConnection.h"
 #include "tests/support/TestMain.h"
 
 #include <QAction>
@@ -24,8 +25,6 @@
 #include <QRegularExpression>
 #include <QScreen>
 #include <QSignalSpy>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QStatusBar>
 #include <QTableWidget>
 #include <QTest>
@@ -154,7 +153,7 @@ void HostSessionTest::theWindowSaysWhoAndWhere()
     QVERIFY(user->toolTip().contains(account.loginName));
     QVERIFY(user->toolTip().contains(QStringLiteral("审核")));
     QVERIFY(user->accessibleName().contains(account.realName));
-    QVERIFY(database->toolTip().contains(QStringLiteral("kodms.db")));
+    QVERIFY(database->toolTip().contains(m_installation->databaseName()));
     QVERIFY(window().windowTitle().contains(account.realName));
 }
 
@@ -358,14 +357,8 @@ void HostSessionTest::everyRoleHasAName()
 void HostSessionTest::aDatabaseThatFailsIsToldAndSurvived()
 {
     signIn(QStringLiteral("admin"));
-    {
-        QSqlDatabase other =
-            QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("other"));
-        other.setDatabaseName(m_installation->folder() + QStringLiteral("/kodms.db"));
-        QVERIFY(other.open());
-        QVERIFY(QSqlQuery(other).exec(QStringLiteral("ALTER TABLE job_flows RENAME TO gone")));
-    }
-    QSqlDatabase::removeDatabase(QStringLiteral("other"));
+    KODMS::Tests::PlainConnection(m_installation->place())
+        .run(QStringLiteral("ALTER TABLE job_flows RENAME TO gone"));
     const int before = m_notices->rowCount();
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("job_flows")));
     window().refreshDesks();

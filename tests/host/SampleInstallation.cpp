@@ -9,8 +9,11 @@ namespace KODMS::Tests {
 
 using namespace Services;
 
-SampleInstallation::SampleInstallation() : m_folder(m_dir.filePath(QStringLiteral("sample")))
+SampleInstallation::SampleInstallation()
+    : m_folder(m_dir.filePath(QStringLiteral("sample"))),
+      m_database(m_folder + QStringLiteral("/kodms.db"))
 {
+    m_database.prepareSample(m_folder);
     Outcome outcome = InstallationSetup::createSample(m_folder);
     if (outcome)
         outcome = ServiceRuntime::instance().start(configPath());
@@ -30,6 +33,11 @@ SampleInstallation::~SampleInstallation()
 QString SampleInstallation::configPath() const
 {
     return InstallationSetup::sampleConfigPath(m_folder);
+}
+
+QString SampleInstallation::databaseName() const
+{
+    return TestDatabase::isServer() ? place().name : QStringLiteral("kodms.db");
 }
 
 SampleAccount SampleInstallation::account(const QString &role) const

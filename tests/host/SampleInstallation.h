@@ -3,6 +3,7 @@
 #pragma once
 
 #include "services/api/InstallationSetup.h"
+#include "tests/support/TestDatabase.h"
 
 #include <QString>
 #include <QTemporaryDir>
@@ -23,6 +24,12 @@ public:
 
     QString folder() const { return m_folder; }
 
+    /// What the windows call the database.
+    QString databaseName() const;
+
+    /// Where the records are.
+    const Services::DatabaseSettings &place() const { return m_database.settings(); }
+
     /// The account that has just this role; "" = the ordinary user.
     Services::SampleAccount account(const QString &role) const;
 
@@ -32,6 +39,7 @@ public:
 private:
     QTemporaryDir m_dir;
     QString m_folder;
+    TestDatabase m_database;
     QString m_problem;
     QVector<Services::SampleAccount> m_accounts;
 };

@@ -129,10 +129,10 @@ void JobImportTest::storesAndRecords()
     QVERIFY(m_home->house.store().get(stored, copy, progress).ok);
     QCOMPARE(m_home->readBoard(copy).job.featureCount, qint64{550});
     QVERIFY(TestInstallation::entries(m_home->house.staging()).isEmpty());
-    const QString events = QStringLiteral("SELECT group_concat(action || ' ' || after_value) FROM "
-                                          "(SELECT * FROM events WHERE action LIKE '%.importJob' "
-                                          "AND user_id = %1 AND refused = 0 ORDER BY id)");
-    QCOMPARE(m_home->house.value(events.arg(user)).toString(),
+    const QString events = QStringLiteral("SELECT action || ' ' || after_value FROM events WHERE "
+                                          "action LIKE '%.importJob' AND user_id = %1 AND "
+                                          "refused = 0 ORDER BY id");
+    QCOMPARE(m_home->house.column(events.arg(user)).join(QLatin1Char(',')),
              QStringLiteral("file.importJob %1,state.importJob 1,0").arg(stored));
 }
 

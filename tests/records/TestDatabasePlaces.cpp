@@ -67,7 +67,7 @@ void TestDatabasePlaces::aDamagedFileIsRefused()
 void TestDatabasePlaces::aTruncatedFileIsRefused()
 {
     TempDatabase database;
-    const QString copy = database.folder() + QStringLiteral("/cut.db");
+    const QString copy = QFileInfo(database.settings().path).path() + QStringLiteral("/cut.db");
     database->run(QStringLiteral("VACUUM INTO '%1'").arg(copy));
     QVERIFY(QFile::resize(copy, QFileInfo(copy).size() / 3));
     QCOMPARE(failureOf([&] { Database cut(TempDatabase::settingsFor(copy)); }),
@@ -80,7 +80,7 @@ void TestDatabasePlaces::aDamagedPageIsReportedWhenItIsRead()
     for (int i = 0; i < 200; ++i)
         database->run(QStringLiteral("INSERT INTO events (create_time, action) VALUES ('t', '%1')")
                           .arg(QString(500, QLatin1Char('e'))));
-    const QString copy = database.folder() + QStringLiteral("/damaged.db");
+    const QString copy = QFileInfo(database.settings().path).path() + QStringLiteral("/damaged.db");
     database->run(QStringLiteral("VACUUM INTO '%1'").arg(copy));
     QFile file(copy);
     QVERIFY(file.open(QIODevice::ReadWrite));

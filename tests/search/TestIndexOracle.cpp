@@ -121,7 +121,7 @@ void TestIndexOracle::changedByAnotherProcess()
     QProcess writer;
     writer.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     writer.start(QStringLiteral(KODMS_SEARCH_WRITER),
-                 {house.temp.settings().path, QString::number(lists / 2)});
+                 {house.temp.place(), QString::number(lists / 2)});
     QVERIFY(writer.waitForStarted());
     int asked = 0;
     const auto ask = [&] {

@@ -16,7 +16,7 @@ int main(int argc, char **argv)
     QCoreApplication app(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     try {
-        Services::Database database(Tests::TempDatabase::settingsFor(arguments.value(1)));
+        Services::Database database(Tests::TestDatabase::settingsAt(arguments.value(1)));
         Tests::RandomChanges changes(database, 11);
         const int steps = arguments.value(2).toInt();
         for (int i = 0; i < steps; ++i)

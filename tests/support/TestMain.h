@@ -11,7 +11,8 @@ namespace KODMS::Tests {
 /// QTest::ignoreMessage() announced. Returns the process's exit code.
 int runTests(QObject *testObject, const QStringList &arguments);
 
-/// Offscreen unless the caller chose a platform; UTC-independent defaults.
+/// Offscreen unless the caller chose a platform; UTC-independent defaults. Ends the
+/// program as a skipped test when the engine that it should run on is not to be had.
 void prepareEnvironment();
 
 } // namespace KODMS::Tests

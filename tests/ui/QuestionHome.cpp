@@ -32,9 +32,10 @@ void QuestionHome::assignTo(int userId)
     for (const IntakeReceipt &receipt : {job, other})
         house.database()
             .prepare(
-                QStringLiteral("INSERT OR REPLACE INTO orig_file_assign (flow_id, executor_id, "
+                QStringLiteral("INSERT INTO orig_file_assign (flow_id, executor_id, "
                                "assign_user_id, assign_time) VALUES (:flow, :user, :by, "
-                               "'2026-01-01T00:00:00.000Z')"))
+                               "'2026-01-01T00:00:00.000Z') ON CONFLICT (flow_id) DO UPDATE SET "
+                               "executor_id = excluded.executor_id"))
             .bind(":flow", receipt.flowId)
             .bind(":user", userId)
             .bind(":by", userId)

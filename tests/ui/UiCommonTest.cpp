@@ -5,15 +5,16 @@
 #include "services/notices/NoticeHub.h"
 #include "services/records/RecordContext.h"
 #include "services/tasks/TaskRunner.h"
+#include "tests/support/TestDatabase.h"
 #include "tests/support/TestMain.h"
 
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <memory>
 
 using namespace KODMS::Services;
+using KODMS::Tests::TestDatabase;
 using KODMS::UI::DMS_StdCommon;
 using KODMS::UI::DMS_UICommon;
 
@@ -38,17 +39,14 @@ private Q_SLOTS:
 private:
     static QList<bool> answers();
 
-    QTemporaryDir m_dir;
+    TestDatabase m_place;
     std::unique_ptr<RecordContext> m_context;
 };
 
 void UiCommonTest::init()
 {
-    DatabaseSettings settings;
-    settings.driver = QStringLiteral("sqlite");
-    settings.path = m_dir.filePath(QStringLiteral("records.db"));
     m_context = std::make_unique<RecordContext>(
-        std::make_unique<Database>(settings, Database::Open::Create));
+        std::make_unique<Database>(m_place.settings(), Database::Open::Create));
     RecordContext::setCurrent(m_context.get());
 }
 

@@ -10,6 +10,7 @@
 #include "services/api/SignIn.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QJsonArray>
 
 #include <algorithm>
@@ -69,6 +70,8 @@ Report DemoCommand::run(const Invocation &invocation)
     const QString folder = QDir(invocation.argument(0)).absolutePath();
     if (invocation.has(QStringLiteral("accounts")))
         return accountsOf(folder);
+    if (QFileInfo::exists(InstallationSetup::sampleConfigPath(folder)))
+        return Report::failure(QStringLiteral("%1 is not empty").arg(folder)); // removed on failure
     if (const Outcome made = InstallationSetup::createSample(folder); !made)
         return Report::failure(made.text);
     const Outcome filled = fill(folder, static_cast<int>(flowsOf(invocation).value));

@@ -5,8 +5,10 @@
 #include "services/api/InstallationSetup.h"
 #include "services/api/ServiceRuntime.h"
 #include "services/api/SignIn.h"
+#include "tests/support/TestDatabase.h"
 
 #include <QDir>
+#include <QFile>
 #include <QTemporaryDir>
 
 namespace KODMS::Tests {
@@ -14,8 +16,10 @@ namespace KODMS::Tests {
 /// An installation with one administrator in a folder of its own.
 class Installation {
 public:
-    Installation()
+    Installation() : m_database(path("kodms.db"))
     {
+        if (TestDatabase::isServer())
+            writeIni({});
         qputenv("XDG_CONFIG_HOME", path("config").toUtf8());
         qputenv("XDG_DATA_HOME", path("data").toUtf8());
         qunsetenv("KODMS_CONFIG");
@@ -30,7 +34,22 @@ public:
 
     QString iniPath() const { return path("kodms.ini"); }
 
-    QString folder() const { return m_dir.path(); }
+    /// A configuration with these lines and the place of the records.
+    void writeIni(const QByteArray &lines) const
+    {
+        QFile file(iniPath());
+        const QByteArray text = lines + m_database.section();
+        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
+            qFatal("%s cannot be written", qPrintable(iniPath()));
+    }
+
+    const Services::DatabaseSettings &place() const { return m_database.settings(); }
+
+    /// What people are told that the database is called.
+    QString databaseName() const
+    {
+        return TestDatabase::isServer() ? place().name : path("kodms.db");
+    }
 
     QStringList files() const
     {
@@ -60,6 +79,7 @@ public:
 
 private:
     QTemporaryDir m_dir;
+    TestDatabase m_database;
 };
 
 } // namespace KODMS::Tests

@@ -7,8 +7,6 @@
 #include "services/records/TimeText.h"
 #include "services/records/bll/FlowRecords.h"
 
-#include <QFile>
-
 namespace KODMS::Tests {
 
 using namespace Services;
@@ -25,18 +23,15 @@ void check(const Outcome &outcome)
 
 } // namespace
 
-RecordsHome::RecordsHome()
+RecordsHome::RecordsHome() : m_place(TestDatabase::Begin::Absent)
 {
-    m_database = std::make_unique<Database>(settings(), Database::Open::Create);
+    m_database = std::make_unique<Database>(m_pristine.settings(), Database::Open::Create);
     check(SchemaMigrator(*m_database).install());
     insert(QStringLiteral("customers"),
            {{QStringLiteral("code"), customerCode}, {QStringLiteral("create_time"), storedNow()}});
     insert(QStringLiteral("customers"), {{QStringLiteral("code"), QStringLiteral("web")},
                                          {QStringLiteral("create_time"), storedNow()}});
-    m_database->run(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"));
     m_database.reset();
-    if (!QFile::copy(path("kodms.db"), path("pristine")))
-        qFatal("cannot keep the pristine database");
     reset();
 }
 
@@ -55,12 +50,9 @@ void RecordsHome::close()
 void RecordsHome::reset()
 {
     close();
-    for (const char *name : {"kodms.db", "kodms.db-wal", "kodms.db-shm"})
-        QFile::remove(path(name));
-    if (!QFile::copy(path("pristine"), path("kodms.db")))
-        qFatal("cannot copy the pristine database");
+    m_place.copyFrom(m_pristine);
     m_database = std::make_unique<Database>(settings());
-    m_database->run(QStringLiteral("PRAGMA synchronous = OFF"));
+    m_database->run(TestDatabase::hurry());
     m_files.names.clear();
     m_files.removed.clear();
     m_files.failure.clear();
@@ -69,9 +61,7 @@ void RecordsHome::reset()
 
 DatabaseSettings RecordsHome::settings() const
 {
-    DatabaseSettings settings;
-    settings.driver = QStringLiteral("sqlite");
-    settings.path = path("kodms.db");
+    DatabaseSettings settings = m_place.settings();
     settings.busyTimeoutMs = 50;
     return settings;
 }
@@ -188,27 +178,13 @@ QVariant RecordsHome::one(const QString &sql)
 
 QString RecordsHome::dump()
 {
+    const PlainConnection plain(settings());
     QString text;
-    QStringList tables;
-    SqlQuery names = m_database->prepare(QStringLiteral(
-        "SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite_%' "
-        "AND name NOT IN ('events', 'change_log') ORDER BY name"));
-    names.exec();
-    while (names.next())
-        tables << names.text("name");
-    for (const QString &table : qAsConst(tables)) {
-        QStringList columns;
-        SqlQuery info = m_database->prepare(
-            QStringLiteral("SELECT name FROM pragma_table_info('%1')").arg(table));
-        info.exec();
-        while (info.next())
-            columns << QStringLiteral("quote(%1)").arg(info.text("name"));
-        SqlQuery rows =
-            m_database->prepare(QStringLiteral("SELECT %1 AS line FROM %2 ORDER BY 1")
-                                    .arg(columns.join(QLatin1String(" || ' ' || ")), table));
-        rows.exec();
-        while (rows.next())
-            text += table + QLatin1Char(' ') + rows.text("line") + QLatin1Char('\n');
+    for (const QString &table : plain.tables()) {
+        if (table == QLatin1String("events") || table == QLatin1String("change_log"))
+            continue;
+        for (const QString &row : plain.sortedRows(QStringLiteral("SELECT * FROM ") + table))
+            text += table + QLatin1Char(' ') + row + QLatin1Char('\n');
     }
     return text;
 }
@@ -231,7 +207,7 @@ TestSession &RecordsHome::signIn(int userId)
 {
     auto session = std::make_unique<TestSession>();
     session->context = std::make_unique<RecordContext>(std::make_unique<Database>(settings()));
-    session->context->database().run(QStringLiteral("PRAGMA synchronous = OFF"));
+    session->context->database().run(TestDatabase::hurry());
     session->context->setStoredFiles(&m_files);
     session->context->setShownRecords(&session->memory);
     if (const auto user = UserRecords(*m_database).byId(userId))

@@ -7,8 +7,9 @@
 #include "services/records/bll/SessionMemory.h"
 #include "services/records/bll/UserRecords.h"
 #include "tests/bll/support/FakeStoredFiles.h"
+#include "tests/support/PlainConnection.h"
+#include "tests/support/TestDatabase.h"
 
-#include <QTemporaryDir>
 #include <QVariantMap>
 
 #include <memory>
@@ -32,7 +33,7 @@ struct TestSession {
     Services::SessionMemory memory;
 };
 
-/// Records on a real database in a folder of its own, the same at the start of
+/// Records on a real database of its own, the same at the start of
 /// every test function: made once, copied each time.
 class RecordsHome {
 public:
@@ -43,6 +44,9 @@ public:
     void reset();
 
     Services::DatabaseSettings settings() const;
+
+    /// What names the database to another process of the test.
+    QString place() const { return m_place.place(); }
 
     Services::Database &database() { return *m_database; }
 
@@ -61,6 +65,9 @@ public:
     QVariant get(const QString &table, const QString &column, int id);
     /// What the statement's one row has in its column "value".
     QVariant one(const QString &sql);
+
+    /// The first column of every row.
+    QStringList column(const QString &sql) const { return PlainConnection(settings()).texts(sql); }
 
     /// Every row of every table but the audit and the change log, as text.
     QString dump();
@@ -90,12 +97,11 @@ public:
     void show(TestSession &session, const TestJob &job);
 
 private:
-    QString path(const char *name) const { return m_dir.filePath(QString::fromLatin1(name)); }
-
     void close();
     int insert(const QString &table, const QVariantMap &values);
 
-    QTemporaryDir m_dir;
+    TestDatabase m_pristine;
+    TestDatabase m_place;
     FakeStoredFiles m_files;
     std::unique_ptr<Services::Database> m_database;
     std::vector<std::unique_ptr<TestSession>> m_sessions;

@@ -5,6 +5,7 @@
 #include "services/api/InstallationSetup.h"
 #include "services/api/ServiceRuntime.h"
 #include "services/records/bll/UserRecords.h"
+#include "tests/support/PlainConnection.h"
 
 #include <QDir>
 
@@ -22,30 +23,30 @@ void must(const Outcome &outcome)
 
 /// The database of a fresh installation, made once by the product itself: the
 /// password's hash and the schema take their time.
-QByteArray freshDatabase()
+const TestDatabase &freshDatabase()
 {
+    static TestDatabase *made = nullptr;
+    if (made)
+        return *made;
+    made = &TestDatabase::lasting();
     const QTemporaryDir dir;
-    const QString ini = dir.filePath(QStringLiteral("kodms.ini"));
-    must(InstallationSetup::init(ini, QStringLiteral("admin"), QStringLiteral("管理员"),
-                                 QStringLiteral("password for tests")));
-    QFile file(Configuration::load(ini).value.database.path);
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("the fresh database cannot be read");
-    return file.readAll();
+    auto configuration = Configuration::defaultsFor(dir.filePath(QStringLiteral("kodms.ini")));
+    configuration.database = made->settings();
+    must(configuration.save());
+    must(InstallationSetup::init(configuration.filePath, QStringLiteral("admin"),
+                                 QStringLiteral("管理员"), QStringLiteral("password for tests")));
+    return *made;
 }
 
 } // namespace
 
 TestInstallation::TestInstallation()
+    : m_database(path(QStringLiteral("kodms.db")), TestDatabase::Begin::Absent)
 {
-    static const QByteArray fresh = freshDatabase();
-    const Configuration configuration = Configuration::defaultsFor(iniPath());
+    Configuration configuration = Configuration::defaultsFor(iniPath());
+    m_database.setIn(configuration);
     must(configuration.save());
-    QFile file(configuration.database.path);
-    if (!QDir().mkpath(QFileInfo(file).path()) || !file.open(QIODevice::WriteOnly) ||
-        file.write(fresh) != fresh.size())
-        qFatal("the database cannot be written");
-    file.close();
+    m_database.copyFrom(freshDatabase());
     start();
 }
 
@@ -58,7 +59,7 @@ void TestInstallation::start()
 {
     stop();
     must(ServiceRuntime::instance().start(iniPath()));
-    database().run(QStringLiteral("PRAGMA synchronous = OFF"));
+    database().run(TestDatabase::hurry());
 }
 
 void TestInstallation::stop()
@@ -126,6 +127,11 @@ QVariant TestInstallation::value(const QString &sql)
     if (!query.next() || query.isNull("value"))
         return QVariant();
     return query.text("value");
+}
+
+QStringList TestInstallation::column(const QString &sql) const
+{
+    return PlainConnection(m_database.settings()).texts(sql);
 }
 
 } // namespace KODMS::Tests

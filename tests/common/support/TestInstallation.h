@@ -4,6 +4,7 @@
 
 #include "services/records/RoleSet.h"
 #include "services/session/Runtime.h"
+#include "tests/support/TestDatabase.h"
 
 #include <QTemporaryDir>
 
@@ -40,11 +41,19 @@ public:
     /// Files and links in the folder, by name.
     static QStringList entries(const QString &folder);
 
+    /// Where the records are.
+    TestDatabase &place() { return m_database; }
+
+    const TestDatabase &place() const { return m_database; }
+
     /// The one value that a query gives.
     QVariant value(const QString &sql);
+    /// The first column of every row.
+    QStringList column(const QString &sql) const;
 
 private:
     QTemporaryDir m_dir;
+    TestDatabase m_database;
 };
 
 } // namespace KODMS::Tests

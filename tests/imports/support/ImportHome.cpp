@@ -51,9 +51,10 @@ int ImportHome::actAsExecutor(const RoleSet &roles)
 {
     const int user = house.actAs(QStringLiteral("executor"), roles);
     house.database()
-        .prepare(QStringLiteral("INSERT OR REPLACE INTO orig_file_assign (flow_id, executor_id, "
+        .prepare(QStringLiteral("INSERT INTO orig_file_assign (flow_id, executor_id, "
                                 "assign_user_id, assign_time) VALUES (:flow, :user, :user, "
-                                "'2026-01-01T00:00:00.000Z')"))
+                                "'2026-01-01T00:00:00.000Z') ON CONFLICT (flow_id) DO UPDATE SET "
+                                "executor_id = excluded.executor_id"))
         .bind(":flow", job.flowId)
         .bind(":user", user)
         .exec();

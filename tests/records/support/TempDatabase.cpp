@@ -9,13 +9,28 @@ namespace KODMS::Tests {
 using Services::Database;
 using Services::DatabaseSettings;
 
-TempDatabase::TempDatabase()
-    : m_settings(settingsFor(m_dir.filePath(QStringLiteral("records.db")))),
-      m_database(std::make_unique<Database>(m_settings, Database::Open::Create))
+namespace {
+
+/// The tables take longer to make than to copy.
+const TestDatabase &installed()
 {
-    const Services::Outcome outcome = Services::SchemaMigrator(*m_database).install();
+    static TestDatabase *made = nullptr;
+    if (made)
+        return *made;
+    made = &TestDatabase::lasting();
+    Database database(made->settings(), Database::Open::Create);
+    const Services::Outcome outcome = Services::SchemaMigrator(database).install();
     if (!outcome)
         qFatal("%s", qPrintable(outcome.text));
+    return *made;
+}
+
+} // namespace
+
+TempDatabase::TempDatabase() : m_place(TestDatabase::Begin::Absent)
+{
+    m_place.copyFrom(installed());
+    m_database = std::make_unique<Database>(m_place.settings());
 }
 
 DatabaseSettings TempDatabase::settingsFor(const QString &path)

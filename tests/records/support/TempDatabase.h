@@ -3,15 +3,15 @@
 #pragma once
 
 #include "services/records/Database.h"
+#include "tests/support/TestDatabase.h"
 
 #include <QString>
-#include <QTemporaryDir>
 
 #include <memory>
 
 namespace KODMS::Tests {
 
-/// An installed, empty database in a folder of its own, gone with the object.
+/// An installed, empty database of its own, gone with the object.
 class TempDatabase {
 public:
     TempDatabase();
@@ -24,16 +24,16 @@ public:
     std::unique_ptr<Services::Database> take() { return std::move(m_database); }
 
     /// Settings for a second connection to the same database.
-    const Services::DatabaseSettings &settings() const { return m_settings; }
+    const Services::DatabaseSettings &settings() const { return m_place.settings(); }
 
-    QString folder() const { return m_dir.path(); }
+    /// What names the database to another process of the test.
+    QString place() const { return m_place.place(); }
 
-    /// Settings for a database file of any name.
+    /// Settings for an embedded database's file of any name.
     static Services::DatabaseSettings settingsFor(const QString &path);
 
 private:
-    QTemporaryDir m_dir;
-    Services::DatabaseSettings m_settings;
+    TestDatabase m_place;
     std::unique_ptr<Services::Database> m_database;
 };
 

@@ -1,0 +1,115 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/support/PlainConnection.h"
+
+#include <QFile>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QSqlRecord>
+#include <QUuid>
+#include <QVariant>
+
+#include <algorithm>
+
+namespace KODMS::Tests {
+
+namespace {
+
+QString wordIn(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("%s cannot be read", qPrintable(path));
+    return QString::fromUtf8(file.readAll()).trimmed();
+}
+
+QSqlDatabase added(const Services::DatabaseSettings &settings, const QString &name)
+{
+    if (settings.driver != QLatin1String("postgres")) {
+        auto file = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+        file.setDatabaseName(settings.path);
+        return file;
+    }
+    auto server = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), name);
+    server.setHostName(settings.host);
+    server.setPort(settings.port);
+    server.setDatabaseName(settings.name);
+    server.setUserName(settings.user);
+    server.setPassword(wordIn(settings.passwordFile));
+    server.setConnectOptions(QStringLiteral("connect_timeout=30"));
+    return server;
+}
+
+QSqlQuery executed(const QSqlDatabase &database, const QString &statement)
+{
+    QSqlQuery query(database);
+    if (!query.exec(statement))
+        qFatal("%s: %s", qPrintable(statement), qPrintable(query.lastError().text()));
+    return query;
+}
+
+} // namespace
+
+PlainConnection::PlainConnection(const Services::DatabaseSettings &settings)
+    : m_name(QUuid::createUuid().toString())
+{
+    QSqlDatabase database = added(settings, m_name);
+    if (!database.open())
+        qFatal("%s", qPrintable(database.lastError().text()));
+}
+
+PlainConnection::~PlainConnection()
+{
+    database().close();
+    QSqlDatabase::removeDatabase(m_name);
+}
+
+void PlainConnection::run(const QString &statement) const
+{
+    executed(database(), statement);
+}
+
+void PlainConnection::ignoreReferences() const
+{
+    run(database().driverName() == QLatin1String("QPSQL")
+            ? QStringLiteral("SET session_replication_role = replica")
+            : QStringLiteral("PRAGMA foreign_keys = OFF"));
+}
+
+QStringList PlainConnection::texts(const QString &statement) const
+{
+    QSqlQuery query = executed(database(), statement);
+    QStringList texts;
+    while (query.next())
+        texts << query.value(0).toString();
+    return texts;
+}
+
+QStringList PlainConnection::sortedRows(const QString &statement) const
+{
+    QSqlQuery query = executed(database(), statement);
+    QStringList rows;
+    while (query.next()) {
+        const QSqlRecord row = query.record();
+        QStringList cells;
+        for (int i = 0; i < row.count(); ++i)
+            cells << (row.isNull(i) ? QStringLiteral("null")
+                                    : QLatin1Char('\'') + row.value(i).toString());
+        rows << cells.join(QLatin1Char('|'));
+    }
+    rows.sort();
+    return rows;
+}
+
+QStringList PlainConnection::tables() const
+{
+    QStringList tables = database().tables();
+    tables.erase(std::remove_if(
+                     tables.begin(), tables.end(),
+                     [](const QString &name) { return name.startsWith(QLatin1String("sqlite_")); }),
+                 tables.end());
+    tables.sort();
+    return tables;
+}
+
+} // namespace KODMS::Tests

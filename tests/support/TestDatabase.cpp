@@ -1,0 +1,204 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/support/TestDatabase.h"
+
+#include "tests/support/PlainConnection.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QMap>
+#include <QUuid>
+#include <QVector>
+
+namespace KODMS::Tests {
+
+using Services::DatabaseSettings;
+
+namespace {
+
+constexpr int StatementTimeoutMs = 30000;
+constexpr int BusyTimeoutMs = 5000;
+
+const QString ServerName = QStringLiteral("postgres");
+/// The server's own databases: one that is always there, and one that is always empty.
+const QString HomeDatabase = QStringLiteral("postgres");
+const QString EmptyDatabase = QStringLiteral("template0");
+
+/// What the server's starter wrote.
+QMap<QString, QString> serverFile()
+{
+    QFile file(qEnvironmentVariable("KODMS_TEST_SERVER"));
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("KODMS_TEST_SERVER names no file that can be read: %s", qPrintable(file.fileName()));
+    QMap<QString, QString> values;
+    const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+    for (const QString &line : lines)
+        values.insert(line.section(QLatin1Char('='), 0, 0), line.section(QLatin1Char('='), 1));
+    return values;
+}
+
+DatabaseSettings serverSettings(const QString &name)
+{
+    const QMap<QString, QString> values = serverFile();
+    DatabaseSettings settings;
+    settings.driver = ServerName;
+    settings.host = values[QStringLiteral("host")];
+    settings.port = values[QStringLiteral("port")].toInt();
+    settings.user = values[QStringLiteral("user")];
+    settings.passwordFile = values[QStringLiteral("passwordFile")];
+    settings.name = name;
+    settings.statementTimeoutMs = StatementTimeoutMs;
+    settings.busyTimeoutMs = BusyTimeoutMs;
+    return settings;
+}
+
+DatabaseSettings fileSettings(const QString &path)
+{
+    DatabaseSettings settings;
+    settings.driver = QStringLiteral("sqlite");
+    settings.path = path;
+    settings.statementTimeoutMs = StatementTimeoutMs;
+    settings.busyTimeoutMs = BusyTimeoutMs;
+    return settings;
+}
+
+QString freshName()
+{
+    return QStringLiteral("test_") +
+           QUuid::createUuid().toString(QUuid::WithoutBraces).remove(QLatin1Char('-'));
+}
+
+void runOnServer(const QString &statement)
+{
+    PlainConnection(serverSettings(HomeDatabase)).run(statement);
+}
+
+} // namespace
+
+bool TestDatabase::isServer()
+{
+    const QByteArray engine = qgetenv("KODMS_TEST_ENGINE");
+    if (!engine.isEmpty() && engine != "postgres")
+        qFatal("KODMS_TEST_ENGINE is neither empty nor postgres: %s", engine.constData());
+    return !engine.isEmpty();
+}
+
+bool TestDatabase::isEngineThere(QString *why)
+{
+    if (!isServer())
+        return true;
+    const QMap<QString, QString> values = serverFile();
+    *why = values.value(QStringLiteral("reason"));
+    return !values.contains(QStringLiteral("reason"));
+}
+
+DatabaseSettings TestDatabase::settingsAt(const QString &place)
+{
+    return isServer() ? serverSettings(place) : fileSettings(place);
+}
+
+TestDatabase::TestDatabase(Begin begin)
+{
+    if (!isServer())
+        m_dir = std::make_unique<QTemporaryDir>();
+    m_settings =
+        settingsAt(isServer() ? freshName() : m_dir->filePath(QStringLiteral("records.db")));
+    if (begin == Begin::Empty)
+        create(EmptyDatabase);
+}
+
+TestDatabase::TestDatabase(const QString &path, Begin begin)
+    : m_settings(settingsAt(isServer() ? freshName() : path))
+{
+    if (begin == Begin::Empty)
+        create(EmptyDatabase);
+}
+
+TestDatabase::~TestDatabase()
+{
+    if (isServer())
+        remove();
+}
+
+void TestDatabase::create(const QString &from)
+{
+    if (!isServer())
+        return;
+    QString statement = QStringLiteral("CREATE DATABASE %1 TEMPLATE %2").arg(m_settings.name, from);
+    if (from == EmptyDatabase)
+        statement += QLatin1String(" ENCODING 'UTF8' LOCALE 'C.UTF-8'");
+    runOnServer(statement);
+}
+
+void TestDatabase::remove()
+{
+    if (isServer()) {
+        runOnServer(QStringLiteral("DROP DATABASE IF EXISTS %1 WITH (FORCE)").arg(m_settings.name));
+        return;
+    }
+    for (const char *suffix : {"", "-wal", "-shm"})
+        QFile::remove(m_settings.path + QLatin1String(suffix));
+}
+
+void TestDatabase::setIn(Services::Configuration &configuration) const
+{
+    if (!isServer())
+        return;
+    DatabaseSettings settings = m_settings;
+    settings.statementTimeoutMs = configuration.database.statementTimeoutMs;
+    settings.busyTimeoutMs = configuration.database.busyTimeoutMs;
+    configuration.database = settings;
+}
+
+void TestDatabase::prepareSample(const QString &folder) const
+{
+    if (!isServer())
+        return;
+    QFile file(QDir(folder).filePath(QStringLiteral("kodms.ini")));
+    const QByteArray text = section() + "[installation]\nsample = true\n";
+    if (!QDir().mkpath(folder) || !file.open(QIODevice::WriteOnly) ||
+        file.write(text) != text.size())
+        qFatal("%s cannot be written", qPrintable(file.fileName()));
+}
+
+TestDatabase &TestDatabase::lasting()
+{
+    static QVector<TestDatabase *> all;
+    if (all.isEmpty())
+        qAddPostRoutine([] {
+            qDeleteAll(all);
+            all.clear();
+        });
+    all.append(new TestDatabase);
+    return *all.last();
+}
+
+void TestDatabase::copyFrom(const TestDatabase &other)
+{
+    remove();
+    if (isServer())
+        create(other.m_settings.name);
+    else if (!QFile::copy(other.m_settings.path, m_settings.path))
+        qFatal("%s cannot be copied", qPrintable(other.m_settings.path));
+}
+
+QByteArray TestDatabase::section() const
+{
+    if (!isServer())
+        return {};
+    return QStringLiteral("[database]\ndriver = %1\nhost = %2\nport = %3\nname = %4\nuser = %5\n"
+                          "passwordFile = %6\n")
+        .arg(m_settings.driver, m_settings.host)
+        .arg(m_settings.port)
+        .arg(m_settings.name, m_settings.user, m_settings.passwordFile)
+        .toUtf8();
+}
+
+QString TestDatabase::hurry()
+{
+    return isServer() ? QStringLiteral("SET synchronous_commit = off")
+                      : QStringLiteral("PRAGMA synchronous = OFF");
+}
+
+} // namespace KODMS::Tests
