@@ -85,6 +85,18 @@ function(kodms_run_on_postgres)
   endforeach()
 endfunction()
 
+# kodms_run_only_on_postgres(NAME...): for tests of what the embedded engine does not have.
+function(kodms_run_only_on_postgres)
+  foreach(name IN LISTS ARGN)
+    get_test_property(${name} LABELS labels)
+    get_test_property(${name} ENVIRONMENT environment)
+    list(APPEND environment KODMS_TEST_ENGINE=postgres "KODMS_TEST_SERVER=${KODMS_TEST_SERVER}")
+    set_tests_properties(${name} PROPERTIES
+      LABELS "${labels};postgres" ENVIRONMENT "${environment}"
+      FIXTURES_REQUIRED postgres SKIP_RETURN_CODE 77)
+  endforeach()
+endfunction()
+
 # A test of the desks: the desk objects on the recording fakes.
 function(kodms_add_desk_test name)
   kodms_add_test(${name} ${ARGN} LINK kodms_desk_objects kodms_fakes Qt5::Widgets Qt5::Network)

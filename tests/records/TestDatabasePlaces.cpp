@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/records/Database.h"
 #include "services/records/SqliteDialect.h"
+#include "services/records/Transaction.h"
 #include "tests/records/support/Failures.h"
 #include "tests/records/support/TempDatabase.h"
 #include "tests/support/TestMain.h"
@@ -20,7 +21,25 @@ using KODMS::Tests::failureOf;
 using KODMS::Tests::TempDatabase;
 using KODMS::Tests::WithoutPrivilege;
 
-/// Every way in which a database can be unusable.
+namespace {
+
+int eventsIn(Database &database)
+{
+    SqlQuery query = database.prepare(QStringLiteral("SELECT count(*) AS n FROM events"));
+    query.exec().next();
+    return query.number("n");
+}
+
+void addEvent(Database &database, const QString &action)
+{
+    SqlQuery query = database.prepare(
+        QStringLiteral("INSERT INTO events (create_time, action) VALUES ('t', :action)"));
+    query.bind(":action", action).exec();
+}
+
+} // namespace
+
+/// The embedded database's file, and every way in which it can be unusable.
 class TestDatabasePlaces : public QObject {
     Q_OBJECT
 
@@ -32,6 +51,8 @@ private Q_SLOTS:
     void aDamagedPageIsReportedWhenItIsRead();
     void noRoomForTheLogIsAFullDisk();
     void aReadOnlyFolderIsRefused();
+    void theConnectionIsSetForDurableWork();
+    void aFullDiskLeavesTheOldState();
     void anUnknownDriverIsRefused();
     void networkFileSystemsAreKnown();
 };
@@ -123,6 +144,39 @@ void TestDatabasePlaces::aReadOnlyFolderIsRefused()
     const auto kind = failureOf([&] { Database database(settings, Database::Open::Create); });
     QVERIFY(QFile::setPermissions(folder, readable | QFile::WriteOwner));
     QCOMPARE(kind, SqlError::Kind::ReadOnly);
+}
+
+void TestDatabasePlaces::theConnectionIsSetForDurableWork()
+{
+    TempDatabase database;
+    const auto pragma = [&database](const char *name) -> QString {
+        SqlQuery query = database->prepare(QStringLiteral("PRAGMA ") + QLatin1String(name));
+        query.exec().next();
+        return query.text(name);
+    };
+    QCOMPARE(pragma("journal_mode"), QStringLiteral("wal"));
+    QCOMPARE(pragma("synchronous"), QStringLiteral("2"));
+    QCOMPARE(pragma("foreign_keys"), QStringLiteral("1"));
+}
+
+void TestDatabasePlaces::aFullDiskLeavesTheOldState()
+{
+    TempDatabase database;
+    addEvent(*database, QStringLiteral("before"));
+    SqlQuery pages = database->prepare(QStringLiteral("PRAGMA page_count"));
+    pages.exec().next();
+    const int limit = pages.number("page_count") + 4;
+    database->prepare(QStringLiteral("PRAGMA max_page_count = %1").arg(limit)).exec().next();
+    QCOMPARE(failureOf([&] {
+                 Transaction transaction(*database);
+                 for (int i = 0; i < 1000; ++i)
+                     addEvent(*database, QString(1000, QLatin1Char('f')));
+                 transaction.commit();
+             }),
+             SqlError::Kind::Full);
+    QCOMPARE(eventsIn(*database), 1);
+    addEvent(*database, QStringLiteral("after"));
+    QCOMPARE(eventsIn(*database), 2);
 }
 
 void TestDatabasePlaces::anUnknownDriverIsRefused()

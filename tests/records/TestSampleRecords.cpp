@@ -4,7 +4,9 @@
 #include "services/records/TimeText.h"
 #include "services/records/sample/SampleRecords.h"
 #include "services/records/sample/SampleTime.h"
+#include "tests/records/support/SchemaText.h"
 #include "tests/records/support/TempDatabase.h"
+#include "tests/support/PlainConnection.h"
 #include "tests/support/TestMain.h"
 
 #include <QCryptographicHash>
@@ -12,6 +14,9 @@
 #include <QTest>
 
 using namespace KODMS::Services;
+using KODMS::Tests::PlainConnection;
+using KODMS::Tests::problemsOf;
+using KODMS::Tests::schemaOf;
 using KODMS::Tests::TempDatabase;
 
 namespace {
@@ -30,33 +35,16 @@ void generate(Database &database, int flows, quint32 seed)
     QVERIFY2(outcome.ok, qPrintable(outcome.text));
 }
 
-QStringList schemaOf(Database &database)
-{
-    QStringList all;
-    SqlQuery query = database.prepare(QStringLiteral(
-        "SELECT COALESCE(sql, name) AS line FROM sqlite_master ORDER BY type, name"));
-    query.exec();
-    while (query.next())
-        all << query.text("line").simplified();
-    return all;
-}
-
 /// Everything that the tables hold, in order, as one number.
-QByteArray contentsOf(Database &database)
+QByteArray contentsOf(const TempDatabase &database)
 {
+    const PlainConnection plain(database.settings());
     QCryptographicHash hash(QCryptographicHash::Sha256);
     for (const char *table : {"customers", "users", "jobs", "job_flows", "job_compress", "orders",
                               "orig_files", "orig_file_assign", "pre_check_assign", "questions"}) {
-        SqlQuery names = database.prepare(
-            QStringLiteral("SELECT group_concat('quote(' || name || ')', '||') AS list FROM "
-                           "pragma_table_info('%1')")
-                .arg(QLatin1String(table)));
-        names.exec().next();
-        SqlQuery rows = database.prepare(QStringLiteral("SELECT %1 AS line FROM %2 ORDER BY 1")
-                                             .arg(names.text("list"), QLatin1String(table)));
-        rows.exec();
-        while (rows.next())
-            hash.addData(rows.text("line").toUtf8());
+        const QStringList rows =
+            plain.sortedRows(QStringLiteral("SELECT * FROM ") + QLatin1String(table));
+        hash.addData(rows.join(QLatin1Char('\n')).toUtf8());
     }
     return hash.result();
 }
@@ -87,6 +75,7 @@ private Q_SLOTS:
     void indexesAndTriggersAreBack();
     void theSameSeedGivesTheSameRecords();
     void aSecondSampleGoesOn();
+    void keysGoOnAfterTheGeneratedOnes();
     void aCancelledSampleLeavesNothing();
     void aCancelledSampleStoresNoMoreFiles();
     void aFileThatCannotBeStoredLeavesNothing();
@@ -97,8 +86,7 @@ void TestSampleRecords::theRecordsAreWhole()
 {
     TempDatabase database;
     generate(*database, 1500, 1);
-    QCOMPARE(numberOf(*database, QStringLiteral("SELECT count(*) FROM pragma_foreign_key_check")),
-             0);
+    QCOMPARE(problemsOf(*database), QStringList());
     for (const char *table : {"job_flows", "jobs", "job_compress", "orders"})
         QCOMPARE(
             numberOf(*database, QStringLiteral("SELECT count(*) FROM ") + QLatin1String(table)),
@@ -246,8 +234,8 @@ void TestSampleRecords::theSameSeedGivesTheSameRecords()
     generate(*first, 150, 7);
     generate(*second, 150, 7);
     generate(*other, 150, 8);
-    QCOMPARE(contentsOf(*first), contentsOf(*second));
-    QVERIFY(contentsOf(*first) != contentsOf(*other));
+    QCOMPARE(contentsOf(first), contentsOf(second));
+    QVERIFY(contentsOf(first) != contentsOf(other));
 }
 
 void TestSampleRecords::aSecondSampleGoesOn()
@@ -257,12 +245,30 @@ void TestSampleRecords::aSecondSampleGoesOn()
     const QStringList schema = schemaOf(*database);
     generate(*database, 60, 2);
     QCOMPARE(numberOf(*database, QStringLiteral("SELECT count(*) FROM job_flows")), 160);
-    QCOMPARE(numberOf(*database, QStringLiteral("SELECT count(*) FROM pragma_foreign_key_check")),
-             0);
+    QCOMPARE(problemsOf(*database), QStringList());
     QCOMPARE(schemaOf(*database), schema);
     QVERIFY(numberOf(*database,
                      QStringLiteral("SELECT count(*) FROM change_log WHERE kind = 1 AND op = 1")) >=
             60);
+}
+
+void TestSampleRecords::keysGoOnAfterTheGeneratedOnes()
+{
+    TempDatabase database;
+    generate(*database, 30, 1);
+    const qint64 largest = numberOf(*database, QStringLiteral("SELECT max(id) FROM orig_files"));
+    SqlQuery file =
+        database->prepare(QStringLiteral("INSERT INTO orig_files (guid, stored_name, create_time) "
+                                         "VALUES ('next', 'next.zip', 't') RETURNING id"));
+    QVERIFY(file.exec().next());
+    QCOMPARE(file.int64("id"), largest + 1);
+    database->run(QStringLiteral("INSERT INTO jobs (name, customer_id, serial_number, create_time) "
+                                 "SELECT 'NEXT', min(id), 1, 't' FROM customers"));
+    SqlQuery next = database->prepare(QStringLiteral(
+        "INSERT INTO job_flows (guid, job_name, create_time) VALUES ('next', 'NEXT', 't') "
+        "RETURNING id"));
+    QVERIFY(next.exec().next());
+    QCOMPARE(next.int64("id"), qint64(31));
 }
 
 void TestSampleRecords::aCancelledSampleLeavesNothing()

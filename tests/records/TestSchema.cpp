@@ -3,6 +3,7 @@
 #include "services/records/DatabaseFile.h"
 #include "services/records/SchemaMigrator.h"
 #include "services/records/Transaction.h"
+#include "tests/records/support/SchemaText.h"
 #include "tests/records/support/TempDatabase.h"
 #include "tests/support/TestMain.h"
 
@@ -14,7 +15,37 @@
 #include <QTest>
 
 using namespace KODMS::Services;
+using KODMS::Tests::schemaOf;
 using KODMS::Tests::TempDatabase;
+using KODMS::Tests::TestDatabase;
+
+namespace {
+
+/// Folder of the engine in force below the catalogue's root.
+QString engineFolder()
+{
+    return TestDatabase::isServer() ? QStringLiteral("postgres") : QStringLiteral("sqlite");
+}
+
+/// The first schema that this engine ever had.
+int oldestVersion()
+{
+    return TestDatabase::isServer() ? 4 : 1;
+}
+
+/// An empty place with a connection to it.
+class EmptyDatabase {
+public:
+    Database *operator->() { return &m_database; }
+
+    Database &operator*() { return m_database; }
+
+private:
+    TestDatabase m_place;
+    Database m_database{m_place.settings(), Database::Open::Create};
+};
+
+} // namespace
 
 /// The schema's life: fresh, upgraded, too new, not ours.
 class TestSchema : public QObject {
@@ -38,7 +69,6 @@ private Q_SLOTS:
     void changesOfTheTablesReachTheChangeLog();
 
 private:
-    static QStringList schemaOf(Database &database);
     static void writeFile(const QString &path, const char *text);
     /// The schema as that version installed it.
     static void installVersion(Database &database, int version);
@@ -46,7 +76,9 @@ private:
 
 void TestSchema::installVersion(Database &database, int version)
 {
-    QFile script(QStringLiteral(KODMS_SOURCE_DIR "/tests/records/data/schema-%1.sql").arg(version));
+    QFile script(QStringLiteral(KODMS_SOURCE_DIR "/tests/records/data/%1schema-%2.sql")
+                     .arg(TestDatabase::isServer() ? QStringLiteral("postgres-") : QString())
+                     .arg(version));
     QVERIFY(script.open(QIODevice::ReadOnly));
     const QStringList statements = SqlCatalog::split(QString::fromUtf8(script.readAll()));
     for (const QString &statement : statements)
@@ -55,18 +87,6 @@ void TestSchema::installVersion(Database &database, int version)
         .bind(":version", version)
         .bind(":applied_time", QStringLiteral("2026-11-21T00:00:00.000Z"))
         .exec();
-}
-
-QStringList TestSchema::schemaOf(Database &database)
-{
-    QStringList all;
-    SqlQuery query = database.prepare(QStringLiteral(
-        "SELECT type || ' ' || name || ' ' || COALESCE(sql, '') AS line FROM sqlite_master "
-        "ORDER BY type, name"));
-    query.exec();
-    while (query.next())
-        all << query.text("line").simplified();
-    return all;
 }
 
 void TestSchema::writeFile(const QString &path, const char *text)
@@ -95,7 +115,7 @@ void TestSchema::everyStatementOfTheCatalogueCanBePrepared()
 /// query("name") in the sources, and the statements, name each other.
 void TestSchema::everyStatementThatTheSourcesNameIsInTheCatalogue()
 {
-    const SqlCatalog catalog(QStringLiteral("sqlite"));
+    const SqlCatalog catalog(engineFolder());
     const QString services = QStringLiteral(KODMS_SOURCE_DIR "/services");
     static const QRegularExpression word(QStringLiteral("\"([a-z]+(?:_[a-z]+)+)\""));
     static const QRegularExpression query(QStringLiteral("query\\(\"([a-z_]+)\"\\)"));
@@ -137,7 +157,7 @@ void TestSchema::aSecondInstallationIsRefused()
     TempDatabase database;
     const Outcome outcome = SchemaMigrator(*database).install();
     QVERIFY(!outcome.ok);
-    QVERIFY(outcome.text.contains(QStringLiteral("records.db")));
+    QVERIFY(outcome.text.contains(database->displayText()));
 }
 
 void TestSchema::aFreshSchemaEqualsAnUpgradedOne()
@@ -148,28 +168,28 @@ void TestSchema::aFreshSchemaEqualsAnUpgradedOne()
     writeFile(path("/common/schema/10.sql"),
               "CREATE TABLE schema_version (version INTEGER PRIMARY KEY, applied_time TEXT);\n\n"
               "CREATE TABLE job_flows (id @identity@, name TEXT);\n");
-    Database old(TempDatabase::settingsFor(dir.filePath(QStringLiteral("old.db"))),
-                 Database::Open::Create);
-    QVERIFY(SchemaMigrator(old, SqlCatalog(QStringLiteral("sqlite"), root)).install().ok);
-    old.run(QStringLiteral("INSERT INTO job_flows (name) VALUES ('kept')"));
+    EmptyDatabase old;
+    QVERIFY(SchemaMigrator(*old, SqlCatalog(engineFolder(), root)).install().ok);
+    old->run(QStringLiteral("INSERT INTO job_flows (name) VALUES ('kept')"));
 
     writeFile(path("/common/version/2/10.sql"),
               "CREATE TABLE notes (id @identity@, flow_id INTEGER REFERENCES job_flows (id));\n");
-    writeFile(path("/sqlite/version/3/10.sql"), "CREATE INDEX notes_flow ON notes (flow_id);\n");
+    writeFile(root + QLatin1Char('/') + engineFolder() + QStringLiteral("/version/3/10.sql"),
+              "CREATE INDEX notes_flow ON notes (flow_id);\n");
+    writeFile(path("/another/version/4/10.sql"), "NOTHING THAT THIS ENGINE KNOWS;\n");
     writeFile(path("/common/schema/20.sql"),
               "CREATE TABLE notes (id @identity@, flow_id INTEGER REFERENCES job_flows (id));\n\n"
               "CREATE INDEX notes_flow ON notes (flow_id);\n");
-    const SqlCatalog newer(QStringLiteral("sqlite"), root);
-    QCOMPARE(newer.latestVersion(), 3);
-    SchemaMigrator upgrade(old, newer);
+    const SqlCatalog newer(engineFolder(), root);
+    QCOMPARE(newer.latestVersion(), 4);
+    SchemaMigrator upgrade(*old, newer);
     QVERIFY(upgrade.upgrade().ok);
-    QCOMPARE(upgrade.installedVersion(), 3);
+    QCOMPARE(upgrade.installedVersion(), 4);
 
-    Database fresh(TempDatabase::settingsFor(dir.filePath(QStringLiteral("fresh.db"))),
-                   Database::Open::Create);
-    QVERIFY(SchemaMigrator(fresh, newer).install().ok);
-    QCOMPARE(schemaOf(old), schemaOf(fresh));
-    SqlQuery kept = old.prepare(QStringLiteral("SELECT name FROM job_flows"));
+    EmptyDatabase fresh;
+    QVERIFY(SchemaMigrator(*fresh, newer).install().ok);
+    QCOMPARE(schemaOf(*old), schemaOf(*fresh));
+    SqlQuery kept = old->prepare(QStringLiteral("SELECT name FROM job_flows"));
     kept.exec();
     QVERIFY(kept.next());
     QCOMPARE(kept.text("name"), QStringLiteral("kept"));
@@ -178,8 +198,8 @@ void TestSchema::aFreshSchemaEqualsAnUpgradedOne()
 void TestSchema::everyOlderVersionUpgradesToThePresentSchema_data()
 {
     QTest::addColumn<int>("version");
-    const SqlCatalog catalog(QStringLiteral("sqlite"));
-    for (int version = 1; version <= catalog.latestVersion(); ++version)
+    const SqlCatalog catalog(engineFolder());
+    for (int version = oldestVersion(); version <= catalog.latestVersion(); ++version)
         QTest::newRow(qPrintable(QStringLiteral("version %1").arg(version))) << version;
 }
 
@@ -188,19 +208,19 @@ void TestSchema::everyOlderVersionUpgradesToThePresentSchema_data()
 void TestSchema::everyOlderVersionUpgradesToThePresentSchema()
 {
     QFETCH(int, version);
-    const QTemporaryDir dir;
-    Database old(TempDatabase::settingsFor(dir.filePath(QStringLiteral("old.db"))),
-                 Database::Open::Create);
-    installVersion(old, version);
-    const Outcome outcome = SchemaMigrator(old).upgrade();
+    EmptyDatabase old;
+    installVersion(*old, version);
+    const Outcome outcome = SchemaMigrator(*old).upgrade();
     QVERIFY2(outcome.ok, qPrintable(outcome.text));
     TempDatabase fresh;
-    QCOMPARE(schemaOf(old), schemaOf(*fresh));
+    QCOMPARE(schemaOf(*old), schemaOf(*fresh));
 }
 
 /// As a backup of it is looked at.
 void TestSchema::aDatabaseWithoutPicturesTellsItsFiles()
 {
+    if (TestDatabase::isServer())
+        QSKIP("a server's database is not a file");
     const QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("old.db"));
     const DatabaseSettings settings = TempDatabase::settingsFor(path);
@@ -241,8 +261,8 @@ void TestSchema::aFailedStepLeavesTheVersionBefore()
         "CREATE TABLE half_done (id @identity@);\n\nCREATE TABLE job_flows (id @identity@);\n");
     QTest::ignoreMessage(QtWarningMsg,
                          QRegularExpression(QStringLiteral("upgrade schema.*job_flows")));
-    SchemaMigrator migrator(
-        *database, SqlCatalog(QStringLiteral("sqlite"), dir.filePath(QStringLiteral("sql"))));
+    SchemaMigrator migrator(*database,
+                            SqlCatalog(engineFolder(), dir.filePath(QStringLiteral("sql"))));
     QVERIFY(!migrator.upgrade().ok);
     QCOMPARE(migrator.installedVersion(), before);
     QCOMPARE(schemaOf(*database), schema);
@@ -259,26 +279,22 @@ void TestSchema::aNewerDatabaseIsRefused()
     const Outcome outcome = SchemaMigrator(*database).upgrade();
     QVERIFY(!outcome.ok);
     QVERIFY(outcome.text.contains(QString::number(known + 1)));
-    QVERIFY(outcome.text.contains(QStringLiteral("records.db")));
+    QVERIFY(outcome.text.contains(database->displayText()));
 }
 
 void TestSchema::anEmptyDatabaseIsNotUpgraded()
 {
-    const QTemporaryDir dir;
-    Database database(TempDatabase::settingsFor(dir.filePath(QStringLiteral("empty.db"))),
-                      Database::Open::Create);
-    SchemaMigrator migrator(database);
+    EmptyDatabase database;
+    SchemaMigrator migrator(*database);
     QCOMPARE(migrator.installedVersion(), 0);
     QVERIFY(!migrator.upgrade().ok);
 }
 
 void TestSchema::anotherProgramsDatabaseIsRefused()
 {
-    const QTemporaryDir dir;
-    Database database(TempDatabase::settingsFor(dir.filePath(QStringLiteral("other.db"))),
-                      Database::Open::Create);
-    database.run(QStringLiteral("CREATE TABLE schema_version (number TEXT)"));
-    SchemaMigrator migrator(database);
+    EmptyDatabase database;
+    database->run(QStringLiteral("CREATE TABLE schema_version (number TEXT)"));
+    SchemaMigrator migrator(*database);
     QVERIFY(!migrator.upgrade().ok);
     QVERIFY(!migrator.install().ok);
 }
@@ -287,8 +303,11 @@ void TestSchema::scriptsAreSplitAtEmptyLines()
 {
     const QStringList statements = SqlCatalog::split(
         QStringLiteral("-- a comment; no statement\nCREATE TABLE a (x);\n\n"
-                       "CREATE TRIGGER t AFTER INSERT ON a\nBEGIN\n    DELETE FROM a;\nEND;\n"));
-    QCOMPARE(statements.size(), 2);
+                       "CREATE TRIGGER t AFTER INSERT ON a\nBEGIN\n    DELETE FROM a;\nEND;\n\n"
+                       "CREATE FUNCTION f() AS $$\nBEGIN\n    a := 1;\n\n    b := 2;\nEND;\n$$;\n\n"
+                       "SELECT 1;\n"));
+    QCOMPARE(statements.size(), 4);
+    QVERIFY(statements.at(2).endsWith(QStringLiteral("END;\n$$")));
     QCOMPARE(statements.at(0), QStringLiteral("CREATE TABLE a (x)"));
     QVERIFY(statements.at(1).endsWith(QStringLiteral("END")));
     QVERIFY(SqlCatalog::split(QString()).isEmpty());

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "services/records/SqlQuery.h"
+#include "services/records/sample/BatchInsert.h"
 #include "services/records/sample/SampleFlow.h"
 
 namespace KODMS::Services {
@@ -17,10 +17,13 @@ public:
     void question(int flowId, const SampleQuestion &question);
     void file(const SampleFile &file, bool hasBody);
 
+    /// Afterwards everything is in its table.
+    void flush();
+
 private:
-    SqlQuery m_flow;
-    SqlQuery m_question;
-    SqlQuery m_file;
+    BatchInsert m_flow;
+    BatchInsert m_question;
+    BatchInsert m_file;
 };
 
 } // namespace KODMS::Services

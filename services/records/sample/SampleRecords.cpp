@@ -232,6 +232,7 @@ Outcome SampleRecords::writeFlows(SampleFactory &factory, int flows, Progress &p
             inserts.question(flow.id, question);
         if (made % chunk != 0 && made != flows)
             continue;
+        inserts.flush();
         runScript(m_database, "sample/chunk");
         progress.advance(made % chunk == 0 ? chunk : made % chunk);
         if (progress.isCancelled())
