@@ -3,6 +3,7 @@
 #include "services/search/IndexSegment.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace KODMS::Services {
 
@@ -45,6 +46,29 @@ IndexSegment::IndexSegment(const IndexSegment &old, const std::vector<IndexRow> 
         return;
     const auto span = std::minmax_element(ids.begin(), ids.end());
     m_idSpan = {*span.first, *span.second};
+}
+
+void IndexSegment::replace(int row, const IndexRow &fresh)
+{
+    std::vector<Source> sources(static_cast<std::size_t>(size()));
+    std::iota(sources.begin(), sources.end(), 0);
+    sources[static_cast<std::size_t>(row)] = ~0;
+    for (std::size_t column = 0; column < m_numbers.size(); ++column) {
+        PackedColumn &numbers = m_numbers[column];
+        const PackedColumn::Number number = fresh.numbers[column];
+        if (!numbers.set(row, number))
+            numbers = PackedColumn(gather<PackedColumn::Number>(
+                sources, [&numbers](int place) { return numbers.at(place); },
+                [number](std::size_t) { return number; }));
+    }
+    for (std::size_t column = 0; column < m_texts.size(); ++column) {
+        TextColumn &texts = m_texts[column];
+        const std::string_view text = fresh.texts[column];
+        if (texts.at(row) != text)
+            texts = TextColumn(gather<std::string_view>(
+                sources, [&texts](int place) { return texts.at(place); },
+                [text](std::size_t) { return text; }));
+    }
 }
 
 int IndexSegment::find(PackedColumn::Number id) const

@@ -11,8 +11,8 @@
 
 namespace KODMS::Services {
 
-/// Neighbouring rows of a table of the index, column by column. Never changes: a
-/// changed row makes a new segment from the old one.
+/// Neighbouring rows of a table of the index, column by column. A row that comes, goes or
+/// moves makes a new segment from the old one.
 class IndexSegment {
 public:
     /// Place in the order of the table.
@@ -28,6 +28,9 @@ public:
     /// The rows that `sources` name, in that order.
     IndexSegment(const IndexSegment &old, const std::vector<IndexRow> &rows,
                  const std::vector<Source> &sources);
+
+    /// Gives a row other values; its place in the order stays.
+    void replace(int row, const IndexRow &fresh);
 
     int size() const { return m_ids.size(); }
 

@@ -89,6 +89,19 @@ std::vector<IndexSegment::Source> IndexTable::sources(const IndexSegment &segmen
     return sources;
 }
 
+/// Rows that stay where they are, as most changed ones do, need no new segment.
+bool IndexTable::replaceInPlace(IndexSegment &segment, Edit &edit,
+                                const std::vector<IndexRow> &rows)
+{
+    std::sort(edit.gone.begin(), edit.gone.end());
+    const bool isSame = std::equal(
+        edit.gone.begin(), edit.gone.end(), edit.added.begin(), edit.added.end(),
+        [&](int gone, std::size_t added) { return segment.keyAt(gone) == keyOf(rows[added]); });
+    for (std::size_t i = 0; isSame && i < edit.gone.size(); ++i)
+        segment.replace(edit.gone[i], rows[edit.added[i]]);
+    return isSame;
+}
+
 /// Too many rows for one segment become several: even ones, so that each can grow; at
 /// the end, where new rows come, full ones.
 void IndexTable::addSegments(const IndexSegment &old, const std::vector<IndexRow> &rows,
@@ -123,12 +136,12 @@ void IndexTable::apply(std::vector<Change> changes)
         flush();
         return;
     }
-    const std::vector<Edit> all = edits(changes, rows);
+    std::vector<Edit> all = edits(changes, rows);
     std::vector<IndexSegment> before;
     before.swap(m_segments);
     m_segments.reserve(before.size() + 1);
     for (std::size_t place = 0; place < before.size(); ++place) {
-        if (all[place].gone.empty() && all[place].added.empty())
+        if (replaceInPlace(before[place], all[place], rows))
             m_segments.push_back(std::move(before[place]));
         else
             addSegments(before[place], rows, sources(before[place], all[place], rows),

@@ -10,7 +10,7 @@
 namespace KODMS::Services {
 
 /// The searched fields of all rows of one view, in the order of the desks: creation
-/// time, then id. In segments, so that a change makes one of them anew.
+/// time, then id. In segments, so that a change is one of a few thousand rows.
 class IndexTable {
 public:
     struct Change {
@@ -45,6 +45,8 @@ private:
                             const std::vector<IndexRow> &rows) const;
     static std::vector<IndexSegment::Source> sources(const IndexSegment &segment, const Edit &edit,
                                                      const std::vector<IndexRow> &rows);
+    static bool replaceInPlace(IndexSegment &segment, Edit &edit,
+                               const std::vector<IndexRow> &rows);
     void addSegments(const IndexSegment &old, const std::vector<IndexRow> &rows,
                      const std::vector<IndexSegment::Source> &sources, bool isLast);
 

@@ -13,27 +13,17 @@ namespace {
 
 constexpr std::uint64_t largest8 = std::numeric_limits<std::uint8_t>::max();
 constexpr std::uint64_t largest16 = std::numeric_limits<std::uint16_t>::max();
-/// So few rows of a word are asked one by one.
-constexpr std::size_t fewRows = 12;
-
 constexpr std::uint64_t largest32 = std::numeric_limits<std::uint32_t>::max();
 
-std::uint64_t equalValues(const std::uint8_t *values, std::uint8_t wanted)
+/// So few rows of a word are asked one by one.
+constexpr int fewRows = 12;
+
+template <typename Value> std::uint64_t equalValues(const std::uint8_t *values, Value wanted)
 {
     return ByteScan::equal(values, wanted);
 }
 
-std::uint64_t equalValues(const std::uint16_t *values, std::uint16_t wanted)
-{
-    return ByteScan::equal(values, wanted);
-}
-
-std::uint64_t equalValues(const std::uint32_t *values, std::uint32_t wanted)
-{
-    return ByteScan::equal(values, wanted);
-}
-
-std::uint64_t equalValues(const std::uint64_t *values, std::uint64_t wanted)
+template <> std::uint64_t equalValues(const std::uint8_t *values, std::uint64_t wanted)
 {
     return PortableScan::equal(values, wanted);
 }
@@ -71,10 +61,38 @@ template <typename Value> void PackedColumn::store(const std::vector<Number> &nu
     constexpr std::size_t block = RowBits::wordSize;
     m_width = sizeof(Value);
     m_bytes.resize((numbers.size() + block - 1) / block * block * sizeof(Value));
-    for (std::size_t i = 0; i < numbers.size(); ++i) {
-        const auto value = static_cast<Value>(codeOf(numbers[i]));
-        std::memcpy(m_bytes.data() + i * sizeof(Value), &value, sizeof(Value));
+    for (std::size_t i = 0; i < numbers.size(); ++i)
+        put(static_cast<int>(i), static_cast<Value>(codeOf(numbers[i])));
+}
+
+template <typename Value> void PackedColumn::put(int row, Value code)
+{
+    std::memcpy(m_bytes.data() + static_cast<std::size_t>(row) * sizeof(Value), &code,
+                sizeof(Value));
+}
+
+bool PackedColumn::set(int row, Number number)
+{
+    if (number == at(row))
+        return true;
+    const bool isNearby = number == none || number >= m_smallest;
+    const Code code = isNearby ? codeOf(number) : 0;
+    if (m_width == 0 || !isNearby || code > m_largestCode)
+        return false;
+    switch (m_width) {
+    case sizeof(std::uint8_t):
+        put(row, static_cast<std::uint8_t>(code));
+        break;
+    case sizeof(std::uint16_t):
+        put(row, static_cast<std::uint16_t>(code));
+        break;
+    case sizeof(std::uint32_t):
+        put(row, static_cast<std::uint32_t>(code));
+        break;
+    default:
+        put(row, code);
     }
+    return true;
 }
 
 PackedColumn::Code PackedColumn::codeOf(Number number) const
@@ -118,10 +136,8 @@ template <typename Value> void PackedColumn::keepValue(Code code, RowBits &rows)
         RowBits::Word &word = rows.word(place);
         if (word == 0)
             continue;
-        Value values[RowBits::wordSize];
-        std::memcpy(values, m_bytes.data() + static_cast<std::size_t>(place) * sizeof(values),
-                    sizeof(values));
-        word &= equalValues(values, wanted);
+        constexpr std::size_t wordBytes = RowBits::wordSize * sizeof(Value);
+        word &= equalValues(m_bytes.data() + static_cast<std::size_t>(place) * wordBytes, wanted);
     }
 }
 
@@ -157,7 +173,7 @@ void PackedColumn::keepTable(const std::vector<std::uint8_t> &table, RowBits &ro
             continue;
         RowBits::Word found = 0;
         const int start = place * RowBits::wordSize;
-        const bool areFew = std::bitset<RowBits::wordSize>(word).count() < fewRows;
+        const bool areFew = RowBits::countOf(word) < fewRows;
         for (RowBits::Word left = areFew ? word : 0; left != 0; left &= left - 1) {
             const int bit = RowBits::lowest(left);
             found |= static_cast<RowBits::Word>(table[valueAt<Value>(start + bit)]) << bit;

@@ -26,7 +26,11 @@ public:
 
     Number at(int row) const { return numberOf(codeAt(row)); }
 
-    // `none` when no row has a number.
+    /// Gives a row another number, in its place. False, and nothing is changed, when the
+    /// column has to be made anew for it.
+    bool set(int row, Number number);
+
+    // `none` when no row has a number. Rows that were changed may leave them too wide.
     Number smallest() const { return m_largestCode == 0 ? none : m_smallest; }
 
     Number largest() const { return numberOf(m_largestCode); }
@@ -46,6 +50,7 @@ private:
     Number numberOf(Code code) const;
     Code codeOf(Number number) const;
 
+    template <typename Value> void put(int row, Value code);
     template <typename Value> void store(const std::vector<Number> &numbers);
     template <typename Value> Value valueAt(int row) const;
     template <typename Value> void keepValue(Code code, RowBits &rows) const;

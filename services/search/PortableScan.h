@@ -2,29 +2,42 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "services/search/BytePair.h"
+#include "services/search/ByteProbe.h"
+
+#include <cstring>
 
 namespace KODMS::Services::PortableScan {
 
-/// Bit i: value i of the 64 values is `wanted`.
-template <typename Value> std::uint64_t equal(const Value *values, Value wanted)
-{
-    std::uint64_t found = 0;
-    for (unsigned i = 0; i < 64; ++i)
-        found |= static_cast<std::uint64_t>(values[i] == wanted) << i;
-    return found;
-}
-
-/// Bit i: the pair stands at byte i; reads 64 bytes, and 64 from the distance on.
-inline std::uint64_t pairs(const std::uint8_t *bytes, const BytePair &pair)
+/// Bit i: value i of the 64 values that stand there is `wanted`.
+template <typename Value> std::uint64_t equal(const std::uint8_t *values, Value wanted)
 {
     std::uint64_t found = 0;
     for (unsigned i = 0; i < 64; ++i) {
-        const bool isHere = (bytes[i] | pair.firstCase) == pair.first &&
-                            (bytes[i + pair.distance] | pair.lastCase) == pair.last;
+        Value value;
+        std::memcpy(&value, values + i * sizeof(Value), sizeof(Value));
+        found |= static_cast<std::uint64_t>(value == wanted) << i;
+    }
+    return found;
+}
+
+/// A probe as this scan likes it.
+using Probe = ByteProbe;
+
+/// Bit i: a text that starts at byte i has the byte; reads 64 bytes from the offset on.
+inline std::uint64_t hits(const std::uint8_t *bytes, const Probe &probe)
+{
+    std::uint64_t found = 0;
+    for (unsigned i = 0; i < 64; ++i) {
+        const bool isHere = (bytes[i + probe.offset] | probe.caseBit) == probe.byte;
         found |= static_cast<std::uint64_t>(isHere) << i;
     }
     return found;
+}
+
+/// The same with two bytes.
+inline std::uint64_t hits(const std::uint8_t *bytes, const Probe &first, const Probe &second)
+{
+    return hits(bytes, first) & hits(bytes, second);
 }
 
 } // namespace KODMS::Services::PortableScan

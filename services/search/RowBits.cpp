@@ -42,10 +42,10 @@ bool RowBits::isEmpty() const
 
 int RowBits::count() const
 {
-    std::size_t total = 0;
+    int total = 0;
     for (const Word word : m_words)
-        total += std::bitset<wordSize>(word).count();
-    return static_cast<int>(total);
+        total += countOf(word);
+    return total;
 }
 
 } // namespace KODMS::Services

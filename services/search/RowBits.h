@@ -3,7 +3,6 @@
 #pragma once
 
 #include <array>
-#include <bitset>
 #include <cstddef>
 #include <cstdint>
 
@@ -51,13 +50,27 @@ public:
         }
     }
 
+    /// How many bits of a word are set.
+    static int countOf(Word word)
+    {
+#if defined(__POPCNT__)
+        return __builtin_popcountll(word);
+#else
+        // In pairs of bits, in fours, in bytes; the product adds the bytes up.
+        word -= (word >> 1U) & 0x5555555555555555U;
+        word = (word & 0x3333333333333333U) + ((word >> 2U) & 0x3333333333333333U);
+        word = (word + (word >> 4U)) & 0x0f0f0f0f0f0f0f0fU;
+        return static_cast<int>((word * 0x0101010101010101U) >> 56U);
+#endif
+    }
+
     /// Place of the lowest bit of a word that has one.
     static int lowest(Word word)
     {
 #if defined(__GNUC__)
         return __builtin_ctzll(word);
 #else
-        return static_cast<int>(std::bitset<wordSize>((word & (Word{0} - word)) - 1).count());
+        return countOf((word & (Word{0} - word)) - 1);
 #endif
     }
 

@@ -6,7 +6,6 @@
 #include "services/search/TextTest.h"
 
 #include <algorithm>
-#include <cstring>
 #include <limits>
 #include <stdexcept>
 
@@ -15,7 +14,58 @@ namespace KODMS::Services {
 namespace {
 
 /// A scan reads whole steps, also at the end of the block.
-constexpr std::size_t step = 64;
+constexpr std::size_t step = RowBits::wordSize;
+
+/// The bits below a bit.
+RowBits::Word below(int bit)
+{
+    return (RowBits::Word{1} << bit) - 1;
+}
+
+/// Looks for the part of a test, a step at a time. Behind the texts there are only NULs, and
+/// the part's last byte is always looked for: what is compared after that stands within.
+class PartScan {
+public:
+    explicit PartScan(const TextTest &test)
+        : m_test(test), m_first(test.probes()[0]), m_last(test.probes()[1]),
+          m_third(test.probes()[2]), m_isSingle(test.length() == 1), m_hasThird(test.length() > 2),
+          m_isProbed(test.isProbed())
+    {
+    }
+
+    /// Bit i: the part stands at byte i, one of `among`.
+    RowBits::Word hits(const char *text, RowBits::Word among) const
+    {
+        const auto *bytes = reinterpret_cast<const std::uint8_t *>(text);
+        RowBits::Word found = among;
+        found &=
+            m_isSingle ? ByteScan::hits(bytes, m_first) : ByteScan::hits(bytes, m_first, m_last);
+        if (found != 0 && m_hasThird)
+            found &= ByteScan::hits(bytes, m_third);
+        return found != 0 && !m_isProbed ? compared(text, found) : found;
+    }
+
+private:
+    RowBits::Word compared(const char *text, RowBits::Word found) const;
+
+    const TextTest &m_test;
+    ByteScan::Probe m_first;
+    ByteScan::Probe m_last;
+    ByteScan::Probe m_third;
+    bool m_isSingle;
+    bool m_hasThird;
+    bool m_isProbed;
+};
+
+RowBits::Word PartScan::compared(const char *text, RowBits::Word found) const
+{
+    for (RowBits::Word left = found; left != 0; left &= left - 1) {
+        const int bit = RowBits::lowest(left);
+        if (!m_test.isAt(text + bit))
+            found &= ~(RowBits::Word{1} << bit);
+    }
+    return found;
+}
 
 } // namespace
 
@@ -28,10 +78,13 @@ TextBlock::TextBlock(const std::vector<std::string_view> &texts)
         throw std::length_error("the texts of a segment of the index are too large");
     m_text.resize(size + step);
     m_ends.reserve(texts.size());
+    m_firsts.reserve(size / step + 1);
     std::size_t end = 0;
     for (const std::string_view text : texts) {
         std::copy(text.begin(), text.end(), m_text.begin() + static_cast<std::ptrdiff_t>(end));
         end += text.size() + 1;
+        while (m_firsts.size() * step < end)
+            m_firsts.push_back(static_cast<std::uint16_t>(m_ends.size()));
         m_ends.push_back(static_cast<std::uint32_t>(end));
     }
 }
@@ -47,57 +100,55 @@ std::string_view TextBlock::at(int place) const
     return {m_text.data() + start, m_ends[static_cast<std::size_t>(place)] - start - 1};
 }
 
-/// The text in which an offset lies; not before `from`. Texts of a column are of about one
-/// length, so that the first guess is nearly right.
-int TextBlock::placeAt(std::size_t offset, int from, std::size_t bytesToText) const
-{
-    constexpr int near = 6;
-    const std::size_t ahead = (offset - startOf(from)) / bytesToText;
-    int place = std::min(from + static_cast<int>(ahead), size() - 1);
-    for (int steps = 0; steps < near; ++steps) {
-        if (m_ends[static_cast<std::size_t>(place)] <= offset)
-            ++place;
-        else if (startOf(place) > offset)
-            --place;
-        else
-            return place;
-    }
-    const auto found =
-        std::upper_bound(m_ends.begin() + from, m_ends.end(), static_cast<std::uint32_t>(offset));
-    return static_cast<int>(found - m_ends.begin());
-}
-
+/// A hit is carried to the NUL behind its text: added to a word that has a bit for each byte
+/// of the texts, it runs over them and stops where the NUL has left room.
 RowBits TextBlock::containing(const TextTest &test) const
 {
     RowBits found;
     const std::size_t used = m_ends.empty() ? 0 : m_ends.back();
     if (used < test.length())
         return found;
-    const BytePair pair = test.pair();
-    const std::size_t last = used - test.length();
-    const std::size_t bytesToText = used / m_ends.size();
-    const bool isPairEnough = test.length() <= 2;
-    int place = 0;
-    std::size_t next = 0; // the text of the last hit needs no second one
-    for (std::size_t base = 0; base <= last; base += step) {
-        std::uint8_t const *bytes = reinterpret_cast<const std::uint8_t *>(m_text.data() + base);
-        for (std::uint64_t hits = ByteScan::pairs(bytes, pair); hits != 0; hits &= hits - 1) {
-            const std::size_t offset = base + static_cast<std::size_t>(RowBits::lowest(hits));
-            if (offset < next || offset > last)
-                continue;
-            if (!isPairEnough && !test.isAt(m_text.data() + offset))
-                continue;
-            place = placeAt(offset, place, bytesToText);
-            found.add(place);
-            next = m_ends[static_cast<std::size_t>(place)];
-        }
+    const PartScan scan(test);
+    RowBits::Word carry = 0;
+    for (std::size_t base = 0; base < used; base += step) {
+        const char *text = m_text.data() + base;
+        const RowBits::Word here = scan.hits(text, ~RowBits::Word{0});
+        if (here == 0 && carry == 0)
+            continue;
+        const RowBits::Word ends =
+            ByteScan::equal(reinterpret_cast<const std::uint8_t *>(text), std::uint8_t{0});
+        const RowBits::Word carried = ~ends + carry;
+        const RowBits::Word sum = carried + here;
+        carry =
+            static_cast<RowBits::Word>(carried < carry) | static_cast<RowBits::Word>(sum < here);
+        const int first = m_firsts[base / step];
+        for (RowBits::Word left = sum & ends; left != 0; left &= left - 1)
+            found.add(first + RowBits::countOf(ends & below(RowBits::lowest(left))));
     }
     return found;
 }
 
+bool TextBlock::contains(int place, const TextTest &test) const
+{
+    const std::size_t start = startOf(place);
+    const std::size_t end = m_ends[static_cast<std::size_t>(place)];
+    if (end - start <= test.length())
+        return false;
+    const PartScan scan(test);
+    const std::size_t behindLast = end - test.length(); // the part's first byte stands before
+    for (std::size_t base = start; base < behindLast; base += step) {
+        const std::size_t left = behindLast - base;
+        const RowBits::Word among = left < step ? below(static_cast<int>(left)) : ~RowBits::Word{0};
+        if (scan.hits(m_text.data() + base, among) != 0)
+            return true;
+    }
+    return false;
+}
+
 std::size_t TextBlock::bytes() const
 {
-    return m_text.capacity() + m_ends.capacity() * sizeof(m_ends[0]);
+    return m_text.capacity() + m_ends.capacity() * sizeof(m_ends[0]) +
+           m_firsts.capacity() * sizeof(m_firsts[0]);
 }
 
 } // namespace KODMS::Services

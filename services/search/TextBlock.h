@@ -27,14 +27,17 @@ public:
     /// The texts that contain the part of a Contains test.
     RowBits containing(const TextTest &test) const;
 
+    /// Whether one text does.
+    bool contains(int place, const TextTest &test) const;
+
     std::size_t bytes() const;
 
 private:
     std::size_t startOf(int place) const;
-    int placeAt(std::size_t offset, int from, std::size_t bytesToText) const;
 
-    std::vector<char> m_text;          ///< with room for a scan at its end
-    std::vector<std::uint32_t> m_ends; ///< behind the NUL of each text
+    std::vector<char> m_text;            ///< with room for a scan at its end
+    std::vector<std::uint32_t> m_ends;   ///< behind the NUL of each text
+    std::vector<std::uint16_t> m_firsts; ///< of each step of a scan: the text that it begins in
 };
 
 } // namespace KODMS::Services

@@ -50,24 +50,42 @@ std::string_view TextColumn::at(int row) const
     return m_block.at(m_isShared ? static_cast<int>(m_places.at(row)) : row);
 }
 
+bool TextColumn::meets(int place, const TextTest &test) const
+{
+    if (test.kind() == TextTest::Kind::Contains)
+        return m_block.contains(place, test);
+    return test.matches(m_block.at(place));
+}
+
+/// The texts of the block, not the rows.
+RowBits TextColumn::meeting(const TextTest &test) const
+{
+    if (test.kind() == TextTest::Kind::Contains)
+        return m_block.containing(test);
+    RowBits found;
+    for (int place = 0; place < m_block.size(); ++place) {
+        if (test.matches(m_block.at(place)))
+            found.add(place);
+    }
+    return found;
+}
+
 void TextColumn::keepMatching(const TextTest &test, RowBits &rows) const
 {
     if (m_isShared) {
+        const RowBits found = meeting(test);
         std::vector<std::uint8_t> members(static_cast<std::size_t>(m_block.size()));
-        for (std::size_t place = 0; place < members.size(); ++place)
-            members[place] = test.matches(m_block.at(static_cast<int>(place))) ? 1 : 0;
+        found.forEach([&members](int place) { members[static_cast<std::size_t>(place)] = 1; });
         m_places.keepMembers(members, rows);
         return;
     }
-    const bool scans =
-        test.kind() == TextTest::Kind::Contains && rows.count() > m_block.size() / rowsToScan;
-    if (scans) {
-        rows.keep(m_block.containing(test));
+    if (rows.count() > m_block.size() / rowsToScan) {
+        rows.keep(meeting(test));
         return;
     }
     RowBits kept;
     rows.forEach([&](int row) {
-        if (test.matches(m_block.at(row)))
+        if (meets(row, test))
             kept.add(row);
     });
     rows = kept;

@@ -41,12 +41,25 @@ TextTest TextTest::contains(std::string_view part)
     test.m_kind = Kind::Contains;
     test.m_text = part;
     std::transform(test.m_text.begin(), test.m_text.end(), test.m_text.begin(), folded);
-    test.m_pair.first = static_cast<std::uint8_t>(test.m_text.front());
-    test.m_pair.firstCase = caseBit(test.m_text.front());
-    test.m_pair.last = static_cast<std::uint8_t>(test.m_text.back());
-    test.m_pair.lastCase = caseBit(test.m_text.back());
-    test.m_pair.distance = part.size() - 1;
+    test.chooseProbes();
     return test;
+}
+
+/// Texts that are not Latin share their first bytes; those at the end of a sign differ more.
+void TextTest::chooseProbes()
+{
+    constexpr unsigned char latin = 0x80;
+    const std::size_t size = m_text.size();
+    std::size_t places[] = {0, size - 1, 0};
+    if (size > 2) {
+        const bool isLatin = static_cast<unsigned char>(m_text.front()) < latin;
+        places[0] = isLatin ? 0 : std::min<std::size_t>(2, size - 2);
+        places[2] = size - 2 == places[0] ? places[0] - 1 : size - 2;
+    }
+    for (std::size_t i = 0; i < m_probes.size(); ++i) {
+        const char c = m_text[places[i]];
+        m_probes[i] = {static_cast<std::uint8_t>(c), caseBit(c), places[i]};
+    }
 }
 
 TextTest TextTest::equal(std::string_view text)
@@ -75,10 +88,9 @@ bool TextTest::isIn(std::string_view text) const
 {
     if (text.size() < m_text.size())
         return false;
-    const char *last = text.data() + (text.size() - m_text.size());
-    for (const char *place = text.data(); place <= last; ++place) {
-        const bool mayBe = (static_cast<std::uint8_t>(*place) | m_pair.firstCase) == m_pair.first;
-        if (mayBe && isAt(place))
+    const std::size_t places = text.size() - m_text.size() + 1;
+    for (std::size_t place = 0; place < places; ++place) {
+        if (isAt(text.data() + place))
             return true;
     }
     return false;

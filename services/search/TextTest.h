@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "services/search/BytePair.h"
+#include "services/search/ByteProbe.h"
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -25,9 +26,13 @@ public:
 
     bool matches(std::string_view text) const;
 
-    // For Contains: what a scan looks for, and whether the part stands at a place
-    // that has room for it.
-    const BytePair &pair() const { return m_pair; }
+    // For Contains: what a scan looks for (the part's last byte is the second), whether that
+    // is all of the part, and whether the part stands at a place that has room for it.
+    using Probes = std::array<ByteProbe, 3>;
+
+    const Probes &probes() const { return m_probes; }
+
+    bool isProbed() const { return m_text.size() <= m_probes.size(); }
 
     std::size_t length() const { return m_text.size(); }
 
@@ -35,12 +40,13 @@ public:
 
 private:
     TextTest() = default;
+    void chooseProbes();
     bool isIn(std::string_view text) const;
 
     Kind m_kind = Kind::Equal;
     std::string m_text; ///< folded for Contains
     std::int64_t m_number = 0;
-    BytePair m_pair;
+    Probes m_probes;
 };
 
 } // namespace KODMS::Services

@@ -7,14 +7,12 @@
 
 namespace KODMS::Services {
 
-/// Two bytes at a distance: what a scan looks for before it compares a whole text.
+/// One byte of a text that is looked for, and how far from the text's start it stands.
 /// A case bit of 0x20 admits both cases of a Latin letter, whose byte is the small one.
-struct BytePair {
-    std::uint8_t first = 0;
-    std::uint8_t firstCase = 0;
-    std::uint8_t last = 0;
-    std::uint8_t lastCase = 0;
-    std::size_t distance = 0;
+struct ByteProbe {
+    std::uint8_t byte = 0;
+    std::uint8_t caseBit = 0;
+    std::size_t offset = 0;
 };
 
 } // namespace KODMS::Services
