@@ -22,7 +22,7 @@ RawBucket::~RawBucket()
 
 QJsonObject RawBucket::run(const QByteArray &command) const
 {
-    const QByteArray text = QByteArray(command).replace("%B", m_bucket);
+    const QByteArray text = QByteArray(command).replace("%B", m_bucket).replace('\'', '"');
     bson_error_t error{};
     bson_t *document = bson_new_from_json(reinterpret_cast<const uint8_t *>(text.constData()),
                                           text.size(), &error);
@@ -46,14 +46,14 @@ QJsonObject RawBucket::run(const QByteArray &command) const
 
 void RawBucket::drop() const
 {
-    run(R"({"dropDatabase": 1})");
+    run("{'dropDatabase': 1}");
 }
 
 QStringList RawBucket::collections() const
 {
     QStringList names;
     const QJsonObject cursor =
-        run(R"({"listCollections": 1})").value(QStringLiteral("cursor")).toObject();
+        run("{'listCollections': 1}").value(QStringLiteral("cursor")).toObject();
     for (const auto &one : cursor.value(QStringLiteral("firstBatch")).toArray())
         names << one.toObject().value(QStringLiteral("name")).toString();
     return names;
@@ -61,15 +61,14 @@ QStringList RawBucket::collections() const
 
 int RawBucket::count(const char *part, const QByteArray &filter) const
 {
-    return run("{\"count\": \"%B" + QByteArray(part) + "\", \"query\": " + filter + "}")
+    return run("{'count': '%B" + QByteArray(part) + "', 'query': " + filter + "}")
         .value(QStringLiteral("n"))
         .toInt();
 }
 
 QJsonObject RawBucket::first(const char *part, const QByteArray &filter) const
 {
-    return run("{\"find\": \"%B" + QByteArray(part) + "\", \"filter\": " + filter +
-               ", \"limit\": 1}")
+    return run("{'find': '%B" + QByteArray(part) + "', 'filter': " + filter + ", 'limit': 1}")
         .value(QStringLiteral("cursor"))
         .toObject()
         .value(QStringLiteral("firstBatch"))
@@ -80,21 +79,21 @@ QJsonObject RawBucket::first(const char *part, const QByteArray &filter) const
 
 void RawBucket::insert(const char *part, const QByteArray &document) const
 {
-    run("{\"insert\": \"%B" + QByteArray(part) + "\", \"documents\": [" + document + "]}");
+    run("{'insert': '%B" + QByteArray(part) + "', 'documents': [" + document + "]}");
 }
 
 int RawBucket::update(const char *part, const QByteArray &filter, const QByteArray &change) const
 {
-    return run("{\"update\": \"%B" + QByteArray(part) + "\", \"updates\": [{\"q\": " + filter +
-               ", \"u\": " + change + ", \"multi\": true}]}")
+    return run("{'update': '%B" + QByteArray(part) + "', 'updates': [{'q': " + filter +
+               ", 'u': " + change + ", 'multi': true}]}")
         .value(QStringLiteral("n"))
         .toInt();
 }
 
 int RawBucket::remove(const char *part, const QByteArray &filter) const
 {
-    return run("{\"delete\": \"%B" + QByteArray(part) + "\", \"deletes\": [{\"q\": " + filter +
-               ", \"limit\": 0}]}")
+    return run("{'delete': '%B" + QByteArray(part) + "', 'deletes': [{'q': " + filter +
+               ", 'limit': 0}]}")
         .value(QStringLiteral("n"))
         .toInt();
 }

@@ -20,7 +20,8 @@ public:
     RawBucket(const RawBucket &) = delete;
     RawBucket &operator=(const RawBucket &) = delete;
 
-    /// `%B` stands for the bucket's name. Fails the test when the server refuses.
+    /// `%B` stands for the bucket's name, a single quotation mark for a double one. Fails the test
+    /// when the server refuses.
     QJsonObject run(const QByteArray &command) const;
     void drop() const;
     QStringList collections() const;
