@@ -110,7 +110,7 @@ void PostgresServer::configure(QSqlDatabase &connection, const QString &name) co
     connection.setConnectOptions(
         QStringLiteral("connect_timeout=4;application_name=kodms;client_encoding=UTF8;"
                        "keepalives=1;keepalives_idle=15;keepalives_interval=5;"
-                       "keepalives_count=3;options='%1'")
+                       "keepalives_count=3;tcp_user_timeout=20000;options='%1'")
             .arg(options()));
 }
 
@@ -130,14 +130,21 @@ void PostgresServer::makeDatabase() const
 void PostgresServer::makeDatabaseOn(QSqlDatabase &connection) const
 {
     QSqlQuery query(connection);
-    run(query, QStringLiteral("SELECT 1 FROM pg_database WHERE datname = ") +
-                   quoted(m_settings.name, QLatin1Char('\'')));
+    const QString look = QStringLiteral("SELECT 1 FROM pg_database WHERE datname = ") +
+                         quoted(m_settings.name, QLatin1Char('\''));
+    run(query, look);
     if (query.next())
         return;
     run(query, QStringLiteral("SET statement_timeout = 0"));
-    run(query, QStringLiteral("CREATE DATABASE %1 TEMPLATE template0 ENCODING 'UTF8' "
-                              "LC_COLLATE 'C.UTF-8' LC_CTYPE 'C.UTF-8'")
-                   .arg(quoted(m_settings.name, QLatin1Char('"'))));
+    try {
+        run(query, QStringLiteral("CREATE DATABASE %1 TEMPLATE template0 ENCODING 'UTF8' "
+                                  "LC_COLLATE 'C.UTF-8' LC_CTYPE 'C.UTF-8'")
+                       .arg(quoted(m_settings.name, QLatin1Char('"'))));
+    } catch (const SqlError &) {
+        run(query, look); // somebody else has made it meanwhile, or it cannot be made
+        if (!query.next())
+            throw;
+    }
 }
 
 void PostgresServer::check(QSqlDatabase &connection) const

@@ -54,6 +54,7 @@ private Q_SLOTS:
     void hostileTextsAreFoundAsTheyStand();
     void aNumberLargerThanItsColumnEqualsNothing();
     void aChangeOutsideOfTransactionsWaitsForOtherWriters();
+    void aShortStatementTimeoutDoesNotEndTheWait();
     void afterAnErrorNothingIsCommitted();
     void aRecoveryPointLetsATransactionGoOn();
     void aLongResultIsReadRowByRow();
@@ -266,6 +267,22 @@ void TestPostgres::aChangeOutsideOfTransactionsWaitsForOtherWriters()
     failures.exec();
     impatient.run(addPerson.arg(QStringLiteral("li")));
     QCOMPARE(peopleIn(*database), 1);
+}
+
+void TestPostgres::aShortStatementTimeoutDoesNotEndTheWait()
+{
+    TempDatabase database;
+    auto settings = database.settings();
+    settings.statementTimeoutMs = 100;
+    settings.busyTimeoutMs = 1000;
+    Database other(settings);
+    {
+        Transaction writer(*database);
+        QCOMPARE(failureOf([&] { Transaction waiting(other); }), SqlError::Kind::Busy);
+    }
+    Transaction writer(other);
+    QCOMPARE(failureOf([&] { other.run(QStringLiteral("SELECT pg_sleep(60)")); }),
+             SqlError::Kind::Timeout);
 }
 
 void TestPostgres::afterAnErrorNothingIsCommitted()
