@@ -36,22 +36,35 @@ private Q_SLOTS:
     void cleanupTestCase();
     void theNextActionWorksAfterARestart_data();
     void theNextActionWorksAfterARestart();
+    void meanwhileActionsWorkOrSayThatItIsAway();
 
 private:
-    bool server(const QStringList &command) const;
+    static void start(QProcess &process, const QStringList &command);
+    static bool isDone(QProcess &process);
+    static bool server(const QStringList &command);
 
     QTemporaryDir m_dir;
     QByteArray m_common; ///< the file of the server for all tests
 };
 
-bool TestPostgresRestart::server(const QStringList &command) const
+void TestPostgresRestart::start(QProcess &process, const QStringList &command)
 {
-    QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedChannels);
     process.start(QStringLiteral(KODMS_SOURCE_DIR "/tests/postgres/server"), command);
+}
+
+bool TestPostgresRestart::isDone(QProcess &process)
+{
     constexpr int patience = 100000; // ms
-    return process.waitForFinished(patience) && process.exitStatus() == QProcess::NormalExit &&
-           process.exitCode() == 0;
+    return (process.state() == QProcess::NotRunning || process.waitForFinished(patience)) &&
+           process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+}
+
+bool TestPostgresRestart::server(const QStringList &command)
+{
+    QProcess process;
+    start(process, command);
+    return isDone(process);
 }
 
 void TestPostgresRestart::initTestCase()
@@ -99,6 +112,21 @@ void TestPostgresRestart::theNextActionWorksAfterARestart()
     }
     inside.run(addPerson.arg(QStringLiteral("too")));
     QCOMPARE(peopleIn(*reading), 2);
+}
+
+void TestPostgresRestart::meanwhileActionsWorkOrSayThatItIsAway()
+{
+    TempDatabase database;
+    QProcess restart;
+    start(restart, {QStringLiteral("restart"), m_dir.path(), QStringLiteral("KILL")});
+    while (restart.state() != QProcess::NotRunning) {
+        const auto failure = failureOf([&] { peopleIn(*database); });
+        QVERIFY(!failure || *failure == SqlError::Kind::Lost);
+        restart.waitForFinished(20);
+    }
+    QVERIFY(isDone(restart));
+    QCOMPARE(peopleIn(*database), 0);
+    QVERIFY(database->generation() > 0);
 }
 
 KODMS_TEST_MAIN(TestPostgresRestart, QCoreApplication)
