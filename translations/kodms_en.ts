@@ -872,6 +872,57 @@
     </message>
 </context>
 <context>
+    <name>InstallationCopy</name>
+    <message>
+        <source>无法创建文件夹 %1</source>
+        <translation>Cannot make the folder %1</translation>
+    </message>
+    <message>
+        <source>来源和目标用的是同一个数据库或同一个文件库</source>
+        <translation>Source and target have the same database or the same file store</translation>
+    </message>
+    <message>
+        <source>复制没有完成：%1（%2）</source>
+        <translation>The copy did not come to its end: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>文件 %1 没有复制：%2</source>
+        <translation>The file %1 was not copied: %2</translation>
+    </message>
+    <message>
+        <source>来源的文件库里没有记录中的文件 %1：请先运行 kodms-admin check</source>
+        <translation>The source&apos;s file store does not have the recorded file %1: run kodms-admin check first</translation>
+    </message>
+    <message>
+        <source>目标的文件库 %1 不是空的（%2），不会覆盖</source>
+        <translation>The target&apos;s file store %1 is not empty (%2); it is never overwritten</translation>
+    </message>
+    <message>
+        <source>已取消</source>
+        <translation>Cancelled</translation>
+    </message>
+    <message>
+        <source>目标上的内容与来源不同</source>
+        <translation>what stands on the target is not what the source has</translation>
+    </message>
+    <message>
+        <source>来源 %1 的数据库版本是 %2，本程序的是 %3：请先用本程序打开来源（例如 kodms-admin status）升级它，或者换用合适的程序版本</source>
+        <translation>The source %1 has schema version %2, this program has %3: open the source with this program first (for example kodms-admin status), which upgrades it, or use the program that fits</translation>
+    </message>
+    <message>
+        <source>目标 %1 的数据库版本是 %2，本程序的是 %3：请换一个新的目标</source>
+        <translation>The target %1 has schema version %2, this program has %3: choose a new target</translation>
+    </message>
+    <message>
+        <source>目标 %1 已有记录，不会覆盖：请用新建的、空的目标</source>
+        <translation>The target %1 has records already and is never overwritten: use a new, empty one</translation>
+    </message>
+    <message>
+        <source>表 %1 在目标上与来源不同（%2 行和 %3 行），没有复制任何记录</source>
+        <translation>The table %1 differs between source and target (%2 rows and %3 rows); no record was copied</translation>
+    </message>
+</context>
+<context>
     <name>InstallationSetup</name>
     <message>
         <source>服务正在运行，不能在此时初始化</source>
@@ -2705,6 +2756,10 @@ Roles: %2</translation>
     <message>
         <source>数据库版本 %1 比本程序所知的版本 %2 新，请升级本程序：%3</source>
         <translation>The database has version %1, newer than version %2 that this program knows; update this program: %3</translation>
+    </message>
+    <message>
+        <source>复制到 %1 的工作没有完成，还不能使用：请再运行一次 kodms-admin copy</source>
+        <translation>The copy into %1 was not finished, so it cannot be used yet: run kodms-admin copy again</translation>
     </message>
 </context>
 <context>

@@ -4,6 +4,7 @@
 
 #include "apps/admin/commands/BackupCommand.h"
 #include "apps/admin/commands/CheckCommand.h"
+#include "apps/admin/commands/CopyCommand.h"
 #include "apps/admin/commands/DemoCommand.h"
 #include "apps/admin/commands/InitCommand.h"
 #include "apps/admin/commands/IntakeCommand.h"
@@ -34,6 +35,7 @@ CommandSet::CommandSet()
     m_commands.push_back(std::make_unique<CheckCommand>());
     m_commands.push_back(std::make_unique<BackupCommand>());
     m_commands.push_back(std::make_unique<RestoreCommand>());
+    m_commands.push_back(std::make_unique<CopyCommand>());
     m_commands.push_back(std::make_unique<SampleCommand>());
     m_commands.push_back(std::make_unique<DemoCommand>());
 }

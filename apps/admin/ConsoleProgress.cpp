@@ -27,6 +27,12 @@ ConsoleProgress::~ConsoleProgress()
         std::fputs("\r\033[K", stderr);
 }
 
+void ConsoleProgress::setUnit(Services::Progress::Unit unit)
+{
+    m_unit = unit == Services::Progress::Unit::Bytes ? Unit::Bytes : Unit::Items;
+    m_done = 0;
+}
+
 void ConsoleProgress::setTotal(qint64 total)
 {
     m_total = total;

@@ -18,6 +18,8 @@ public:
     ConsoleProgress(const QString &what, Unit unit);
     ~ConsoleProgress() override;
 
+    /// Another unit begins from zero.
+    void setUnit(Services::Progress::Unit unit) override;
     void setTotal(qint64 total) override;
     void advance(qint64 done) override;
     bool isCancelled() const override;
@@ -30,7 +32,7 @@ private:
     QString amount(qint64 value) const;
 
     const QString m_what;
-    const Unit m_unit;
+    Unit m_unit;
     const bool m_visible;
     qint64 m_total = 0;
     qint64 m_done = 0;

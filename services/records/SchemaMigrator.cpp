@@ -59,6 +59,13 @@ int SchemaMigrator::installedVersion()
     return query.number("version");
 }
 
+bool SchemaMigrator::isUnfinishedCopy()
+{
+    SqlQuery query = m_database.query("select_unfinished_copy");
+    query.exec().next();
+    return query.number("marks") > 0;
+}
+
 void SchemaMigrator::runStep(const QStringList &statements, int version)
 {
     Transaction transaction(m_database);
@@ -103,6 +110,10 @@ Outcome SchemaMigrator::upgradeChecked()
                                     .arg(installed)
                                     .arg(knownVersion())
                                     .arg(m_database.displayText()));
+    if (isUnfinishedCopy())
+        return Outcome::failure(
+            tr("复制到 %1 的工作没有完成，还不能使用：请再运行一次 kodms-admin copy")
+                .arg(m_database.displayText()));
     for (int version = installed + 1; version <= knownVersion(); ++version)
         runStep(m_catalog.upgradeStatements(version), version);
     return Outcome::success();

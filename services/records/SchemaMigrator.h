@@ -31,6 +31,7 @@ public:
 
 private:
     bool hasTables();
+    bool isUnfinishedCopy();
     void runStep(const QStringList &statements, int version);
     Outcome installChecked();
     Outcome upgradeChecked();
