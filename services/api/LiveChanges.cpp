@@ -4,6 +4,7 @@
 
 #include "foundation/ui/DMS_UICommon.h"
 #include "services/notices/NoticeHub.h"
+#include "services/records/Dialect.h"
 #include "services/session/Runtime.h"
 #include "services/session/SessionSignals.h"
 #include "services/tasks/TaskRunner.h"
@@ -15,13 +16,18 @@ namespace KODMS::Services {
 namespace {
 
 constexpr int longestInterval = 60'000;
+constexpr int intervalWhenTold = 10'000; // the connection may be lost without a word
+constexpr int gathering = 100;           // one look for a burst of changes
 
 } // namespace
 
 LiveChanges::LiveChanges()
 {
-    m_timer.setInterval(Interval);
+    m_timer.setInterval(m_interval);
+    m_told.setSingleShot(true);
+    m_told.setInterval(gathering);
     connect(&m_timer, &QTimer::timeout, this, &LiveChanges::look);
+    connect(&m_told, &QTimer::timeout, this, &LiveChanges::look);
     connect(&SessionSignals::instance(), &SessionSignals::actorChanged, this, &LiveChanges::end);
     // The first of the two signals of a refresh: no desk has read yet.
     connect(UI::DMS_UICommon::interface(), &UI::DMS_UICommon::refreshOrigFileTable, this,
@@ -44,7 +50,21 @@ void LiveChanges::begin()
     if (Runtime::current() == nullptr)
         return;
     m_isOn = true;
-    lookBy([](ForeignChanges &changes) { changes.begin(); });
+    lookBy([this](ForeignChanges &changes) {
+        listen();
+        changes.begin();
+    });
+}
+
+/// Also after the connection was made anew. What nobody sees waits until somebody does.
+void LiveChanges::listen()
+{
+    const bool isTold = Runtime::current()->records().database().dialect().listen([this] {
+        if (isWatched() && !m_told.isActive())
+            m_told.start();
+    });
+    m_interval = isTold ? intervalWhenTold : Interval;
+    m_timer.setInterval(m_interval);
 }
 
 void LiveChanges::startAgain()
@@ -57,8 +77,11 @@ void LiveChanges::end()
 {
     m_isOn = false;
     m_timer.stop();
-    if (Runtime::current() != nullptr)
-        Runtime::current()->foreignChanges().end();
+    m_told.stop();
+    if (Runtime *runtime = Runtime::current()) {
+        runtime->records().database().dialect().listen({});
+        runtime->foreignChanges().end();
+    }
     show(0);
 }
 
@@ -105,7 +128,7 @@ void LiveChanges::succeeded()
     if (!m_hasFailed)
         return;
     m_hasFailed = false;
-    m_timer.setInterval(Interval);
+    m_timer.setInterval(m_interval);
     qCInfo(lcRecords) << "look for changes by others: works again";
 }
 

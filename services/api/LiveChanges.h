@@ -27,7 +27,8 @@ public:
     void begin();
 
     /// Whether somebody sees the count. Only then is it brought up to date: at once, and
-    /// every two seconds; after a failure, which is logged once, more and more seldom.
+    /// every two seconds, or when the database server tells of changes and every ten
+    /// seconds; after a failure, which is logged once, more and more seldom.
     void setWatched(bool watched);
 
     bool isWatched() const { return m_timer.isActive(); }
@@ -38,7 +39,7 @@ public:
     /// True while the services work for a desk, which may be in the middle of its rows.
     static bool isWorking();
 
-    /// Milliseconds between two looks while nothing fails.
+    /// Milliseconds between two looks while nothing fails and nobody tells.
     static constexpr int Interval = 2000;
 
 Q_SIGNALS:
@@ -47,6 +48,7 @@ Q_SIGNALS:
 private:
     LiveChanges();
 
+    void listen();
     void look();
     void startAgain();
     void end();
@@ -56,6 +58,8 @@ private:
     void failed(const QString &cause);
 
     QTimer m_timer;
+    QTimer m_told; ///< runs a moment after somebody told of changes
+    int m_interval = Interval;
     int m_count = 0;
     bool m_isOn = false; ///< from begin() until the user signs out
     bool m_hasFailed = false;

@@ -7,6 +7,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 
 class QSqlDatabase;
@@ -87,6 +88,11 @@ public:
     /// The time-out of the statements that start from now on; 0 = none. Outside of
     /// transactions. Throws SqlError.
     virtual void setStatementTimeout(int milliseconds) = 0;
+
+    /// Has `wake` called from this thread's event loop whenever another connection has
+    /// told of changes, also after the connection was made anew; an empty one ends it.
+    /// False when the engine tells nobody. Throws SqlError.
+    virtual bool listen(const std::function<void()> & /*wake*/) { return false; }
 
     /// Called before each statement: its time-out counts from here.
     virtual void statementStarts() = 0;

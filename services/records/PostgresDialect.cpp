@@ -7,6 +7,7 @@
 #include "services/records/PostgresServer.h"
 
 #include <QSqlDatabase>
+#include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlQuery>
 
@@ -16,6 +17,9 @@ namespace {
 
 /// All writers of this program ask for the same lock; any number does, as long as it stays.
 constexpr int writersLock = 20261121;
+
+/// What the schema's triggers tell.
+const QString changesChannel = QStringLiteral("kodms_changes");
 
 struct KnownState {
     const char *code; ///< of an error: all of it, or its class, the first two characters
@@ -71,6 +75,37 @@ void PostgresDialect::opened(QSqlDatabase &connection, const DatabaseSettings &s
     PostgresServer(settings).check(connection);
     if (m_timeoutMs)
         setStatementTimeout(*m_timeoutMs);
+    if (m_wake)
+        subscribe();
+}
+
+bool PostgresDialect::listen(const std::function<void()> &wake)
+{
+    const bool hasListened = static_cast<bool>(m_wake);
+    m_wake = wake;
+    if (m_wake && !hasListened)
+        subscribe();
+    return static_cast<bool>(m_wake);
+}
+
+/// What this connection itself has told of is no news.
+void PostgresDialect::subscribe()
+{
+    const QSqlDatabase connection = QSqlDatabase::database(m_connectionName, false);
+    QSqlDriver *driver = connection.driver();
+    if (driver->subscribedToNotifications().contains(changesChannel))
+        return;
+    if (!driver->subscribeToNotification(changesChannel))
+        throw SqlError(kindOf(driver->lastError()), QStringLiteral("LISTEN"),
+                       driver->lastError().databaseText());
+    const auto told = qOverload<const QString &, QSqlDriver::NotificationSource, const QVariant &>(
+        &QSqlDriver::notification);
+    QObject::connect(
+        driver, told, driver,
+        [this](const QString &, QSqlDriver::NotificationSource source, const QVariant &) {
+            if (source != QSqlDriver::SelfSource && m_wake)
+                m_wake();
+        });
 }
 
 SqlError::Kind PostgresDialect::kindOf(const QSqlError &error) const

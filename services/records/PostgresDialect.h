@@ -34,10 +34,15 @@ public:
     QString nullsOrder(bool isDescending) const override;
     void setStatementTimeout(int milliseconds) override;
 
+    bool listen(const std::function<void()> &wake) override;
+
     void statementStarts() override {}
 
 private:
+    void subscribe();
+
     QString m_connectionName;
+    std::function<void()> m_wake; ///< empty: nobody listens
     int m_busyTimeoutMs = 0;
     std::optional<int> m_timeoutMs; ///< when it is not the configured one
     int m_configuredTimeoutMs = 0;

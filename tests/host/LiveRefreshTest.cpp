@@ -11,6 +11,7 @@
 #include "services/api/SignIn.h"
 #include "services/notices/Progress.h"
 #include "tests/host/SampleInstallation.h"
+#include "tests/support/PlainConnection.h"
 #include "tests/support/TestMain.h"
 
 #include <QAction>
@@ -20,9 +21,6 @@
 #include <QMenu>
 #include <QProcess>
 #include <QSignalSpy>
-#include <QSqlDatabase>
-#include <QSqlError>
-#include <QSqlQuery>
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QTest>
@@ -94,7 +92,7 @@ private:
     std::unique_ptr<NoticeLog> m_notices;
     std::unique_ptr<HandOverLog> m_handOvers;
     std::unique_ptr<MainWindow> m_window;
-    QSqlDatabase m_elsewhere;
+    std::unique_ptr<PlainConnection> m_elsewhere;
 };
 
 void LiveRefreshTest::initTestCase()
@@ -106,9 +104,7 @@ void LiveRefreshTest::initTestCase()
     KODMS::Services::SampleRequest request;
     request.flows = 100;
     QVERIFY(KODMS::Services::SampleData::generate(request, progress));
-    m_elsewhere = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("elsewhere"));
-    m_elsewhere.setDatabaseName(m_installation->folder() + QStringLiteral("/kodms.db"));
-    QVERIFY(m_elsewhere.open());
+    m_elsewhere = std::make_unique<PlainConnection>(m_installation->place());
 }
 
 void LiveRefreshTest::init()
@@ -130,9 +126,8 @@ void LiveRefreshTest::cleanup()
 
 void LiveRefreshTest::cleanupTestCase()
 {
-    m_elsewhere.close();
-    m_elsewhere = QSqlDatabase();
-    QSqlDatabase::removeDatabase(QStringLiteral("elsewhere"));
+    m_elsewhere.reset();
+    m_installation.reset();
 }
 
 void LiveRefreshTest::open(const QString &role)
@@ -150,22 +145,15 @@ void LiveRefreshTest::changeElsewhere(int number)
 {
     const QString flow =
         QStringLiteral("(SELECT id FROM job_flows ORDER BY id LIMIT 1 OFFSET %1)").arg(number - 1);
-    QVERIFY(m_elsewhere.transaction());
-    const QStringList statements = {
-        QStringLiteral("UPDATE job_flows SET tips = tips || '+', "
-                       "remark_version = remark_version + 1 WHERE id = ") +
-            flow,
+    m_elsewhere->run(QStringLiteral("BEGIN"));
+    m_elsewhere->run(QStringLiteral("UPDATE job_flows SET tips = tips || '+', "
+                                    "remark_version = remark_version + 1 WHERE id = ") +
+                     flow);
+    m_elsewhere->run(
         QStringLiteral("INSERT INTO events (create_time, action, record_kind, record_id) SELECT "
                        "'2024-03-18T00:00:00.000Z', 'remark.UpdateTips', 'flow', ") +
-            flow};
-    for (const QString &statement : statements) {
-        QSqlQuery query(m_elsewhere);
-        if (!query.exec(statement) || query.numRowsAffected() != 1) {
-            m_elsewhere.rollback();
-            QFAIL(qPrintable(statement + query.lastError().text()));
-        }
-    }
-    QVERIFY(m_elsewhere.commit());
+        flow);
+    m_elsewhere->run(QStringLiteral("COMMIT"));
 }
 
 /// What otherwise happens within two seconds.
@@ -235,14 +223,11 @@ void LiveRefreshTest::theKeyRefreshes()
     table.setCurrentCell(0, 1);
     const QString remark = table.item(0, 12)->text();
     const QString job = table.item(0, 1)->text();
-    QSqlQuery query(m_elsewhere);
-    query.prepare(QStringLiteral("SELECT count(*) FROM job_flows WHERE id <= "
-                                 "(SELECT id FROM job_flows WHERE job_name = ?)"));
-    query.addBindValue(job);
-    QVERIFY(query.exec() && query.next());
-    const int number = query.value(0).toInt();
-    query.finish();
-    changeElsewhere(number);
+    const QStringList upToJob =
+        m_elsewhere->texts(QStringLiteral("SELECT count(*) FROM job_flows WHERE id <= "
+                                          "(SELECT id FROM job_flows WHERE job_name = '%1')")
+                               .arg(job));
+    changeElsewhere(upToJob.value(0).toInt());
     lookNow();
     QVERIFY(field().isVisible());
     QCOMPARE(table.item(0, 12)->text(), remark); // nothing moves by itself
@@ -257,12 +242,9 @@ void LiveRefreshTest::ownChangesAreNotSaid()
     QTableWidget &table = jobs();
     table.setCurrentCell(0, 12);
     table.item(0, 12)->setText(QStringLiteral("my own remark"));
-    QSqlQuery query(m_elsewhere);
-    QVERIFY(
-        query.exec(QStringLiteral("SELECT count(*) FROM job_flows WHERE tips = 'my own remark'")));
-    QVERIFY(query.next());
-    QCOMPARE(query.value(0).toInt(), 1);
-    query.finish();
+    QCOMPARE(m_elsewhere->texts(
+                 QStringLiteral("SELECT count(*) FROM job_flows WHERE tips = 'my own remark'")),
+             QStringList(QStringLiteral("1")));
     lookNow();
     QVERIFY(!field().isVisible());
 }
