@@ -148,13 +148,23 @@ QString Material::textFolder() const
 
 QString Material::hugeFile() const
 {
-    const QString name = QStringLiteral("huge-%1").arg(m_sizes.hugeMiB);
-    if (!m_dir.exists(name)) {
-        PlotLines lines(4);
-        write(m_dir.filePath(name + QStringLiteral(".part")), lines, m_sizes.hugeMiB * MiB);
-        shell(m_dir.path(), QStringLiteral("mv %1.part %1").arg(name));
+    return plotFile(QStringLiteral("huge-%1"), 4, m_sizes.hugeMiB);
+}
+
+QString Material::serverFile() const
+{
+    return plotFile(QStringLiteral("server-%1"), 5, m_sizes.serverMiB);
+}
+
+QString Material::plotFile(const QString &name, unsigned seed, qint64 mebibytes) const
+{
+    const QString file = name.arg(mebibytes);
+    if (!m_dir.exists(file)) {
+        PlotLines lines(seed);
+        write(m_dir.filePath(file + QStringLiteral(".part")), lines, mebibytes * MiB);
+        shell(m_dir.path(), QStringLiteral("mv %1.part %1").arg(file));
     }
-    return m_dir.filePath(name);
+    return m_dir.filePath(file);
 }
 
 } // namespace KODMS::Bench

@@ -18,6 +18,7 @@ public:
         int bigMiB = 1024;
         int hugeMiB = 4096;
         int files = 20000;
+        int serverMiB = 1024;
     };
 
     Material(const QString &folder, const Sizes &sizes);
@@ -31,10 +32,13 @@ public:
     QString textFolder() const;
     /// One file that does not shrink much.
     QString hugeFile() const;
+    /// The same, of the size that is put on a server.
+    QString serverFile() const;
 
 private:
     QString make(const QString &name, const QString &command) const;
     QString manyFolder() const;
+    QString plotFile(const QString &name, unsigned seed, qint64 mebibytes) const;
 
     QDir m_dir;
     Sizes m_sizes;

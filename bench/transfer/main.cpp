@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
+#include "bench/transfer/GridFsCases.h"
+#include "bench/transfer/MongoServer.h"
 #include "bench/transfer/TransferCases.h"
 #include "bench/transfer/WarmMemory.h"
 
@@ -126,6 +128,20 @@ void printJson(const std::vector<Line> &lines, int rounds)
     std::printf("%s\n", QJsonDocument(all).toJson().constData());
 }
 
+std::vector<TransferCase> allCases(const Material &material, const QDir &place,
+                                   const MongoServer &server)
+{
+    auto cases = transferCases(material, place.filePath(QStringLiteral("store")));
+    if (server.uri().isEmpty() || !hasPyMongo()) {
+        std::fprintf(stderr, "without GridFS: %s\n",
+                     server.uri().isEmpty() ? qPrintable(server.reason()) : "no python3-gridfs");
+        return cases;
+    }
+    const auto more = gridFsCases(material, server.uri());
+    cases.insert(cases.end(), more.begin(), more.end());
+    return cases;
+}
+
 int runBench(const QCommandLineParser &options)
 {
     const auto number = [&](const char *name) {
@@ -137,12 +153,13 @@ int runBench(const QCommandLineParser &options)
     if (!work.isValid())
         throw std::runtime_error("no folder to work in");
     const QDir place(work.path());
-    const Material material(base.isEmpty() ? place.filePath(QStringLiteral("material")) : base,
-                            {number("big-mib"), number("huge-mib"), number("files")});
+    const Material material(
+        base.isEmpty() ? place.filePath(QStringLiteral("material")) : base,
+        {number("big-mib"), number("huge-mib"), number("files"), number("server-mib")});
     const WarmMemory memory(place.filePath(QStringLiteral("holes")));
     std::vector<Line> lines;
-    for (const TransferCase &one :
-         transferCases(material, place.filePath(QStringLiteral("store")))) {
+    const MongoServer server(place.filePath(QStringLiteral("mongo")));
+    for (const TransferCase &one : allCases(material, place, server)) {
         if (!one.name.contains(options.value(QStringLiteral("case"))))
             continue;
         std::fprintf(stderr, "%s\n", qPrintable(one.name));
@@ -174,6 +191,7 @@ int main(int argc, char **argv)
     option("rounds", "Runs of each, in turns.", "N", "5");
     option("big-mib", "Size of the one large text file.", "MiB", "1024");
     option("huge-mib", "Size of the file that is put and fetched as it is.", "MiB", "4096");
+    option("server-mib", "Size of the file that goes to a server.", "MiB", "1024");
     option("files", "Number of small files.", "N", "20000");
     option("case", "Only cases whose name contains this.", "TEXT", "");
     options.addOption({QStringLiteral("json"), QStringLiteral("Print figures as JSON.")});
