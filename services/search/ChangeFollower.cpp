@@ -17,19 +17,23 @@ enum ChangeKind { Everything, FlowRow, OrigFileRow, Customer, Person };
 bool ChangeFollower::follow()
 {
     Changed changed;
-    if (!readLog(changed))
+    std::int64_t last = m_data.lastChange;
+    if (!readLog(changed, last))
         return false;
     using Kind = IndexDictionaries::Kind;
     readRecords(Kind::People, "select_index_person", changed.people);
     readRecords(Kind::Customers, "select_index_customer", changed.customers);
-    readRows(IndexLayout::flows(), changed.flows);
-    readRows(IndexLayout::origFiles(), changed.origFiles);
+    std::vector<IndexTable::Change> flows = readRows(IndexLayout::flows(), changed.flows);
+    std::vector<IndexTable::Change> files = readRows(IndexLayout::origFiles(), changed.origFiles);
+    m_data.flows.apply(std::move(flows)); // from here on the database is not asked
+    m_data.origFiles.apply(std::move(files));
+    m_data.lastChange = last;
     return true;
 }
 
 /// The last entry known has to be there still: what is gone with it is not known. Where
 /// none was known, the first one of all has to be.
-bool ChangeFollower::readLog(Changed &changed)
+bool ChangeFollower::readLog(Changed &changed, std::int64_t &last)
 {
     constexpr std::int64_t firstOfAll = 1;
     const std::int64_t known = m_data.lastChange;
@@ -49,7 +53,7 @@ bool ChangeFollower::readLog(Changed &changed)
             !note(log.valueAt(kind).toInt(), log.valueAt(id).toLongLong(), changed))
             return false;
         if (log.valueAt(settled).toInt() == 1) // else it is read again, with what comes before it
-            m_data.lastChange = entry;
+            last = entry;
     }
     return entries <= mostChanges && (entries > 0 || known == 0);
 }
@@ -85,11 +89,11 @@ void ChangeFollower::readRecords(IndexDictionaries::Kind kind, const char *state
     }
 }
 
-void ChangeFollower::readRows(const IndexLayout &layout, const Ids &ids)
+std::vector<IndexTable::Change> ChangeFollower::readRows(const IndexLayout &layout, const Ids &ids)
 {
-    if (ids.empty())
-        return;
     std::vector<IndexTable::Change> changes;
+    if (ids.empty())
+        return changes;
     SqlQuery query = m_database.query(layout.oneRow);
     for (const std::int64_t id : ids) {
         query.bind(":id", static_cast<qint64>(id)).exec();
@@ -99,7 +103,7 @@ void ChangeFollower::readRows(const IndexLayout &layout, const Ids &ids)
             change.row = IndexRowReader(layout, query).read(m_data.dictionaries);
         changes.push_back(std::move(change));
     }
-    m_data.tableOf(layout).apply(std::move(changes));
+    return changes;
 }
 
 } // namespace KODMS::Services

@@ -34,10 +34,10 @@ private:
         Ids people;
     };
 
-    bool readLog(Changed &changed);
+    bool readLog(Changed &changed, std::int64_t &last);
     static bool note(int kind, std::int64_t id, Changed &changed);
     void readRecords(IndexDictionaries::Kind kind, const char *statement, const Ids &ids);
-    void readRows(const IndexLayout &layout, const Ids &ids);
+    std::vector<IndexTable::Change> readRows(const IndexLayout &layout, const Ids &ids);
 
     Database &m_database;
     IndexData &m_data;

@@ -46,6 +46,13 @@ std::optional<TableSearch::Window> windowOf(const IndexLayout &layout, const Sea
     return window;
 }
 
+bool isPassing(const SqlError &error)
+{
+    using Kind = SqlError::Kind;
+    return error.kind() == Kind::Lost || error.kind() == Kind::Busy ||
+           error.kind() == Kind::Timeout;
+}
+
 } // namespace
 
 ColumnIndex::ColumnIndex(const DatabaseSettings &settings, const Options &options)
@@ -124,15 +131,17 @@ void ColumnIndex::takeLoaded()
                           << m_data->bytes() / 1024 << "KiB, read in" << m_loadMilliseconds << "ms";
 }
 
-/// A failure on the way leaves nothing half done: what was there is gone, and is read
-/// again.
+/// A failure on the way leaves nothing half done: what was there is as it was, or is gone
+/// and read again.
 bool ColumnIndex::follow(Database &database)
 {
     std::unique_ptr<IndexData> data = std::move(m_data);
     bool isThere = false;
     try {
         isThere = ChangeFollower(database, *data).follow();
-    } catch (const SqlError &) {
+    } catch (const SqlError &error) {
+        if (isPassing(error)) // it goes on from here when the database answers again
+            m_data = std::move(data);
         throw;
     } catch (const std::exception &error) {
         qCInfo(lcRecords) << "column index: cannot follow:" << error.what();

@@ -123,6 +123,8 @@ void IndexTable::addSegments(const IndexSegment &old, const std::vector<IndexRow
 
 void IndexTable::apply(std::vector<Change> changes)
 {
+    if (changes.empty())
+        return;
     std::vector<IndexRow> rows;
     for (Change &change : changes) {
         if (change.row)

@@ -3,6 +3,7 @@
 #include "services/records/Transaction.h"
 #include "services/search/ColumnIndex.h"
 #include "tests/records/support/ViewFixture.h"
+#include "tests/support/TestDatabase.h"
 #include "tests/support/TestMain.h"
 
 #include <QTest>
@@ -202,7 +203,9 @@ void TestColumnIndex::theLogSaysReadEverything()
     load();
     m_house->database().run(
         QStringLiteral("INSERT INTO change_log (kind, row_id, op) VALUES (0, 0, 2)"));
-    m_house->database().run(QStringLiteral("DROP TRIGGER jobs_update_log"));
+    m_house->database().run(TestDatabase::isServer()
+                                ? QStringLiteral("DROP TRIGGER jobs_log ON jobs")
+                                : QStringLiteral("DROP TRIGGER jobs_update_log"));
     m_house->database().run(QStringLiteral("UPDATE jobs SET layer_count = 17 WHERE id = 4"));
     const List seventeen{condition("JobTable_LayerCount", "17", false)};
     QVERIFY(m_house->searchFlows(seventeen));
@@ -242,6 +245,8 @@ void TestColumnIndex::oddRecordsAreForTheStatements_data()
     QTest::addColumn<QString>("column");
     QTest::addColumn<QVariant>("value");
     QTest::newRow("no time") << QStringLiteral("create_time") << QVariant(QStringLiteral("?"));
+    if (TestDatabase::isServer())
+        return; // its columns take nothing else
     QTest::newRow("a text as number")
         << QStringLiteral("batch_number") << QVariant(QStringLiteral("many"));
     QTest::newRow("a fraction") << QStringLiteral("batch_number") << QVariant(1.5);
@@ -265,6 +270,7 @@ void TestColumnIndex::aLostDatabaseIsNoFailure()
 {
     DatabaseSettings settings = m_house->database().settings();
     settings.path += QStringLiteral(".gone");
+    settings.name += QStringLiteral("_gone");
     m_index = std::make_unique<ColumnIndex>(settings, options());
     m_house->context().setViewIndex(m_index.get());
     m_index->load();
