@@ -124,7 +124,7 @@ SqlError::Kind PostgresDialect::kindOf(const QSqlError &error) const
 QStringList PostgresDialect::beginWrite() const
 {
     // A statement sees what was there when it began: after the wait, what other writers left.
-    const QString begin = QStringLiteral("BEGIN ISOLATION LEVEL READ COMMITTED READ WRITE");
+    const QString begin = QStringLiteral("BEGIN ISOLATION LEVEL READ COMMITTED");
     const QString lock = QStringLiteral("SELECT pg_advisory_xact_lock(%1)").arg(writersLock);
     const QString limit = QStringLiteral("SET LOCAL statement_timeout = %1");
     const int timeout = m_timeoutMs.value_or(m_configuredTimeoutMs);

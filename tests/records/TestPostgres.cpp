@@ -55,6 +55,7 @@ private Q_SLOTS:
     void aNumberLargerThanItsColumnEqualsNothing();
     void aChangeOutsideOfTransactionsWaitsForOtherWriters();
     void aShortStatementTimeoutDoesNotEndTheWait();
+    void aDatabaseThatIsSetReadOnlyIsNotWritten();
     void afterAnErrorNothingIsCommitted();
     void aRecoveryPointLetsATransactionGoOn();
     void aLongResultIsReadRowByRow();
@@ -283,6 +284,15 @@ void TestPostgres::aShortStatementTimeoutDoesNotEndTheWait()
     Transaction writer(other);
     QCOMPARE(failureOf([&] { other.run(QStringLiteral("SELECT pg_sleep(60)")); }),
              SqlError::Kind::Timeout);
+}
+
+void TestPostgres::aDatabaseThatIsSetReadOnlyIsNotWritten()
+{
+    TempDatabase database;
+    database->run(QStringLiteral("SET default_transaction_read_only = on"));
+    QCOMPARE(failureOf([&] { database->run(addPerson.arg(QStringLiteral("li"))); }),
+             SqlError::Kind::ReadOnly);
+    QCOMPARE(peopleIn(*database), 0);
 }
 
 void TestPostgres::afterAnErrorNothingIsCommitted()
