@@ -99,10 +99,6 @@
         <translation>Not a backup, or damaged</translation>
     </message>
     <message>
-        <source>此种数据库须用数据库服务器自己的工具恢复</source>
-        <translation>This kind of database is restored with the database server&apos;s own tools</translation>
-    </message>
-    <message>
         <source>已有数据库 %1，只能恢复到空的安装</source>
         <translation>There is a database %1 already; only an empty installation can be restored into</translation>
     </message>
@@ -121,6 +117,10 @@
     <message>
         <source>备份中的文件与记录不符</source>
         <translation>The files of the backup are not those of its records</translation>
+    </message>
+    <message>
+        <source>此种数据库须用数据库服务器自己的工具恢复，或用 kodms-admin copy 从嵌入式安装复制</source>
+        <translation>This kind of database is restored with the database server&apos;s own tools, or filled by kodms-admin copy from an embedded installation</translation>
     </message>
 </context>
 <context>
@@ -620,8 +620,8 @@
 <context>
     <name>DatabaseSnapshot</name>
     <message>
-        <source>此种数据库须用数据库服务器自己的工具备份</source>
-        <translation>This kind of database is backed up with the database server&apos;s own tools</translation>
+        <source>此种数据库须用数据库服务器自己的工具备份，或用 kodms-admin copy 复制到嵌入式安装</source>
+        <translation>This kind of database is backed up with the database server&apos;s own tools, or copied into an embedded installation by kodms-admin copy</translation>
     </message>
 </context>
 <context>

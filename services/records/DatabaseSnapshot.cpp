@@ -50,7 +50,8 @@ Result<std::unique_ptr<DatabaseSnapshot>> DatabaseSnapshot::take(const DatabaseS
 {
     if (Dialect::create(settings)->isServer())
         return Outcome::failure(QCoreApplication::translate(
-            "DatabaseSnapshot", "此种数据库须用数据库服务器自己的工具备份"));
+            "DatabaseSnapshot",
+            "此种数据库须用数据库服务器自己的工具备份，或用 kodms-admin copy 复制到嵌入式安装"));
     sweepRemains(settings);
     const QDir folder = QFileInfo(settings.path).absoluteDir();
     const QString path = folder.filePath(prefixOf(settings) + newGuid());

@@ -18,6 +18,8 @@ namespace {
 /// All writers of this program ask for the same lock; any number does, as long as it stays.
 constexpr int writersLock = 20261121;
 
+constexpr int longestSilence = 300000; // ms between two statements of a writer
+
 /// What the schema's triggers tell.
 const QString changesChannel = QStringLiteral("kodms_changes");
 
@@ -125,7 +127,13 @@ QStringList PostgresDialect::beginWrite() const
 {
     // A statement sees what was there when it began: after the wait, what other writers left.
     const QString begin = QStringLiteral("BEGIN ISOLATION LEVEL READ COMMITTED");
-    const QString lock = QStringLiteral("SELECT pg_advisory_xact_lock(%1)").arg(writersLock);
+    // Whoever has the lock and is heard of no more lets go of it. A reader may stay as long as
+    // it takes: it keeps nobody waiting.
+    const QString lock =
+        QStringLiteral("SELECT pg_advisory_xact_lock(%1), "
+                       "set_config('idle_in_transaction_session_timeout', '%2', true)")
+            .arg(writersLock)
+            .arg(longestSilence);
     const QString limit = QStringLiteral("SET LOCAL statement_timeout = %1");
     const int timeout = m_timeoutMs.value_or(m_configuredTimeoutMs);
     if (timeout == 0 || timeout > m_busyTimeoutMs)

@@ -87,8 +87,6 @@ QString PostgresServer::options() const
     const QStringList all{
         QStringLiteral("statement_timeout=%1").arg(m_settings.statementTimeoutMs),
         QStringLiteral("lock_timeout=%1").arg(lockTimeout),
-        // Whoever holds the writers' lock and is heard of no more lets go of it.
-        QStringLiteral("idle_in_transaction_session_timeout=300000"),
         QStringLiteral("tcp_keepalives_idle=30"), QStringLiteral("tcp_keepalives_interval=10"),
         QStringLiteral("tcp_keepalives_count=3"), QStringLiteral("client_min_messages=error"),
         // The first runs of a statement are planned for their values, the later ones, of the

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
+#include "services/records/DatabaseSnapshot.h"
 #include "services/records/Dialect.h"
 #include "services/records/RecoveryPoint.h"
 #include "services/records/Transaction.h"
@@ -60,6 +61,7 @@ private Q_SLOTS:
     void aRecoveryPointLetsATransactionGoOn();
     void aLongResultIsReadRowByRow();
     void whatIsWrongWithTheDatabaseIsSaid();
+    void aSnapshotSaysWhatToDoInstead();
 
 private:
     std::unique_ptr<TempDatabase> m_shared; ///< for what needs no fresh one
@@ -82,6 +84,9 @@ void TestPostgres::theConnectionIsSetForDurableWork()
     QCOMPARE(shown("lock_timeout"), QStringLiteral("1234ms"));
     QCOMPARE(shown("statement_timeout"), QStringLiteral("5678ms"));
     QCOMPARE(shown("application_name"), QStringLiteral("kodms"));
+    QCOMPARE(shown("idle_in_transaction_session_timeout"), QStringLiteral("0"));
+    Transaction writer(other);
+    QCOMPARE(shown("idle_in_transaction_session_timeout"), QStringLiteral("5min"));
 }
 
 void TestPostgres::aMissingDatabaseIsMadeOnlyWhenAsked()
@@ -375,6 +380,14 @@ void TestPostgres::whatIsWrongWithTheDatabaseIsSaid()
              qPrintable(problems()));
     plain.run(QStringLiteral("ALTER TABLE orders ENABLE TRIGGER ALL"));
     QCOMPARE(problems(), QStringLiteral("rows of orders name nothing in job_flows"));
+}
+
+void TestPostgres::aSnapshotSaysWhatToDoInstead()
+{
+    const auto snapshot = DatabaseSnapshot::take(m_shared->settings());
+    QVERIFY(!snapshot);
+    QVERIFY2(snapshot.text().contains(QStringLiteral("kodms-admin copy")),
+             qPrintable(snapshot.text()));
 }
 
 KODMS_TEST_MAIN(TestPostgres, QCoreApplication)

@@ -70,8 +70,9 @@ Outcome BackupRestore::refuseExisting() const
 {
     const QString database = m_configuration.database.path;
     if (database.isEmpty())
-        return Outcome::failure(tr("此种数据库须用数据库服务器自己的工具恢复"),
-                                QStringLiteral("not a database in a file"));
+        return Outcome::failure(
+            tr("此种数据库须用数据库服务器自己的工具恢复，或用 kodms-admin copy 从嵌入式安装复制"),
+            QStringLiteral("not a database in a file"));
     if (QFileInfo::exists(database))
         return Outcome::failure(tr("已有数据库 %1，只能恢复到空的安装").arg(database),
                                 QStringLiteral("%1 exists").arg(database));
