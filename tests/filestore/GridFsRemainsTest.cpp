@@ -228,6 +228,8 @@ private:
                     {QStringLiteral("--put"), settings.database, m_source, name});
         QVERIFY(child.waitForReadyRead(60000));
         QCOMPARE(child.readAllStandardOutput().trimmed(), QByteArray("begun"));
+        // All that it has sent is there: nothing may arrive after the sweep.
+        QTRY_COMPARE_WITH_TIMEOUT(m_bucket->count(".chunks"), 4, 60000);
         child.kill();
         QVERIFY(child.waitForFinished(60000));
         QCOMPARE(child.exitStatus(), QProcess::CrashExit);

@@ -55,6 +55,12 @@ private Q_SLOTS:
         QVERIFY(m_store->put(m_source, QStringLiteral("next"), m_progress));
         m_server->kill();
         QVERIFY(m_server->start());
+        QVERIFY(m_store->hold());
+        m_server->kill();
+        QVERIFY(m_server->start());
+        QVERIFY(m_store->leftovers());
+        m_server->kill();
+        QVERIFY(m_server->start());
         QVERIFY(m_store->remove(m_name));
         QVERIFY(!m_store->exists(m_name));
     }

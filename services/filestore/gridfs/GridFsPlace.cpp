@@ -187,9 +187,12 @@ Outcome GridFsPlace::makeIndexes() const
 
 Result<qint64> GridFsPlace::now() const
 {
+    // As a read it is asked again on a new connection when the server was restarted.
+    bson_error_t error{};
     Reply reply;
-    if (Outcome asked = command("admin", Bson().small("hello", 1), reply.fill()); !asked)
-        return asked;
+    if (!mongoc_client_read_command_with_opts(m_client, "admin", Bson().small("hello", 1).get(),
+                                              nullptr, nullptr, reply.fill(), &error))
+        return failure("ask for the time", error);
     return reply.view().time("localTime");
 }
 

@@ -20,6 +20,9 @@ GridFsPulse::GridFsPulse(std::shared_ptr<GridFsServer> server, Kind kind)
 Result<std::unique_ptr<GridFsPulse>> GridFsPulse::begin(const std::shared_ptr<GridFsServer> &server,
                                                         Kind kind)
 {
+    // A question is asked again on a new connection when the server was restarted; a change is not.
+    if (const auto reached = GridFsPlace(server).now(); !reached)
+        return reached.outcome;
     std::unique_ptr<GridFsPulse> pulse(new GridFsPulse(server, kind));
     if (Outcome heard = pulse->beat(); !heard)
         return heard;
