@@ -26,8 +26,10 @@ class ForeignChangesTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void init();
     void cleanup();
+    void cleanupTestCase();
     void nothingIsCountedBeforeTheBeginning();
     void eachRecordCountsOnce();
     void ownChangesAreNotCounted();
@@ -55,21 +57,27 @@ private:
     std::unique_ptr<ForeignChanges> m_changes;
 };
 
-void ForeignChangesTest::init()
+void ForeignChangesTest::initTestCase()
 {
-    if (m_home)
-        m_home->reset();
-    else
-        m_home = std::make_unique<Tests::RecordsHome>();
+    m_home = std::make_unique<Tests::RecordsHome>();
     m_user = m_home->addUser(QStringLiteral("here"), {Role::Admin});
     m_here = &m_home->signIn(m_user);
     m_there = &m_home->signIn(m_home->addUser(QStringLiteral("there"), {Role::Admin}));
+}
+
+void ForeignChangesTest::init()
+{
     m_changes = std::make_unique<ForeignChanges>(m_here->context->database());
 }
 
 void ForeignChangesTest::cleanup()
 {
     m_changes.reset();
+}
+
+void ForeignChangesTest::cleanupTestCase()
+{
+    m_home.reset();
 }
 
 void ForeignChangesTest::remark(TestSession &desk, const TestJob &job, const char *text)
