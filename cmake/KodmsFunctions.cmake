@@ -66,37 +66,45 @@ function(kodms_add_test name)
     ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=Asia/Shanghai;QT_LOGGING_RULES=kodms.*.info=false;QTEST_FUNCTION_TIMEOUT=${function_ms}")
 endfunction()
 
-# kodms_run_on_postgres(NAME...): runs the same executables once more, as NAME.postgres, on the
-# server that the fixture postgres starts. Called in the folder of the tests.
+# kodms_run_on_postgres([LONG] NAME...): runs the same executables once more, as NAME.postgres, on
+# the server that the fixture postgres starts, one at a time: what readers see of the change log
+# waits for every transaction of the server, other databases' included. Called in the folder of the
+# tests. LONG: not with every change, since there they take minutes.
 function(kodms_run_on_postgres)
   if(NOT UNIX)
     return()
   endif()
-  foreach(name IN LISTS ARGN)
+  cmake_parse_arguments(ARG "LONG" "" "" ${ARGN})
+  foreach(name IN LISTS ARG_UNPARSED_ARGUMENTS)
     if(TEST ${name}.postgres) # somebody asked before
       continue()
     endif()
     get_test_property(${name} LABELS labels)
     list(REMOVE_ITEM labels threads) # the other engine has shown those already
+    if(ARG_LONG)
+      list(TRANSFORM labels REPLACE "^fast$" long)
+    endif()
     get_test_property(${name} TIMEOUT timeout)
+    math(EXPR timeout "3 * ${timeout}") # a server is asked over and over where a file is at hand
     get_test_property(${name} ENVIRONMENT environment)
     list(APPEND environment KODMS_TEST_ENGINE=postgres "KODMS_TEST_SERVER=${KODMS_TEST_SERVER}")
     add_test(NAME ${name}.postgres COMMAND ${name})
     set_tests_properties(${name}.postgres PROPERTIES
       LABELS "${labels};postgres" TIMEOUT ${timeout} ENVIRONMENT "${environment}"
-      FIXTURES_REQUIRED postgres SKIP_RETURN_CODE 77)
+      FIXTURES_REQUIRED postgres RESOURCE_LOCK postgres SKIP_RETURN_CODE 77)
   endforeach()
 endfunction()
 
 # kodms_run_only_on_postgres(NAME...): for tests of what the embedded engine does not have.
 function(kodms_run_only_on_postgres)
-  foreach(name IN LISTS ARGN)
+  cmake_parse_arguments(ARG "LONG" "" "" ${ARGN})
+  foreach(name IN LISTS ARG_UNPARSED_ARGUMENTS)
     get_test_property(${name} LABELS labels)
     get_test_property(${name} ENVIRONMENT environment)
     list(APPEND environment KODMS_TEST_ENGINE=postgres "KODMS_TEST_SERVER=${KODMS_TEST_SERVER}")
     set_tests_properties(${name} PROPERTIES
       LABELS "${labels};postgres" ENVIRONMENT "${environment}"
-      FIXTURES_REQUIRED postgres SKIP_RETURN_CODE 77)
+      FIXTURES_REQUIRED postgres RESOURCE_LOCK postgres SKIP_RETURN_CODE 77)
   endforeach()
 endfunction()
 

@@ -148,6 +148,8 @@ void ServiceRuntimeTest::aDamagedDatabaseIsTold_data()
 void ServiceRuntimeTest::aDamagedDatabaseIsTold()
 {
     QFETCH(int, kind);
+    if (KODMS::Tests::TestDatabase::isServer())
+        QSKIP("the embedded database's file");
     QVERIFY(m_home->init());
     const QString path = m_home->path("kodms.db");
     if (kind == 0) {
@@ -181,8 +183,10 @@ void ServiceRuntimeTest::aDatabaseThatIsNotOursIsRefused()
 
 void ServiceRuntimeTest::anEmptyDatabaseIsRefused()
 {
-    write(m_home->iniPath(), "");
-    write(m_home->path("kodms.db"), "");
+    if (!KODMS::Tests::TestDatabase::isServer()) {
+        write(m_home->iniPath(), "");
+        write(m_home->path("kodms.db"), "");
+    }
     QVERIFY(!failedStart().isEmpty());
 }
 
@@ -268,8 +272,8 @@ void ServiceRuntimeTest::aFolderThatCannotBeMadeIsNoticed()
 {
     QVERIFY(m_home->init());
     write(m_home->path("blocker"), "");
-    write(m_home->iniPath(),
-          QStringLiteral("[paths]\ndownload = %1/x/\n").arg(m_home->path("blocker")).toUtf8());
+    m_home->writeIni(
+        QStringLiteral("[paths]\ndownload = %1/x/\n").arg(m_home->path("blocker")).toUtf8());
     NoticeLog log;
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("make folder")));
     QVERIFY(runtime().start(m_home->iniPath()));

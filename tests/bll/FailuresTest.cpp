@@ -67,7 +67,13 @@ class FailuresTest : public QObject {
 
 private Q_SLOTS:
 
-    void init() { m_home.reset(); }
+    void init()
+    {
+        if (!m_undo.isEmpty())
+            m_home.database().run(m_undo);
+        m_undo.clear();
+        m_home.reset();
+    }
 
     void changesOnAFailingDatabase_data();
     void changesOnAFailingDatabase();
@@ -80,11 +86,13 @@ private Q_SLOTS:
 
 private:
     void breakIt(const QString &how, const char *table);
+    void rename(const QString &from, const QString &to);
     TestJob prepare(const Tests::ChangingCase &one);
     void closeConnections();
 
     Tests::RecordsHome m_home;
     std::optional<Services::Transaction> m_otherWriter;
+    QString m_undo; ///< makes the tables whole again, which is quicker than to copy them
     int m_user = 0;
 };
 
@@ -103,17 +111,20 @@ void FailuresTest::breakIt(const QString &how, const char *table)
     if (how == QLatin1String("closed"))
         closeConnections();
     else if (how == QLatin1String("read-only"))
-        m_home.session().context->database().run(
-            Tests::TestDatabase::isServer()
-                ? QStringLiteral("SET default_transaction_read_only = on")
-                : QStringLiteral("PRAGMA query_only = ON"));
+        m_home.session().context->database().run(QStringLiteral("PRAGMA query_only = ON"));
     else if (how == QLatin1String("locked"))
         m_otherWriter.emplace(m_home.database());
     else if (how == QLatin1String("table gone"))
-        m_home.database().run(
-            QStringLiteral("ALTER TABLE %1 RENAME TO gone").arg(QLatin1String(table)));
+        rename(QLatin1String(table), QStringLiteral("gone"));
     else if (how == QLatin1String("audit gone"))
-        m_home.database().run(QStringLiteral("DROP TABLE events"));
+        rename(QStringLiteral("events"), QStringLiteral("gone"));
+}
+
+void FailuresTest::rename(const QString &from, const QString &to)
+{
+    const auto statement = QStringLiteral("ALTER TABLE %1 RENAME TO %2");
+    m_home.database().run(statement.arg(from, to));
+    m_undo = statement.arg(to, from);
 }
 
 TestJob FailuresTest::prepare(const Tests::ChangingCase &one)
@@ -130,14 +141,23 @@ TestJob FailuresTest::prepare(const Tests::ChangingCase &one)
     return job;
 }
 
+/// A lost connection to a server is opened again, and what is written there is begun as
+/// such: neither stops anything.
+static bool stops(const char *how)
+{
+    return !Tests::TestDatabase::isServer() ||
+           (qstrcmp(how, "closed") != 0 && qstrcmp(how, "read-only") != 0);
+}
+
 void FailuresTest::changesOnAFailingDatabase_data()
 {
     QTest::addColumn<int>("number");
     QTest::addColumn<QString>("how");
     for (std::size_t i = 0; i < Tests::changingCases().size(); ++i) {
         for (const char *how : {"closed", "read-only", "locked", "table gone", "audit gone"})
-            QTest::addRow("%s, %s", Tests::changingCases()[i].name, how)
-                << int(i) << QString::fromLatin1(how);
+            if (stops(how))
+                QTest::addRow("%s, %s", Tests::changingCases()[i].name, how)
+                    << int(i) << QString::fromLatin1(how);
     }
 }
 
@@ -168,7 +188,8 @@ void FailuresTest::readsOnAFailingDatabase_data()
     QTest::addColumn<QString>("how");
     for (std::size_t i = 0; i < reads.size(); ++i) {
         for (const char *how : {"closed", "table gone"})
-            QTest::addRow("%s, %s", reads[i].name, how) << int(i) << QString::fromLatin1(how);
+            if (stops(how))
+                QTest::addRow("%s, %s", reads[i].name, how) << int(i) << QString::fromLatin1(how);
     }
 }
 
@@ -249,13 +270,12 @@ void FailuresTest::aVerdictEndsWithItsFirstFailedStep()
                                 "jobs j JOIN job_flows f ON f.job_name = j.name"))
             .toString();
     };
-    m_home.database().run(QStringLiteral("CREATE TRIGGER stop BEFORE %1 BEGIN SELECT "
-                                         "RAISE(ABORT, 'not today'); END")
-                              .arg(stop));
+    const Tests::PlainConnection plain(m_home.settings());
+    plain.refuse(stop, QStringLiteral("not today"));
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("not today")));
     judge();
     QCOMPARE(stored(), left);
-    m_home.database().run(QStringLiteral("DROP TRIGGER stop"));
+    plain.allow(stop);
     judge();
     QCOMPARE(stored(), QStringLiteral("2,2 1,2 by %1").arg(m_user));
 }

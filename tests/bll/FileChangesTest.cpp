@@ -228,8 +228,8 @@ void FileChangesTest::recordingIsRefused()
 void FileChangesTest::flowAndRowMoveTogetherOrNotAtAll()
 {
     const std::string guid = m_home.addFile(QStringLiteral("n.zip"), QStringLiteral("zip"));
-    m_home.database().run(QStringLiteral("CREATE TRIGGER stop BEFORE UPDATE ON job_compress BEGIN "
-                                         "SELECT RAISE(ABORT, 'stopped'); END"));
+    Tests::PlainConnection(m_home.settings())
+        .refuse(QStringLiteral("UPDATE ON job_compress"), QStringLiteral("stopped"));
     expectFailure([&] { return BLL::Odbpp_JobFlowBll().UpdateOrigFileGuid(guid, m_job.flowGuid); },
                   "stopped");
     QCOMPARE(flow().origFileId, m_job.fileId);

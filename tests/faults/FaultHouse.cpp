@@ -81,6 +81,7 @@ FaultHouse::FaultHouse(const std::function<void(FaultHouse &)> &prepare)
     m_home.stop();
     fs::copy(native(m_home.path(QString())), native(m_copy.path()), fs::copy_options::recursive);
     m_keptRecords.copyFrom(m_home.place());
+    m_keptRecords.freeze();
 }
 
 FaultHouse::~FaultHouse()

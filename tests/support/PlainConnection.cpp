@@ -69,11 +69,35 @@ void PlainConnection::run(const QString &statement) const
     executed(database(), statement);
 }
 
+bool PlainConnection::isServer() const
+{
+    return database().driverName() == QLatin1String("QPSQL");
+}
+
+void PlainConnection::refuse(const QString &change, const QString &text, const QString &when) const
+{
+    QString trigger = QStringLiteral("CREATE TRIGGER refusal BEFORE %1 FOR EACH ROW ").arg(change);
+    if (!when.isEmpty())
+        trigger += QStringLiteral("WHEN (%1) ").arg(when);
+    if (!isServer())
+        return run(trigger + QStringLiteral("BEGIN SELECT RAISE(ABORT, '%1'); END").arg(text));
+    run(QStringLiteral("CREATE OR REPLACE FUNCTION refuse_it() RETURNS trigger LANGUAGE plpgsql AS "
+                       "$$ BEGIN RAISE EXCEPTION '%1'; END $$")
+            .arg(text));
+    run(trigger + QStringLiteral("EXECUTE FUNCTION refuse_it()"));
+}
+
+void PlainConnection::allow(const QString &change) const
+{
+    const QString table = change.section(QLatin1Char(' '), -1);
+    run(isServer() ? QStringLiteral("DROP TRIGGER refusal ON ") + table
+                   : QStringLiteral("DROP TRIGGER refusal"));
+}
+
 void PlainConnection::ignoreReferences() const
 {
-    run(database().driverName() == QLatin1String("QPSQL")
-            ? QStringLiteral("SET session_replication_role = replica")
-            : QStringLiteral("PRAGMA foreign_keys = OFF"));
+    run(isServer() ? QStringLiteral("SET session_replication_role = replica")
+                   : QStringLiteral("PRAGMA foreign_keys = OFF"));
 }
 
 QStringList PlainConnection::texts(const QString &statement) const

@@ -25,6 +25,13 @@ public:
     void run(const QString &statement) const;
     /// From now on this connection may delete what other records refer to.
     void ignoreReferences() const;
+
+    /// From now on a change is refused with `text`, for example "UPDATE OF check_flag ON
+    /// jobs"; `when` is a condition on the row NEW.
+    void refuse(const QString &change, const QString &text, const QString &when = {}) const;
+    /// Allows it again.
+    void allow(const QString &change) const;
+
     /// The first column of every row.
     QStringList texts(const QString &statement) const;
     /// Every row, its columns side by side, in the order of these texts.
@@ -34,6 +41,8 @@ public:
     QStringList tables() const;
 
 private:
+    bool isServer() const;
+
     QString m_name;
 };
 

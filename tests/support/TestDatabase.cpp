@@ -117,7 +117,11 @@ TestDatabase::TestDatabase(const QString &path, Begin begin)
 
 TestDatabase::~TestDatabase()
 {
-    if (isServer())
+    if (!m_isThere)
+        return;
+    if (m_copy.isOfLasting())
+        ServerCopy::keepForOthers(m_copy);
+    else
         remove();
 }
 
@@ -129,14 +133,17 @@ void TestDatabase::create(const QString &from)
     if (from == EmptyDatabase)
         statement += QLatin1String(" ENCODING 'UTF8' LOCALE 'C.UTF-8'");
     runOnServer(statement);
+    m_isThere = true;
 }
 
 void TestDatabase::remove()
 {
-    if (isServer()) {
+    if (m_isThere)
         runOnServer(QStringLiteral("DROP DATABASE IF EXISTS %1 WITH (FORCE)").arg(m_settings.name));
+    m_isThere = false;
+    m_copy = {};
+    if (isServer())
         return;
-    }
     for (const char *suffix : {"", "-wal", "-shm"})
         QFile::remove(m_settings.path + QLatin1String(suffix));
 }
@@ -167,20 +174,43 @@ TestDatabase &TestDatabase::lasting()
     static QVector<TestDatabase *> all;
     if (all.isEmpty())
         qAddPostRoutine([] {
+            for (const QString &name : ServerCopy::forgetKept())
+                runOnServer(QStringLiteral("DROP DATABASE IF EXISTS %1 WITH (FORCE)").arg(name));
             qDeleteAll(all);
             all.clear();
         });
     all.append(new TestDatabase);
+    all.last()->m_isLasting = true;
     return *all.last();
 }
 
 void TestDatabase::copyFrom(const TestDatabase &other)
 {
-    remove();
     if (isServer())
-        create(other.m_settings.name);
-    else if (!QFile::copy(other.m_settings.path, m_settings.path))
+        return copyOnServer(other);
+    remove();
+    if (!QFile::copy(other.m_settings.path, m_settings.path))
         qFatal("%s cannot be copied", qPrintable(other.m_settings.path));
+}
+
+/// A server takes its time to copy a database and to drop one, and little to put rows back.
+void TestDatabase::copyOnServer(const TestDatabase &other)
+{
+    const QString origin = other.m_settings.name;
+    if (other.m_isFrozen && m_copy.restore(origin, m_settings))
+        return;
+    remove();
+    if (const auto kept = ServerCopy::keptOf(origin); kept && other.m_isLasting) {
+        m_copy = *kept;
+        m_settings.name = m_copy.name();
+        m_isThere = true;
+        if (m_copy.restore(origin, m_settings))
+            return;
+        remove();
+        m_settings.name = freshName();
+    }
+    create(origin);
+    m_copy = other.m_isFrozen ? ServerCopy(origin, m_settings, other.m_isLasting) : ServerCopy();
 }
 
 QByteArray TestDatabase::section() const

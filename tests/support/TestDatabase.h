@@ -3,6 +3,7 @@
 #pragma once
 
 #include "services/config/Configuration.h"
+#include "tests/support/ServerCopy.h"
 
 #include <QByteArray>
 #include <QString>
@@ -61,7 +62,10 @@ public:
     /// to either.
     void copyFrom(const TestDatabase &other);
 
-    /// One that stays until the application ends, to be copied from.
+    /// Nobody changes it any more: copies of it may be made again by putting rows back.
+    void freeze() { m_isFrozen = true; }
+
+    /// One that stays until the application ends, to be frozen and copied from.
     static TestDatabase &lasting();
 
     /// What a connection of a test runs first: nothing is kept over a crash of the machine.
@@ -71,8 +75,14 @@ private:
     void remove();
     void create(const QString &from);
 
+    void copyOnServer(const TestDatabase &other);
+
     std::unique_ptr<QTemporaryDir> m_dir;
     Services::DatabaseSettings m_settings;
+    ServerCopy m_copy;
+    bool m_isThere = false; ///< on the server
+    bool m_isFrozen = false;
+    bool m_isLasting = false;
 };
 
 } // namespace KODMS::Tests

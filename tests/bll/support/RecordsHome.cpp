@@ -32,6 +32,7 @@ RecordsHome::RecordsHome() : m_place(TestDatabase::Begin::Absent)
     insert(QStringLiteral("customers"), {{QStringLiteral("code"), QStringLiteral("web")},
                                          {QStringLiteral("create_time"), storedNow()}});
     m_database.reset();
+    m_pristine.freeze();
     reset();
 }
 
@@ -73,12 +74,12 @@ int RecordsHome::insert(const QString &table, const QVariantMap &values)
     for (int i = 0; i < columns.size(); ++i)
         marks << QStringLiteral("?");
     SqlQuery query = m_database->prepare(
-        QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+        QStringLiteral("INSERT INTO %1 (%2) VALUES (%3) RETURNING id")
             .arg(table, columns.join(QLatin1Char(',')), marks.join(QLatin1Char(','))));
     for (int i = 0; i < columns.size(); ++i)
         query.bind(i, values[columns[i]]);
-    query.exec();
-    return static_cast<int>(query.lastInsertId());
+    query.exec().next();
+    return query.number("id");
 }
 
 int RecordsHome::addUser(const QString &login, const RoleSet &roles, int department, int post)

@@ -35,6 +35,7 @@ const TestDatabase &freshDatabase()
     must(configuration.save());
     must(InstallationSetup::init(configuration.filePath, QStringLiteral("admin"),
                                  QStringLiteral("管理员"), QStringLiteral("password for tests")));
+    made->freeze();
     return *made;
 }
 
@@ -43,10 +44,10 @@ const TestDatabase &freshDatabase()
 TestInstallation::TestInstallation()
     : m_database(path(QStringLiteral("kodms.db")), TestDatabase::Begin::Absent)
 {
+    m_database.copyFrom(freshDatabase());
     Configuration configuration = Configuration::defaultsFor(iniPath());
     m_database.setIn(configuration);
     must(configuration.save());
-    m_database.copyFrom(freshDatabase());
     start();
 }
 

@@ -22,6 +22,7 @@ const TestDatabase &installed()
     const Services::Outcome outcome = Services::SchemaMigrator(database).install();
     if (!outcome)
         qFatal("%s", qPrintable(outcome.text));
+    made->freeze();
     return *made;
 }
 
