@@ -2,34 +2,42 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "bench/search/BenchDatabase.h"
 
+#include "bench/search/Stopwatch.h"
 #include "services/records/SchemaMigrator.h"
 #include "services/records/sample/SampleRecords.h"
 
 #include <QElapsedTimer>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace KODMS::Bench {
 
 using namespace Services;
 
-BenchDatabase::BenchDatabase(const QString &path, int flows)
-    : m_path(path.isEmpty() ? m_dir.filePath(QStringLiteral("bench.db")) : path), m_flows(flows)
+BenchDatabase::BenchDatabase(const DatabaseSettings &settings, int flows) : m_flows(flows)
 {
-    const bool isThere = QFileInfo::exists(m_path);
-    DatabaseSettings settings;
-    settings.driver = QStringLiteral("sqlite");
-    settings.path = m_path;
-    settings.statementTimeoutMs = 0;
+    DatabaseSettings unlimited = settings;
+    unlimited.statementTimeoutMs = 0;
     m_context = std::make_unique<RecordContext>(
-        std::make_unique<Database>(settings, Database::Open::Create));
-    if (!isThere)
+        std::make_unique<Database>(unlimited, Database::Open::Create));
+    Database &database = m_context->database();
+    if (SchemaMigrator(database).installedVersion() == 0)
         generate();
-    SqlQuery query = m_context->database().query("count_flows");
+    if (isServer()) {
+        // Processor time is read of the one process that serves this connection.
+        database.run(QStringLiteral("SET max_parallel_workers_per_gather = 0"));
+        SqlQuery server = database.prepare(QStringLiteral("SELECT pg_backend_pid() AS pid"));
+        server.exec().next();
+        Stopwatch::alsoCount(server.number("pid"));
+    } else {
+        Stopwatch::alsoCount(0);
+    }
+    SqlQuery query = database.query("count_flows");
     query.exec().next();
     m_flows = query.number("total");
-    m_index = std::make_unique<ColumnIndex>(settings, ColumnIndex::Options{0});
+    m_index = std::make_unique<ColumnIndex>(unlimited, ColumnIndex::Options{0});
     RecordContext::setCurrent(m_context.get());
 }
 
@@ -55,9 +63,14 @@ void BenchDatabase::touchFlow(int id)
         .exec();
 }
 
-qint64 BenchDatabase::fileSize() const
+qint64 BenchDatabase::bytes()
 {
-    return QFileInfo(m_path).size();
+    if (!isServer())
+        return QFileInfo(settings().path).size();
+    SqlQuery query = m_context->database().prepare(
+        QStringLiteral("SELECT pg_database_size(current_database()) AS bytes"));
+    query.exec().next();
+    return query.int64("bytes");
 }
 
 int BenchDatabase::ordinaryUser()
@@ -71,12 +84,14 @@ int BenchDatabase::ordinaryUser()
 QStringList BenchDatabase::someTexts(const QString &table, const QString &column, int count)
 {
     QStringList texts;
+    SqlQuery total = m_context->database().prepare(
+        QStringLiteral("SELECT count(*) AS total FROM %1").arg(table));
+    total.exec().next();
     SqlQuery query = m_context->database().prepare(
-        QStringLiteral(
-            "SELECT %1 AS value FROM %2 WHERE id % MAX(1, (SELECT count(*) FROM %2) / ?) "
-            "= 0 ORDER BY id LIMIT ?")
-            .arg(column, table));
-    query.bind(0, count).bind(1, count);
+        QStringLiteral("SELECT %1 AS value FROM %2 WHERE id % %3 = 0 ORDER BY id LIMIT %4")
+            .arg(column, table)
+            .arg(std::max(1, total.number("total") / count))
+            .arg(count));
     query.exec();
     while (query.next())
         texts << query.text("value");

@@ -6,18 +6,17 @@
 #include "services/search/ColumnIndex.h"
 
 #include <QString>
-#include <QTemporaryDir>
 
 #include <memory>
 
 namespace KODMS::Bench {
 
-/// The database to measure on: generated in a temporary folder, or one that a
-/// former run left at a path of the caller's choice.
+/// The database to measure on: generated where the settings say, or what a former run
+/// left there.
 class BenchDatabase {
 public:
-    /// Throws SqlError. `path` empty: temporary.
-    BenchDatabase(const QString &path, int flows);
+    /// Throws SqlError.
+    BenchDatabase(const Services::DatabaseSettings &settings, int flows);
 
     Services::RecordContext &context() { return *m_context; }
 
@@ -28,7 +27,9 @@ public:
 
     double generationSeconds() const { return m_seconds; }
 
-    qint64 fileSize() const;
+    qint64 bytes();
+
+    bool isServer() { return settings().path.isEmpty(); }
 
     const Services::DatabaseSettings &settings() { return m_context->database().settings(); }
 
@@ -44,8 +45,6 @@ public:
 private:
     void generate();
 
-    QTemporaryDir m_dir;
-    QString m_path;
     int m_flows;
     double m_seconds = 0;
     std::unique_ptr<Services::RecordContext> m_context;

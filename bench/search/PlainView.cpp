@@ -38,9 +38,12 @@ QString PlainView::where(const List &list)
         if (record.openBracket == 1)
             text += QLatin1Char('(');
         const QString value = QString::fromStdString(record.value);
-        text += QString::fromStdString(record.fieldName);
+        const QString field = QString::fromStdString(record.fieldName);
+        const bool isServer = m_database.settings().path.isEmpty();
+        text +=
+            isServer && record.fuzzy == 1 ? QStringLiteral("CAST(%1 AS TEXT)").arg(field) : field;
         if (record.fuzzy == 1) {
-            text += QStringLiteral(" LIKE ?");
+            text += isServer ? QStringLiteral(" ILIKE ?") : QStringLiteral(" LIKE ?");
             m_values << QString(QLatin1Char('%') + value + QLatin1Char('%'));
         } else {
             text += QStringLiteral(" = ?");

@@ -6,7 +6,8 @@
 
 namespace KODMS::Bench {
 
-/// Wall and CPU time of one action, repeated; milliseconds.
+/// Wall and CPU time of one action, repeated; milliseconds. The CPU time is that of this
+/// process and of the server's process that works for it.
 class Stopwatch {
 public:
     template <typename Action> void measure(Action action)
@@ -15,6 +16,9 @@ public:
         action();
         stop();
     }
+
+    /// From now on the CPU time of this process is counted, too; 0: of none.
+    static void alsoCount(int process);
 
     /// A wall time, in milliseconds, that somebody else has measured.
     void add(double wall) { m_wall.push_back(wall); }
@@ -36,6 +40,7 @@ private:
     static double quantile(std::vector<double> values, double share);
     static double wallNow();
     static double cpuNow();
+    static double cpuOfOther();
 
     std::vector<double> m_wall;
     std::vector<double> m_cpu;

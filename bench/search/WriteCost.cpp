@@ -52,17 +52,22 @@ void WriteCost::round(Stopwatch &watch, bool isLogged)
 
 void WriteCost::dropLogTriggers()
 {
-    QStringList names;
+    const bool isServer = m_database.settings().path.isEmpty();
+    QStringList drops;
     {
         SqlQuery query = m_database.prepare(
-            QStringLiteral("SELECT name FROM sqlite_master WHERE type = 'trigger' AND sql LIKE "
-                           "'%INSERT INTO change_log%'"));
+            isServer ? QStringLiteral("SELECT 'DROP TRIGGER ' || tgname || ' ON ' || "
+                                      "CAST(tgrelid AS regclass) AS statement FROM pg_trigger "
+                                      "WHERE tgname LIKE '%_log'")
+                     : QStringLiteral("SELECT 'DROP TRIGGER ' || name AS statement "
+                                      "FROM sqlite_master WHERE type = 'trigger' AND "
+                                      "sql LIKE '%INSERT INTO change_log%'"));
         query.exec();
         while (query.next())
-            names << query.text("name");
+            drops << query.text("statement");
     }
-    for (const QString &name : names)
-        m_database.run(QStringLiteral("DROP TRIGGER ") + name);
+    for (const QString &drop : drops)
+        m_database.run(drop);
 }
 
 void WriteCost::insertFlow(int number)

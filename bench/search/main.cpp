@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
 #include "bench/search/BenchDatabase.h"
+#include "bench/search/BenchServer.h"
 #include "bench/search/FirstPage.h"
 #include "bench/search/PlainView.h"
 #include "bench/search/SearchCases.h"
@@ -14,6 +15,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QTemporaryDir>
 
 #include <algorithm>
 #include <cstdio>
@@ -125,10 +127,11 @@ void printJson(BenchDatabase &database, const std::vector<Line> &lines)
                              {QStringLiteral("ratioCpu"), line.ratio()},
                              {QStringLiteral("worstRatioCpu"), line.worstRatio}};
     const QJsonObject all{
-        {QStringLiteral("engine"), QStringLiteral("sqlite")},
+        {QStringLiteral("engine"),
+         database.isServer() ? QStringLiteral("postgres") : QStringLiteral("sqlite")},
         {QStringLiteral("flows"), database.flows()},
         {QStringLiteral("generationSeconds"), database.generationSeconds()},
-        {QStringLiteral("databaseBytes"), static_cast<double>(database.fileSize())},
+        {QStringLiteral("databaseBytes"), static_cast<double>(database.bytes())},
         {QStringLiteral("indexBytes"), static_cast<double>(database.index().status().bytes)},
         {QStringLiteral("indexMs"), database.index().status().loadMilliseconds},
         {QStringLiteral("cases"), cases}};
@@ -165,10 +168,9 @@ void printCosts(BenchDatabase &database)
                 write.milliseconds(), write.ratio());
 }
 
-int runBench(const QCommandLineParser &options)
+void runBench(const QCommandLineParser &options, const Services::DatabaseSettings &settings)
 {
-    BenchDatabase database(options.value(QStringLiteral("database")),
-                           options.value(QStringLiteral("flows")).toInt());
+    BenchDatabase database(settings, options.value(QStringLiteral("flows")).toInt());
     const int terms = std::max(1, options.value(QStringLiteral("terms")).toInt());
     const int plainTerms = std::max(1, options.value(QStringLiteral("plain-terms")).toInt());
     const QString wanted = options.value(QStringLiteral("case"));
@@ -184,16 +186,55 @@ int runBench(const QCommandLineParser &options)
     }
     if (options.isSet(QStringLiteral("json"))) {
         printJson(database, lines);
-        return EXIT_SUCCESS;
+        return;
     }
-    std::printf(
-        "SQLite, %d flows, %.0f MB, generated in %.1f s, %d terms a case (plain view: %d)\n\n",
-        database.flows(), static_cast<double>(database.fileSize()) / 1e6,
-        database.generationSeconds(), terms, plainTerms);
+    std::printf("%s, %d flows, %.0f MB, generated in %.1f s, %d terms a case (plain view: %d)\n\n",
+                database.isServer() ? "PostgreSQL" : "SQLite", database.flows(),
+                static_cast<double>(database.bytes()) / 1e6, database.generationSeconds(), terms,
+                plainTerms);
     printTable(lines);
     if (hasIndex)
         printCosts(database);
-    return EXIT_SUCCESS;
+    std::printf("\n");
+    std::fflush(stdout);
+}
+
+void runOnFile(const QCommandLineParser &options)
+{
+    const QTemporaryDir folder;
+    Services::DatabaseSettings settings;
+    settings.driver = QStringLiteral("sqlite");
+    settings.path = options.value(QStringLiteral("database"));
+    if (settings.path.isEmpty())
+        settings.path = folder.filePath(QStringLiteral("bench.db"));
+    runBench(options, settings);
+}
+
+bool runOnServer(const QCommandLineParser &options)
+{
+    BenchServer server;
+    if (server.isThere())
+        runBench(options, server.freshDatabase());
+    else
+        std::printf("PostgreSQL: not measured, there is no server: %s\n",
+                    qPrintable(server.problem()));
+    return server.isThere();
+}
+
+int runOn(const QString &engine, const QCommandLineParser &options)
+{
+    const QStringList engines{QStringLiteral("sqlite"), QStringLiteral("postgres"),
+                              QStringLiteral("both")};
+    if (!engines.contains(engine)) {
+        std::fprintf(stderr, "no such engine: %s\n", qPrintable(engine));
+        return EXIT_FAILURE;
+    }
+    if (engine != QLatin1String("postgres"))
+        runOnFile(options);
+    if (engine == QLatin1String("sqlite"))
+        return EXIT_SUCCESS;
+    const bool isMeasured = runOnServer(options);
+    return isMeasured || engine == QLatin1String("both") ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
 } // namespace
@@ -204,14 +245,18 @@ int main(int argc, char **argv)
     QCommandLineParser options;
     options.addHelpOption();
     options.addOptions(
-        {{QStringLiteral("flows"), QStringLiteral("Flows to generate."), QStringLiteral("N"),
+        {{QStringLiteral("engine"),
+          QStringLiteral("sqlite, postgres or both; a server is started "
+                         "for it and stopped."),
+          QStringLiteral("NAME"), QStringLiteral("sqlite")},
+         {QStringLiteral("flows"), QStringLiteral("Flows to generate."), QStringLiteral("N"),
           QStringLiteral("100000")},
          {QStringLiteral("terms"), QStringLiteral("Different terms a case."), QStringLiteral("N"),
           QStringLiteral("50")},
          {QStringLiteral("plain-terms"), QStringLiteral("Terms for the plain view."),
           QStringLiteral("N"), QStringLiteral("10")},
          {QStringLiteral("database"),
-          QStringLiteral("Measure on this file; generated there when it is missing."),
+          QStringLiteral("Measure SQLite on this file; generated there when it is missing."),
           QStringLiteral("PATH")},
          {QStringLiteral("case"), QStringLiteral("Only cases whose name contains this."),
           QStringLiteral("TEXT")},
@@ -219,7 +264,7 @@ int main(int argc, char **argv)
          {QStringLiteral("json"), QStringLiteral("Print figures as JSON.")}});
     options.process(app);
     try {
-        return runBench(options);
+        return runOn(options.value(QStringLiteral("engine")), options);
     } catch (const Services::SqlError &error) {
         std::fprintf(stderr, "%s\n", qPrintable(error.logText()));
         return EXIT_FAILURE;
