@@ -23,6 +23,7 @@
 #include <QTest>
 #include <QToolButton>
 
+#include <chrono>
 #include <csignal>
 #include <memory>
 #include <thread>
@@ -77,6 +78,7 @@ private:
     void search(const QString &text) const;
     void remark(const QString &text);
     void expectAllRemarks() const;
+    void awaitWaiting() const;
 
     std::unique_ptr<SampleInstallation> m_installation;
     std::unique_ptr<Preferences> m_preferences;
@@ -218,6 +220,17 @@ void ServerLossTest::anActionWithoutAServerIsTold()
     expectAllRemarks();
 }
 
+/// Until somebody waits for the writers' lock; not longer than anybody would. In any thread.
+void ServerLossTest::awaitWaiting() const
+{
+    constexpr int mostLooks = 1000;
+    const PlainConnection watcher(m_installation->place());
+    const QString waiting =
+        QStringLiteral("SELECT pid FROM pg_locks WHERE locktype = 'advisory' AND NOT granted");
+    for (int look = 0; look < mostLooks && watcher.texts(waiting).isEmpty(); ++look)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+}
+
 /// It waits for another writer, so that the server is surely killed in its middle.
 void ServerLossTest::anActionThatIsCutOffIsTold()
 {
@@ -225,8 +238,8 @@ void ServerLossTest::anActionThatIsCutOffIsTold()
     const PlainConnection writer(m_installation->place());
     writer.run(QStringLiteral("SELECT pg_advisory_lock(%1)").arg(writersLock));
     const int notices = m_notices.rowCount();
-    std::thread killer([] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    std::thread killer([this] {
+        awaitWaiting();
         server->kill(SIGKILL);
         server->resume();
     });
