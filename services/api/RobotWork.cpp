@@ -3,11 +3,11 @@
 #include "services/api/RobotWork.h"
 
 #include "services/api/internal/IntakeFile.h"
-#include "services/notices/NoticeHub.h"
 #include "services/records/Guid.h"
 #include "services/records/bll/RobotChanges.h"
 #include "services/records/bll/StoredFileRecords.h"
 #include "services/session/Runtime.h"
+#include "services/session/TakeBack.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -73,11 +73,8 @@ Outcome RobotWork::deliver(const RobotJob &job, const QString &path, Progress &p
         return stored;
     Outcome recorded =
         RobotChanges::deliver(runOf(job), recordFor(file.value), file.value.baseName());
-    if (recorded)
-        return recorded;
-    const Outcome removed = store.remove(file.value.storedName());
-    if (!removed) // stays until the next check
-        qCInfo(lcFileStore).noquote() << "robot.deliver" << removed.cause;
+    if (!recorded)
+        takeBackUnrecorded(*runtime, file.value.storedName());
     return recorded;
 }
 

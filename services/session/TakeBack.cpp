@@ -4,6 +4,8 @@
 
 #include "services/notices/NoticeHub.h"
 #include "services/notices/OneLine.h"
+#include "services/records/Dialect.h"
+#include "services/records/Transaction.h"
 #include "services/records/bll/StoredFileRecords.h"
 #include "services/session/Runtime.h"
 
@@ -18,12 +20,22 @@ void stays(const QString &storedName, const QString &cause)
     qCInfo(lcFileStore).noquote() << "not taken back:" << storedName << oneLine(cause);
 }
 
+/// A server may still be about to save what was asked of it over a connection that is lost by
+/// now: whoever writes waits for it. The embedded engine has no such delay, and a look that
+/// waits for nobody will do.
+Transaction::Purpose lookFor(Database &database)
+{
+    return database.dialect().isServer() ? Transaction::Purpose::Write : Transaction::Purpose::Read;
+}
+
 } // namespace
 
 void takeBackUnrecorded(Runtime &runtime, const QString &storedName)
 {
     try {
-        if (StoredFileRecords(runtime.records().database()).isRecorded(storedName))
+        Database &database = runtime.records().database();
+        const Transaction untilRemoved(database, lookFor(database));
+        if (StoredFileRecords(database).isRecorded(storedName))
             return;
         const Outcome removed = runtime.fileStore().remove(storedName);
         if (!removed)

@@ -9,8 +9,9 @@ namespace KODMS::Services {
 class Runtime;
 
 /// Removes a stored file whose recording has failed. The records are asked first: a change
-/// whose answer was lost may have been made all the same. When they cannot be asked, or the
-/// file cannot be removed, it stays for the next check to find. Throws nothing. GUI thread.
+/// whose answer was lost may have been made all the same, or be made this very moment, so on a
+/// server this waits for other writers. When the records cannot be asked, or the file cannot
+/// be removed, it stays for the next check to find. Throws nothing. GUI thread.
 void takeBackUnrecorded(Runtime &runtime, const QString &storedName);
 
 } // namespace KODMS::Services

@@ -1,0 +1,138 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "services/session/TakeBack.h"
+
+#include "services/records/Guid.h"
+#include "services/records/Transaction.h"
+#include "services/records/bll/StoredFileRecords.h"
+#include "tests/archive/SampleArchives.h"
+#include "tests/common/support/TestInstallation.h"
+#include "tests/support/PlainConnection.h"
+#include "tests/support/TestMain.h"
+
+#include <QScopeGuard>
+#include <QSemaphore>
+#include <QTest>
+#include <QThread>
+
+#include <memory>
+
+using namespace KODMS::Services;
+using namespace KODMS::Tests;
+
+/// A file whose recording has failed goes, and never one that is recorded after all.
+class TakeBackTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void whatIsNotRecordedGoes();
+    void whatIsRecordedStays();
+    void whatIsBeingRecordedStays();
+    void itStaysWhenTheRecordsAreBusy();
+    void itStaysWhenTheRecordsAreAway();
+
+private:
+    static void record(Database &database);
+
+    void takeBack() { takeBackUnrecorded(m_home->runtime(), name()); }
+
+    bool isStored() { return m_home->store().exists(name()); }
+
+    static QString name() { return QStringLiteral("a1b2c3_board.zip"); }
+
+    std::unique_ptr<TestInstallation> m_home;
+};
+
+void TakeBackTest::init()
+{
+    m_home = std::make_unique<TestInstallation>();
+    const QString file = m_home->path(QStringLiteral("board.zip"));
+    QVERIFY(writeFile(file, "a board"));
+    NoProgress progress;
+    QVERIFY(m_home->store().put(file, name(), progress));
+}
+
+void TakeBackTest::cleanup()
+{
+    m_home.reset();
+}
+
+void TakeBackTest::record(Database &database)
+{
+    StoredFileRow row;
+    row.guid = newGuid();
+    row.baseName = QStringLiteral("board");
+    row.storedName = name();
+    StoredFileRecords(database).insert(row, 0, 1);
+}
+
+void TakeBackTest::whatIsNotRecordedGoes()
+{
+    takeBack();
+    QVERIFY(!isStored());
+    QVERIFY(!m_home->database().isInTransaction());
+}
+
+void TakeBackTest::whatIsRecordedStays()
+{
+    record(m_home->database());
+    takeBack();
+    QVERIFY(isStored());
+}
+
+/// As a server does it for a connection that is gone: the record comes to light while the
+/// file is about to be taken back.
+void TakeBackTest::whatIsBeingRecordedStays()
+{
+    if (!TestDatabase::isServer())
+        QSKIP("here nobody can save what another connection has begun");
+    QSemaphore begun;
+    const auto settings = m_home->place().settings();
+    const std::unique_ptr<QThread> other(QThread::create([&] {
+        Database database(settings);
+        const PlainConnection watcher(settings);
+        Transaction transaction(database);
+        record(database);
+        begun.release();
+        const QString waiting = QStringLiteral("SELECT count(*) FROM pg_locks WHERE NOT granted "
+                                               "AND locktype = 'advisory' AND database = "
+                                               "(SELECT oid FROM pg_database "
+                                               "WHERE datname = current_database())");
+        for (int i = 0; i < 300 && watcher.texts(waiting) != QStringList(QStringLiteral("1")); ++i)
+            QThread::msleep(10);
+        transaction.commit();
+    }));
+    other->start();
+    const auto ended = qScopeGuard([&] { other->wait(); });
+    begun.acquire();
+    takeBack();
+    QVERIFY(isStored());
+}
+
+void TakeBackTest::itStaysWhenTheRecordsAreBusy()
+{
+    if (!TestDatabase::isServer())
+        QSKIP("here a look waits for nobody");
+    Database other(m_home->place().settings());
+    m_home->database().run(QStringLiteral("SET lock_timeout = 50"));
+    {
+        const Transaction writer(other);
+        takeBack();
+        QVERIFY(isStored());
+    }
+    takeBack();
+    QVERIFY(!isStored());
+}
+
+void TakeBackTest::itStaysWhenTheRecordsAreAway()
+{
+    m_home->database().run(QStringLiteral("ALTER TABLE orig_files RENAME TO gone"));
+    takeBack();
+    QVERIFY(isStored());
+    QVERIFY(!m_home->database().isInTransaction());
+}
+
+KODMS_TEST_MAIN(TakeBackTest, QCoreApplication)
+#include "TakeBackTest.moc"
