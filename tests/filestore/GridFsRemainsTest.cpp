@@ -90,6 +90,23 @@ private Q_SLOTS:
         QVERIFY(m_store->verify(m_name, m_progress));
     }
 
+    /// Nobody opens the store in between: the next put clears away what keeps its name.
+    void aPutAfterAKilledOneOfTheSameName()
+    {
+        killPutting(m_name);
+        m_bucket->insert(".kodms.puts",
+                         "{'_id': 'another', 'file': {'$oid': '65a000000000000000000001'}, "
+                         "'state': 'open', 'seen': {'$date': {'$numberLong': '1'}}}");
+        age();
+        QVERIFY(m_store->put(m_source, m_name, m_progress));
+        QCOMPARE(m_bucket->count(".chunks"), 13);
+        QVERIFY(m_store->verify(m_name, m_progress));
+        QCOMPARE(m_store->leftovers().value, QStringList(QStringLiteral("puts/another")));
+        QVERIFY(m_store->sweep());
+        QVERIFY(m_store->remove(m_name));
+        nothingLeft();
+    }
+
     void thePutterOfAKilledProgramIsGone()
     {
         QVERIFY(m_store->put(m_source, m_name, m_progress));

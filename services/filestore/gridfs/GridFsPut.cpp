@@ -8,6 +8,7 @@
 #include "services/filestore/HashedStream.h"
 #include "services/filestore/StoreFailures.h"
 #include "services/filestore/gridfs/GridFsRemoval.h"
+#include "services/filestore/gridfs/GridFsSweeper.h"
 #include "services/notices/NoticeHub.h"
 
 #include <QCoreApplication>
@@ -123,18 +124,29 @@ Outcome GridFsPut::refuseTaken() const
     return isThere.value ? takenFailure(m_file.name) : Outcome::success();
 }
 
+/// What a killed program left must not keep the name until somebody opens the store anew.
 Outcome GridFsPut::reserve()
 {
-    Bson change = GridFsPulse::seenNow();
-    change.document("$set", Bson().text("owner", m_file.owner).text("state", openState()));
-    const auto reserved = m_place.updateOrInsert(
-        GridFsPlace::Puts, Bson().text("_id", m_file.name).id("file", m_file.id), change);
+    auto reserved = tryReserve();
+    if (reserved && !reserved.value) {
+        if (Outcome swept = GridFsSweeper(m_place).sweepPut(m_file.name); !swept)
+            return swept;
+        reserved = tryReserve();
+    }
     if (!reserved)
         return reserved.outcome;
     if (!reserved.value)
         return GridFsPutTexts::beingPut(m_file.name);
     m_pulse.addPut(m_file.name);
     return Outcome::success();
+}
+
+Result<bool> GridFsPut::tryReserve() const
+{
+    Bson change = GridFsPulse::seenNow();
+    change.document("$set", Bson().text("owner", m_file.owner).text("state", openState()));
+    return m_place.updateOrInsert(GridFsPlace::Puts,
+                                  Bson().text("_id", m_file.name).id("file", m_file.id), change);
 }
 
 Outcome GridFsPut::fill(const QString &localPath, Progress &progress)

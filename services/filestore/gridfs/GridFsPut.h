@@ -28,6 +28,7 @@ public:
 private:
     Outcome refuseTaken() const;
     Outcome reserve();
+    Result<bool> tryReserve() const;
     Outcome fill(const QString &localPath, Progress &progress);
     Outcome publish();
     Outcome readBack() const;

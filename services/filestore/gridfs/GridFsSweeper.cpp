@@ -55,6 +55,23 @@ Outcome GridFsSweeper::sweepOurs() const
     return Outcome::success();
 }
 
+Outcome GridFsSweeper::sweepPut(const QString &name) const
+{
+    const auto now = m_place.now();
+    if (!now)
+        return now.outcome;
+    const auto puts = brokenPuts(now.value);
+    if (!puts)
+        return puts.outcome;
+    for (const Remain &put : puts.value) {
+        if (put.name != name)
+            continue;
+        if (Outcome cleared = clear(put, now.value); !cleared)
+            return cleared;
+    }
+    return Outcome::success();
+}
+
 Outcome GridFsSweeper::sweep() const
 {
     if (Outcome swept = sweepOurs(); !swept)

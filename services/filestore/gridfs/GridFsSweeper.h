@@ -23,7 +23,9 @@ public:
 
     /// What our programs left. Quick, however many files there are.
     Outcome sweepOurs() const;
-    /// The same, and chunks that nothing leads to.
+    /// What a killed put of this name left; nothing while that put may go on.
+    Outcome sweepPut(const QString &name) const;
+    /// What our programs left, and chunks that nothing leads to.
     Outcome sweep() const;
     /// What sweep() would remove, and files that are no stored files.
     Result<QStringList> leftovers() const;
