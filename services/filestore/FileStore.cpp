@@ -42,4 +42,15 @@ bool FileStore::isValidStoredName(const QString &name)
            std::all_of(name.cbegin(), name.cend(), isNameCharacter);
 }
 
+Outcome FileStore::removeIfThere(const QString &name)
+{
+    Outcome removed = remove(name);
+    if (removed)
+        return removed;
+    const auto isThere = has(name);
+    if (!isThere)
+        return isThere.outcome;
+    return isThere.value ? removed : Outcome::success();
+}
+
 } // namespace KODMS::Services

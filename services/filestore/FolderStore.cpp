@@ -188,6 +188,22 @@ Outcome FolderStore::remove(const QString &name)
     return syncFolder(m_layout.fan(name));
 }
 
+/// Without its place the store may be on a disk that is not mounted.
+Result<bool> FolderStore::has(const QString &name) const
+{
+    if (!isValidStoredName(name))
+        return false;
+    std::error_code error;
+    for (const QString &folder : {m_layout.entry(name), m_layout.place()}) {
+        const std::filesystem::directory_iterator it(fsPath(folder), error);
+        if (error != std::errc::no_such_file_or_directory)
+            break;
+    }
+    if (error)
+        return ioFailure("look for", name, error.value());
+    return bool(entry(name));
+}
+
 bool FolderStore::exists(const QString &name) const
 {
     return bool(entry(name));

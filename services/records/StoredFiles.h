@@ -17,8 +17,8 @@ public:
     virtual bool exists(const QString &storedName) = 0;
 
     /// Takes the stored file away for good. Called after the deletion of its
-    /// record was committed. A missing file is a failure: a store that cannot be
-    /// reached does not know it either.
+    /// record was committed. A file that another program took away meanwhile is gone
+    /// as well; failure when it may still be there.
     virtual Outcome removeBody(const QString &storedName) = 0;
 };
 

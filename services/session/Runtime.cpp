@@ -171,8 +171,11 @@ QStringList Runtime::removeMarkedBodies()
     while (marks.next())
         names << marks.text("stored_name");
     for (const QString &name : qAsConst(names)) {
-        if (!m_storedFiles.exists(name) || m_storedFiles.removeBody(name))
+        const Outcome removed = m_storedFiles.removeBody(name);
+        if (removed)
             settled << name;
+        else
+            qCWarning(lcFileStore).noquote() << "settle delete marks" << name << removed.cause;
     }
     return settled;
 }

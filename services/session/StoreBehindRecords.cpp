@@ -11,7 +11,7 @@ bool StoreBehindRecords::exists(const QString &storedName)
 
 Outcome StoreBehindRecords::removeBody(const QString &storedName)
 {
-    return m_store.remove(storedName);
+    return m_store.removeIfThere(storedName);
 }
 
 } // namespace KODMS::Services

@@ -3,6 +3,7 @@
 #include "services/api/ServiceRuntime.h"
 #include "services/api/SignIn.h"
 #include "services/records/Database.h"
+#include "services/records/StoredFiles.h"
 #include "services/session/Runtime.h"
 #include "tests/api/support/Installation.h"
 #include "tests/support/NoticeLog.h"
@@ -43,10 +44,19 @@ private Q_SLOTS:
     void oddPathsAreNoticed();
     void makesTheFoldersThatTheDesksNeed();
     void settlesDeleteMarks();
+    void keepsDeleteMarksWhileTheStoreIsAway();
+    void aBodyThatAnotherProgramRemoved();
     void theChangeLogDoesNotGrowForEver();
     void aFolderThatCannotBeMadeIsNoticed();
 
 private:
+    static int deleteMarks()
+    {
+        SqlQuery marks = Runtime::current()->records().database().prepare(
+            QStringLiteral("SELECT count(*) AS marks FROM file_delete_marks"));
+        return marks.exec().next() ? marks.number("marks") : -1;
+    }
+
     static ServiceRuntime &runtime() { return ServiceRuntime::instance(); }
 
     void write(const QString &path, const QByteArray &bytes, qint64 at = -1)
@@ -234,11 +244,45 @@ void ServiceRuntimeTest::settlesDeleteMarks()
     FileStore &reopened = Runtime::current()->fileStore();
     QVERIFY(reopened.exists(QStringLiteral("marked.zip")));
     QVERIFY(!reopened.exists(QStringLiteral("gone.zip")));
-    SqlQuery marks = Runtime::current()->records().database().prepare(
-        QStringLiteral("SELECT count(*) AS marks FROM file_delete_marks"));
-    marks.exec();
-    QVERIFY(marks.next());
-    QCOMPARE(marks.number("marks"), 0);
+    QCOMPARE(deleteMarks(), 0);
+}
+
+/// As when the disk with the files is not mounted.
+void ServiceRuntimeTest::keepsDeleteMarksWhileTheStoreIsAway()
+{
+    m_home->initAndStart();
+    NoProgress progress;
+    QVERIFY(Runtime::current()->fileStore().put(m_home->iniPath(), QStringLiteral("gone.zip"),
+                                                progress));
+    const QString root = Runtime::current()->configuration().fileStore.root;
+    runtime().stop();
+    runSql(QStringLiteral("INSERT INTO file_delete_marks (stored_name, final, mark_time) "
+                          "VALUES ('gone.zip', 1, '')"));
+    const QString away = root + QStringLiteral(".away");
+    QVERIFY(QDir().rename(root, away));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("gone.zip")));
+    QVERIFY(runtime().start(m_home->iniPath()));
+    QCOMPARE(deleteMarks(), 1);
+    runtime().stop();
+    QVERIFY(QDir().rename(away, root));
+    QVERIFY(runtime().start(m_home->iniPath()));
+    QCOMPARE(deleteMarks(), 0);
+    QVERIFY(!Runtime::current()->fileStore().exists(QStringLiteral("gone.zip")));
+}
+
+/// Between the end of a deletion here and the removal, a start elsewhere settled its mark.
+void ServiceRuntimeTest::aBodyThatAnotherProgramRemoved()
+{
+    m_home->initAndStart();
+    NoProgress progress;
+    StoredFiles &files = *Runtime::current()->records().storedFiles();
+    FileStore &store = Runtime::current()->fileStore();
+    QVERIFY(store.put(m_home->iniPath(), QStringLiteral("gone.zip"), progress));
+    const auto other = FileStore::create(Runtime::current()->configuration().fileStore);
+    QVERIFY(other.value->remove(QStringLiteral("gone.zip")));
+    QVERIFY(files.removeBody(QStringLiteral("gone.zip")));
+    QVERIFY(QDir(Runtime::current()->configuration().fileStore.root).removeRecursively());
+    QVERIFY(!files.removeBody(QStringLiteral("gone.zip")));
 }
 
 void ServiceRuntimeTest::theChangeLogDoesNotGrowForEver()

@@ -10,7 +10,9 @@
 #include "tests/common/support/TestInstallation.h"
 #include "tests/support/TestMain.h"
 
+#include <QDir>
 #include <QDirIterator>
+#include <QRegularExpression>
 #include <QTest>
 
 using namespace KODMS::Services;
@@ -123,6 +125,22 @@ private Q_SLOTS:
         const CheckReport repaired = check(true);
         QVERIFY(repaired.findings.at(0).isRepaired && repaired.findings.at(1).isRepaired);
         QVERIFY(m_home->store().exists(kept));
+        QVERIFY(!m_home->store().exists(QStringLiteral("going.zip")));
+        QCOMPARE(kinds(check()), QStringList());
+    }
+
+    /// As when the disk with the files is not mounted: nothing can be known of a file then.
+    void aMarkOutlivesARepairWithoutTheStore()
+    {
+        putByADeadProgram(QStringLiteral("going.zip"));
+        mark(QStringLiteral("going.zip"), true);
+        const QString away = m_home->path(QStringLiteral("away"));
+        QVERIFY(QDir().rename(storeFolder(), away));
+        QTest::ignoreMessage(QtWarningMsg,
+                             QRegularExpression(QStringLiteral("check --repair .going.zip")));
+        QVERIFY(!check(true).findings.first().isRepaired);
+        QVERIFY(QDir().rename(away, storeFolder()));
+        QVERIFY(check(true).findings.first().isRepaired);
         QVERIFY(!m_home->store().exists(QStringLiteral("going.zip")));
         QCOMPARE(kinds(check()), QStringList());
     }

@@ -65,6 +65,11 @@ Outcome FaultyFileStore::remove(const QString &name)
     return asked(gone(), [&] { return m_inner->remove(name); });
 }
 
+Result<bool> FaultyFileStore::has(const QString &name) const
+{
+    return asked(Result<bool>(gone()), [&] { return m_inner->has(name); });
+}
+
 bool FaultyFileStore::exists(const QString &name) const
 {
     return asked(false, [&] { return m_inner->exists(name); });

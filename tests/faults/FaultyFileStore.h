@@ -18,6 +18,7 @@ public:
     Services::Outcome get(const QString &name, const QString &localPath,
                           Services::Progress &progress) const override;
     Services::Outcome remove(const QString &name) override;
+    Services::Result<bool> has(const QString &name) const override;
     bool exists(const QString &name) const override;
     Services::Result<Services::StoredFileInfo> find(const QString &name) const override;
     Services::Result<QVector<Services::StoredFileInfo>> list() const override;

@@ -197,6 +197,18 @@ private Q_SLOTS:
         noRemains();
     }
 
+    /// Two programs that bring one deletion to its end both succeed.
+    void removedByWhomever()
+    {
+        put(QStringLiteral("a"));
+        QVERIFY(m_store->has(QStringLiteral("a")).value);
+        QVERIFY(m_store->removeIfThere(QStringLiteral("a")));
+        const auto isThere = m_store->has(QStringLiteral("a"));
+        QVERIFY(isThere && !isThere.value);
+        QVERIFY(opened()->removeIfThere(QStringLiteral("a")));
+        QVERIFY(m_store->removeIfThere(QStringLiteral("../a")));
+    }
+
     void theListIsCompleteAndInOrder()
     {
         QStringList names;

@@ -90,9 +90,8 @@ void StoreCheckRun::lookAtMarks()
         if (!m_options.repair)
             continue;
         // A name that is recorded again is no leftover.
-        const bool removesBody =
-            mark.value() && !isRecorded(mark.key()) && m_store.exists(mark.key());
-        const Outcome done = removesBody ? m_store.remove(mark.key()) : Outcome::success();
+        const bool removesBody = mark.value() && !isRecorded(mark.key());
+        const Outcome done = removesBody ? m_store.removeIfThere(mark.key()) : Outcome::success();
         finding.isRepaired = repaired(mark.key(), "delete mark removed", done);
         if (finding.isRepaired)
             forgetMark(mark.key());
@@ -177,9 +176,14 @@ Outcome StoreCheckRun::readContents(Progress &progress)
         const Outcome verified = m_store.verify(file.name, progress);
         if (progress.isCancelled())
             return cancelledFailure();
-        if (verified)
+        if (verified) {
             ++m_report.filesRead;
-        else if (m_store.exists(file.name))
+            continue;
+        }
+        const auto isThere = m_store.has(file.name);
+        if (!isThere)
+            return isThere.outcome;
+        if (isThere.value)
             add("damaged-file", file.name, verified.text, true);
     }
     return Outcome::success();

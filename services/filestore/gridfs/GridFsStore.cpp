@@ -122,13 +122,18 @@ Outcome GridFsStore::remove(const QString &name)
     return GridFsRemoval(place).remove(name);
 }
 
-/// Whoever asks cannot be told that the server does not answer; the log and the people are.
-bool GridFsStore::exists(const QString &name) const
+Result<bool> GridFsStore::has(const QString &name) const
 {
     if (!isValidStoredName(name))
         return false;
     const GridFsPlace place(m_server);
-    const auto isThere = GridFsCatalog(place).has(name);
+    return GridFsCatalog(place).has(name);
+}
+
+/// Whoever asks cannot be told that the server does not answer; the log and the people are.
+bool GridFsStore::exists(const QString &name) const
+{
+    const auto isThere = has(name);
     if (!isThere)
         reportFailure(lcFileStore(), "look for", name, isThere.outcome.cause, isThere.text());
     return isThere && isThere.value;
