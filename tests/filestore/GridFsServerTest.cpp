@@ -92,7 +92,8 @@ private Q_SLOTS:
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("look for")));
         QVERIFY(!store.exists(m_name));
         QVERIFY(m_server->start());
-        QVERIFY(store.verify(m_name, m_progress));
+        // Impatient as it is, it may give up on a busy machine before it has found the server.
+        QTRY_VERIFY_WITH_TIMEOUT(store.verify(m_name, m_progress), 30000);
     }
 
     void aServerKilledDuringAPut()
