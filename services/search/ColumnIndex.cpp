@@ -90,7 +90,7 @@ void ColumnIndex::fail(const QString &why)
 {
     m_hasFailed = true;
     m_failedAt = std::chrono::steady_clock::now();
-    qCInfo(lcRecords).noquote() << "column index:" << why;
+    qCWarning(lcRecords).noquote() << "column index:" << why; // searches take longer from here on
 }
 
 bool ColumnIndex::isWorthIt(Database &database) const

@@ -50,6 +50,7 @@ private:
     Said carryOut();
     static void act(const Scene &scene, Said &said);
     void learn();
+    bool isAnsweredByStatements(const Said &said) const;
     void checkSaid(const Said &said, QStringList &problems) const;
     void checkRecords(QStringList &problems) const;
     void checkStore(QStringList &problems);
