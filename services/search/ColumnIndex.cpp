@@ -88,9 +88,11 @@ bool ColumnIndex::isFresh(Database &database)
 
 void ColumnIndex::fail(const QString &why)
 {
+    if (why != m_failure) // once, until it works again; searches take longer meanwhile
+        qCWarning(lcRecords).noquote() << "column index:" << why;
     m_hasFailed = true;
+    m_failure = why;
     m_failedAt = std::chrono::steady_clock::now();
-    qCWarning(lcRecords).noquote() << "column index:" << why; // searches take longer from here on
 }
 
 bool ColumnIndex::isWorthIt(Database &database) const
@@ -123,12 +125,14 @@ void ColumnIndex::takeLoaded()
     m_data = std::move(loaded->data);
     m_loadMilliseconds = loaded->milliseconds;
     m_hasFailed = false;
-    if (m_data == nullptr)
+    if (m_data == nullptr) {
         fail(loaded->problem);
-    else
-        qCInfo(lcRecords) << "column index:" << m_data->flows.rows() << "flows and"
-                          << m_data->origFiles.rows() << "original files in"
-                          << m_data->bytes() / 1024 << "KiB, read in" << m_loadMilliseconds << "ms";
+        return;
+    }
+    m_failure.clear();
+    qCInfo(lcRecords) << "column index:" << m_data->flows.rows() << "flows and"
+                      << m_data->origFiles.rows() << "original files in" << m_data->bytes() / 1024
+                      << "KiB, read in" << m_loadMilliseconds << "ms";
 }
 
 /// A failure on the way leaves nothing half done: what was there is as it was, or is gone

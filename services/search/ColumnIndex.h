@@ -6,6 +6,8 @@
 #include "services/search/IndexLoader.h"
 #include "services/search/IndexStatus.h"
 
+#include <QString>
+
 #include <chrono>
 
 namespace KODMS::Services {
@@ -47,6 +49,7 @@ private:
     std::unique_ptr<IndexData> m_data; ///< null: not there
     double m_loadMilliseconds = 0;
     bool m_hasFailed = false;
+    QString m_failure; ///< what was logged, until it works again
     std::chrono::steady_clock::time_point m_failedAt;
 };
 
