@@ -5,6 +5,7 @@
 #include "foundation/bll/Odbpp_Flow_ViewBll.h"
 #include "services/api/InstallationSetup.h"
 #include "services/api/SampleData.h"
+#include "services/api/SearchIndex.h"
 #include "services/api/ServiceRuntime.h"
 #include "services/api/SignIn.h"
 
@@ -25,6 +26,13 @@ void mustSucceed(const Outcome &outcome)
 {
     if (!outcome)
         throw std::runtime_error(outcome.text.toStdString());
+}
+
+/// What a desk meets all day but for its first seconds.
+void mustBeReady(const SearchIndexState &index)
+{
+    if (!index.isReady)
+        throw std::runtime_error("the search index was not loaded");
 }
 
 struct FlowPage {
@@ -77,6 +85,7 @@ BenchInstallation::BenchInstallation(const QString &folder, int flows)
     mustSucceed(ServiceRuntime::instance().start(configPath()));
     if (!isThere)
         generate(flows);
+    mustBeReady(SearchIndex::load());
     signIn(QStringLiteral("admin"));
     m_flows = pageFrom(0).total;
 }

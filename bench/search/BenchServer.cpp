@@ -4,6 +4,7 @@
 
 #include "services/records/Database.h"
 
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 
@@ -11,15 +12,20 @@ namespace KODMS::Bench {
 
 using namespace Services;
 
-BenchServer::BenchServer()
+BenchServer::BenchServer(const QString &keptFolder)
+    : m_folder(keptFolder.isEmpty() ? m_ownFolder.path() : keptFolder)
 {
-    run({QStringLiteral("start"), m_dir.path(), QStringLiteral("child")});
+    QStringList start{QStringLiteral("start"), m_folder};
+    if (!isKept())
+        start << QStringLiteral("child");
+    run(start);
     readFile();
 }
 
 BenchServer::~BenchServer()
 {
-    run({QStringLiteral("stop"), m_dir.path()});
+    if (!isKept())
+        run({QStringLiteral("stop"), m_folder});
 }
 
 bool BenchServer::run(const QStringList &arguments)
@@ -36,7 +42,7 @@ void BenchServer::readFile()
     m_problem = QStringLiteral("it could not be started");
     m_settings.driver = QStringLiteral("postgres");
     m_settings.name = QStringLiteral("postgres");
-    QFile file(m_dir.filePath(QStringLiteral("server")));
+    QFile file(QDir(m_folder).filePath(QStringLiteral("server")));
     if (!file.open(QIODevice::ReadOnly))
         return;
     m_problem.clear();
@@ -57,14 +63,17 @@ void BenchServer::readFile()
     }
 }
 
-DatabaseSettings BenchServer::freshDatabase()
+DatabaseSettings BenchServer::databaseFor(int flows)
 {
     DatabaseSettings settings = m_settings;
-    settings.name = QStringLiteral("bench_%1").arg(++m_databases);
-    Database(m_settings)
-        .run(QStringLiteral("CREATE DATABASE %1 TEMPLATE template0 ENCODING 'UTF8' "
-                            "LOCALE 'C.UTF-8'")
-                 .arg(settings.name));
+    settings.name = QStringLiteral("bench_%1").arg(flows);
+    Database server(m_settings);
+    SqlQuery known =
+        server.prepare(QStringLiteral("SELECT 1 AS there FROM pg_database WHERE datname = ?"));
+    if (!known.bind(0, settings.name).exec().next())
+        server.run(QStringLiteral("CREATE DATABASE %1 TEMPLATE template0 ENCODING 'UTF8' "
+                                  "LOCALE 'C.UTF-8'")
+                       .arg(settings.name));
     return settings;
 }
 

@@ -9,10 +9,12 @@
 
 namespace KODMS::Bench {
 
-/// A database server on loopback, of the benchmark's own, stopped with the object.
+/// A database server on loopback: of the benchmark's own, stopped with the object, or one that
+/// is kept for further runs with what it holds.
 class BenchServer {
 public:
-    BenchServer();
+    /// The folder of the server to keep, started when it does not run; empty for one of its own.
+    explicit BenchServer(const QString &keptFolder);
     ~BenchServer();
 
     BenchServer(const BenchServer &) = delete;
@@ -23,17 +25,21 @@ public:
     /// Why there is none.
     const QString &problem() const { return m_problem; }
 
-    /// Of a fresh, empty database on it. Throws SqlError.
-    Services::DatabaseSettings freshDatabase();
+    /// Of the database for so many flows: empty, or what a former run left on a kept server.
+    /// Throws SqlError.
+    Services::DatabaseSettings databaseFor(int flows);
 
 private:
     static bool run(const QStringList &arguments);
+
+    bool isKept() const { return m_folder != m_ownFolder.path(); }
+
     void readFile();
 
-    QTemporaryDir m_dir;
+    QTemporaryDir m_ownFolder;
+    QString m_folder;
     QString m_problem;
     Services::DatabaseSettings m_settings;
-    int m_databases = 0;
 };
 
 } // namespace KODMS::Bench

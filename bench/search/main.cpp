@@ -212,9 +212,9 @@ void runOnFile(const QCommandLineParser &options)
 
 bool runOnServer(const QCommandLineParser &options)
 {
-    BenchServer server;
+    BenchServer server(options.value(QStringLiteral("server")));
     if (server.isThere())
-        runBench(options, server.freshDatabase());
+        runBench(options, server.databaseFor(options.value(QStringLiteral("flows")).toInt()));
     else
         std::printf("PostgreSQL: not measured, there is no server: %s\n",
                     qPrintable(server.problem()));
@@ -257,6 +257,10 @@ int main(int argc, char **argv)
           QStringLiteral("N"), QStringLiteral("10")},
          {QStringLiteral("database"),
           QStringLiteral("Measure SQLite on this file; generated there when it is missing."),
+          QStringLiteral("PATH")},
+         {QStringLiteral("server"),
+          QStringLiteral("Keep the server and its databases in this folder (tests/postgres/server "
+                         "stop PATH ends it); started there when it does not run."),
           QStringLiteral("PATH")},
          {QStringLiteral("case"), QStringLiteral("Only cases whose name contains this."),
           QStringLiteral("TEXT")},
