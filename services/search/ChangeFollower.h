@@ -9,19 +9,22 @@
 namespace KODMS::Services {
 
 class Database;
+class SqlQuery;
 
 /// Brings the index to the state that the database shows, by the log of changes.
 class ChangeFollower {
 public:
+    enum class Result {
+        UpToDate,
+        TooMuch, ///< more has changed than was allowed; nothing was touched
+        Lost     ///< the log says so, has lost an entry, or is of another history
+    };
+
     ChangeFollower(Database &database, IndexData &data) : m_database(database), m_data(data) {}
 
-    /// False when everything has to be read again: the log says so, or has lost an entry,
-    /// or has more than are worth reading one by one. Throws SqlError and IndexUnfit;
-    /// the index is of no use then, nor after false.
-    bool follow();
-
-    /// So many changed rows are read one by one.
-    static constexpr int mostChanges = 2000;
+    /// `most` entries at most. After Lost everything has to be read again. Throws SqlError,
+    /// after which it can be tried again, and IndexUnfit, after which it cannot.
+    Result follow(int most);
 
 private:
     using Ids = std::set<std::int64_t>;
@@ -34,7 +37,9 @@ private:
         Ids people;
     };
 
-    bool readLog(Changed &changed, std::int64_t &last);
+    bool isAtHome();
+    Result readLog(int most, Changed &changed, LogPlace &now);
+    bool readEntry(const SqlQuery &log, Changed &changed, LogPlace &now) const;
     static bool note(int kind, std::int64_t id, Changed &changed);
     void readRecords(IndexDictionaries::Kind kind, const char *statement, const Ids &ids);
     std::vector<IndexTable::Change> readRows(const IndexLayout &layout, const Ids &ids);

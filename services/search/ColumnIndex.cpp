@@ -106,10 +106,10 @@ bool ColumnIndex::isWorthIt(Database &database) const
     return largest.int64("largest") >= m_options.smallestTable;
 }
 
-void ColumnIndex::startLoading()
+void ColumnIndex::startLoading(std::unique_ptr<IndexData> known)
 {
     try {
-        m_loader.start();
+        m_loader.start(std::move(known));
     } catch (const std::system_error &error) {
         fail(QString::fromLocal8Bit(error.what()));
     }
@@ -140,9 +140,9 @@ void ColumnIndex::takeLoaded()
 bool ColumnIndex::follow(Database &database)
 {
     std::unique_ptr<IndexData> data = std::move(m_data);
-    bool isThere = false;
+    auto result = ChangeFollower::Result::Lost;
     try {
-        isThere = ChangeFollower(database, *data).follow();
+        result = ChangeFollower(database, *data).follow(mostChanges);
     } catch (const SqlError &error) {
         if (isPassing(error)) // it goes on from here when the database answers again
             m_data = std::move(data);
@@ -150,11 +150,27 @@ bool ColumnIndex::follow(Database &database)
     } catch (const std::exception &error) {
         qCInfo(lcRecords) << "column index: cannot follow:" << error.what();
     }
-    if (isThere)
+    if (result == ChangeFollower::Result::UpToDate) {
         m_data = std::move(data);
-    else
-        startLoading();
-    return isThere;
+        m_refusals = 0;
+        return true;
+    }
+    if (result == ChangeFollower::Result::Lost)
+        data.reset();
+    refuse(std::move(data));
+    return false;
+}
+
+/// What is of no use as soon as it was read would be of none the next time either.
+void ColumnIndex::refuse(std::unique_ptr<IndexData> known)
+{
+    ++m_refusals;
+    if (m_refusals <= m_options.mostRefusals) {
+        startLoading(std::move(known));
+        return;
+    }
+    m_refusals = 0;
+    fail(QStringLiteral("everything changes faster than it is read"));
 }
 
 std::optional<ViewIndex::Answer> ColumnIndex::search(const SearchView &view,

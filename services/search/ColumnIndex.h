@@ -17,9 +17,13 @@ namespace KODMS::Services {
 /// records.
 class ColumnIndex final : public ViewIndex {
 public:
+    /// So many changes are read while somebody waits for the answer.
+    static constexpr int mostChanges = 2000;
+
     struct Options {
         int smallestTable = 2000; ///< with fewer flows the statements are as fast
         int segmentRows = RowBits::mostRows;
+        int mostRefusals = 3; ///< so often what was read and never asked is read again at once
     };
 
     explicit ColumnIndex(const DatabaseSettings &settings) : ColumnIndex(settings, Options()) {}
@@ -38,7 +42,8 @@ private:
     bool isFresh(Database &database);
     void fail(const QString &why);
     void takeLoaded();
-    void startLoading();
+    void startLoading(std::unique_ptr<IndexData> known = nullptr);
+    void refuse(std::unique_ptr<IndexData> known);
     bool isWorthIt(Database &database) const;
     bool follow(Database &database);
     std::optional<Answer> search(const SearchView &view, const SearchRequest &request,
@@ -48,6 +53,7 @@ private:
     IndexLoader m_loader;
     std::unique_ptr<IndexData> m_data; ///< null: not there
     double m_loadMilliseconds = 0;
+    int m_refusals = 0; ///< of what was just read, one after the other
     bool m_hasFailed = false;
     QString m_failure; ///< what was logged, until it works again
     std::chrono::steady_clock::time_point m_failedAt;

@@ -25,12 +25,11 @@ public:
     std::unique_ptr<IndexData> build(int segmentRows);
 
     /// The people or customers of an executed query.
-    static void readRecords(SqlQuery &query, RecordDictionary &records,
-                            const std::vector<const char *> &texts);
-
-    static const std::vector<const char *> &textsOf(IndexDictionaries::Kind kind);
+    static void readRecords(SqlQuery &query, IndexDictionaries::Kind kind,
+                            IndexDictionaries &dictionaries);
 
 private:
+    LogPlace readLogPlace();
     void readRows(const IndexLayout &layout, IndexData &data);
 
     Database &m_database;

@@ -5,10 +5,11 @@
 #include "services/search/IndexDictionaries.h"
 #include "services/search/IndexLayout.h"
 #include "services/search/IndexTable.h"
+#include "services/search/LogPlace.h"
 
 namespace KODMS::Services {
 
-/// The searched fields of both views, as they were after one entry of the log of changes.
+/// The searched fields of both views, as they were at one moment.
 struct IndexData {
     explicit IndexData(int segmentRows = RowBits::mostRows)
         : flows(IndexLayout::flows().numbers.size(), IndexLayout::flows().texts.size(),
@@ -28,7 +29,7 @@ struct IndexData {
     IndexDictionaries dictionaries;
     IndexTable flows;
     IndexTable origFiles;
-    std::int64_t lastChange = 0; ///< 0: before the first entry
+    LogPlace log; ///< what of it is in here
 };
 
 } // namespace KODMS::Services

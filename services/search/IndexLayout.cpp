@@ -34,8 +34,9 @@ IndexLayout makeFlows()
     enum Text : std::size_t { JobName, OrigJobName, Tips };
 
     IndexLayout layout;
+    layout.table = "job_flows";
     layout.allRows = "select_index_flows";
-    layout.oneRow = "select_index_flow";
+    layout.someRows = "select_index_flows_by_id";
     layout.orderField = "Flow_CreateTime";
     layout.changeKind = 1;
     layout.numbers = {{"layer_count"},
@@ -81,8 +82,9 @@ IndexLayout makeOrigFiles()
     enum CustomerText : std::size_t { ShortName, Code, Superior1, Superior2 };
 
     IndexLayout layout;
+    layout.table = "job_compress";
     layout.allRows = "select_index_orig_files";
-    layout.oneRow = "select_index_orig_file";
+    layout.someRows = "select_index_orig_files_by_id";
     layout.orderField = "FlowTable_CreateTime";
     layout.changeKind = 2;
     layout.numbers = {

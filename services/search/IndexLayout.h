@@ -35,8 +35,9 @@ public:
         std::size_t text = 0; ///< place among the texts of the record
     };
 
+    const char *table = nullptr;      ///< whose rows they are
     const char *allRows = nullptr;    ///< statement: every row, in order
-    const char *oneRow = nullptr;     ///< statement: the row with an id
+    const char *someRows = nullptr;   ///< statement: the rows with some ids
     const char *orderField = nullptr; ///< the field by which the rows are in order
     int changeKind = 0;               ///< in the log of changes
     std::vector<NumberColumn> numbers;

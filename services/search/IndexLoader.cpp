@@ -3,12 +3,31 @@
 #include "services/search/IndexLoader.h"
 
 #include "services/records/Database.h"
+#include "services/records/Transaction.h"
+#include "services/search/ChangeFollower.h"
 #include "services/search/IndexBuilder.h"
 
 #include <chrono>
 #include <utility>
 
 namespace KODMS::Services {
+
+namespace {
+
+/// About as many changes are read in the time in which everything is.
+constexpr int mostChanges = 50'000;
+
+bool catchUp(Database &database, IndexData &data)
+{
+    data.log.generation = LogPlace::unchecked; // it was another connection's
+    Transaction oneState(database, Transaction::Purpose::Read);
+    const auto result = ChangeFollower(database, data).follow(mostChanges);
+    oneState.commit();
+    data.log.generation = LogPlace::unchecked;
+    return result == ChangeFollower::Result::UpToDate;
+}
+
+} // namespace
 
 IndexLoader::IndexLoader(const DatabaseSettings &settings, int segmentRows)
     : m_settings(settings), m_segmentRows(segmentRows)
@@ -23,26 +42,29 @@ IndexLoader::~IndexLoader()
         m_thread.join();
 }
 
-void IndexLoader::start()
+void IndexLoader::start(std::unique_ptr<IndexData> known)
 {
-    m_thread = std::thread([this] { run(); });
+    m_thread = std::thread([this, data = std::move(known)]() mutable { run(std::move(data)); });
 }
 
-void IndexLoader::run()
+void IndexLoader::run(std::unique_ptr<IndexData> known)
 {
-    Loaded loaded = load();
+    Loaded loaded = load(std::move(known));
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_loaded = std::move(loaded);
     m_finished.notify_all();
 }
 
-IndexLoader::Loaded IndexLoader::load() const
+IndexLoader::Loaded IndexLoader::load(std::unique_ptr<IndexData> known) const
 {
     Loaded loaded;
     const auto started = std::chrono::steady_clock::now();
     try {
         Database database(m_settings);
-        loaded.data = IndexBuilder(database, m_stop).build(m_segmentRows);
+        if (known && catchUp(database, *known))
+            loaded.data = std::move(known);
+        else
+            loaded.data = IndexBuilder(database, m_stop).build(m_segmentRows);
     } catch (const SqlError &error) {
         loaded.problem = error.logText();
     } catch (const std::exception &error) {

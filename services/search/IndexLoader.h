@@ -33,8 +33,9 @@ public:
     IndexLoader(const IndexLoader &) = delete;
     IndexLoader &operator=(const IndexLoader &) = delete;
 
-    /// Not while one is being read.
-    void start();
+    /// Not while one is being read. Only what has changed since is read into `known`, when
+    /// there is one and the log of changes tells it.
+    void start(std::unique_ptr<IndexData> known = nullptr);
 
     /// From start() until the result was taken.
     bool isBusy() const { return m_thread.joinable(); }
@@ -46,8 +47,8 @@ public:
     void wait();
 
 private:
-    void run();
-    Loaded load() const;
+    void run(std::unique_ptr<IndexData> known);
+    Loaded load(std::unique_ptr<IndexData> known) const;
 
     DatabaseSettings m_settings;
     int m_segmentRows;

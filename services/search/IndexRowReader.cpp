@@ -7,21 +7,6 @@
 
 namespace KODMS::Services {
 
-namespace {
-
-PackedColumn::Number numberOf(const QVariant &value)
-{
-    if (value.isNull())
-        return PackedColumn::none;
-    bool ok = value.type() == QVariant::LongLong || value.type() == QVariant::Int;
-    const qint64 number = ok ? value.toLongLong(&ok) : 0;
-    if (!ok || number == PackedColumn::none)
-        throw IndexUnfit("a number that is none");
-    return number;
-}
-
-} // namespace
-
 IndexRowReader::IndexRowReader(const IndexLayout &layout, const SqlQuery &query)
     : m_layout(layout), m_query(query), m_id(query.placeOf("row_id")),
       m_time(query.placeOf("row_time"))
@@ -32,34 +17,55 @@ IndexRowReader::IndexRowReader(const IndexLayout &layout, const SqlQuery &query)
         m_texts.push_back(query.placeOf(column));
 }
 
-std::string IndexRowReader::textOf(const QVariant &value)
+std::optional<std::string> IndexRowReader::textOf(const QVariant &value)
 {
     const QString text = value.toString();
     const bool isText = value.type() == QVariant::String && !value.isNull();
     if (!isText || text.contains(QChar(0)) || !text.isValidUtf16())
-        throw IndexUnfit("a text that is none");
+        return std::nullopt;
     return text.toStdString();
+}
+
+std::string IndexRowReader::textAt(int place, PackedColumn::Number row, const char *column) const
+{
+    auto text = textOf(m_query.valueAt(place));
+    if (!text)
+        throw IndexUnfit(m_layout.table, row, column, "a text that is none");
+    return std::move(*text);
+}
+
+PackedColumn::Number IndexRowReader::numberAt(int place, PackedColumn::Number row,
+                                              const char *column) const
+{
+    const QVariant value = m_query.valueAt(place);
+    if (value.isNull())
+        return PackedColumn::none;
+    bool ok = value.type() == QVariant::LongLong || value.type() == QVariant::Int;
+    const qint64 number = ok ? value.toLongLong(&ok) : 0;
+    if (!ok || number == PackedColumn::none)
+        throw IndexUnfit(m_layout.table, row, column, "a number that is none");
+    return number;
 }
 
 IndexRow IndexRowReader::read(IndexDictionaries &dictionaries) const
 {
     IndexRow row;
-    row.id = numberOf(m_query.valueAt(m_id));
-    const auto time = IndexTime::numberOf(textOf(m_query.valueAt(m_time)));
+    row.id = numberAt(m_id, 0, "id");
+    const auto time = IndexTime::numberOf(textAt(m_time, row.id, "create_time"));
     if (!time)
-        throw IndexUnfit("a creation time that is none");
+        throw IndexUnfit(m_layout.table, row.id, "create_time", "a time that is none");
     row.time = *time;
     row.numbers.reserve(m_numbers.size());
     for (std::size_t i = 0; i < m_numbers.size(); ++i) {
-        PackedColumn::Number number = numberOf(m_query.valueAt(m_numbers[i]));
-        const auto records = m_layout.numbers[i].records;
-        if (records != IndexDictionaries::Kind::None && number != PackedColumn::none)
-            number = dictionaries.of(records).placeOf(number);
+        const IndexLayout::NumberColumn &column = m_layout.numbers[i];
+        PackedColumn::Number number = numberAt(m_numbers[i], row.id, column.name);
+        if (column.records != IndexDictionaries::Kind::None && number != PackedColumn::none)
+            number = dictionaries.of(column.records).placeOf(number);
         row.numbers.push_back(number);
     }
     row.texts.reserve(m_texts.size());
-    for (const int place : m_texts)
-        row.texts.push_back(textOf(m_query.valueAt(place)));
+    for (std::size_t i = 0; i < m_texts.size(); ++i)
+        row.texts.push_back(textAt(m_texts[i], row.id, m_layout.texts[i]));
     return row;
 }
 

@@ -6,6 +6,7 @@
 #include "services/search/IndexLayout.h"
 #include "services/search/IndexRow.h"
 
+#include <optional>
 #include <vector>
 
 namespace KODMS::Services {
@@ -20,10 +21,14 @@ public:
     /// IndexUnfit.
     IndexRow read(IndexDictionaries &dictionaries) const;
 
-    /// A text of the query as the index holds it. Throws IndexUnfit.
-    static std::string textOf(const QVariant &value);
+    /// A text of the query as the index holds it; nothing when it cannot.
+    static std::optional<std::string> textOf(const QVariant &value);
 
 private:
+    /// A text or number of the row; throws IndexUnfit.
+    std::string textAt(int place, PackedColumn::Number row, const char *column) const;
+    PackedColumn::Number numberAt(int place, PackedColumn::Number row, const char *column) const;
+
     const IndexLayout &m_layout;
     const SqlQuery &m_query;
     int m_id;

@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstdint>
 #include <stdexcept>
+#include <string>
 
 namespace KODMS::Services {
 
@@ -10,7 +12,11 @@ namespace KODMS::Services {
 /// that is none. The statements answer then.
 class IndexUnfit : public std::runtime_error {
 public:
-    using std::runtime_error::runtime_error;
+    IndexUnfit(const char *table, std::int64_t row, const char *column, const char *what)
+        : std::runtime_error(std::string(table) + " with id " + std::to_string(row) + ": " +
+                             column + " holds " + what)
+    {
+    }
 };
 
 } // namespace KODMS::Services

@@ -29,6 +29,7 @@ private Q_SLOTS:
     void badListsAreRefused_data();
     void badListsAreRefused();
     void aNulMatchesNothing();
+    void whatIsNoTextMatchesNothing();
     void aTextOfAMebibyteIsSearched();
     void tenThousandConditionsAreAnswered();
     void tenThousandBracketsAreAnsweredOrRefused();
@@ -117,6 +118,22 @@ void TestHostileLists::aNulMatchesNothing()
     expectFailure("NUL");
     QVERIFY(m_fixture->searchFlows({condition("KoJobName", "J1", false),
                                     either(condition("KoJobName", std::string("\0", 1), false))}));
+    QCOMPARE(m_fixture->total, 1);
+}
+
+/// Half a surrogate pair, and a sign cut in two: read as something else they would match.
+void TestHostileLists::whatIsNoTextMatchesNothing()
+{
+    m_fixture->addFlow(1, QString(QChar::ReplacementCharacter).repeated(3));
+    for (const char *bytes : {"\xed\xa0\x80", "\xe5\x9c", "\xff"}) {
+        for (const bool isPart : {false, true}) {
+            expectFailure("no UTF-8");
+            expectFailure("no UTF-8");
+            QVERIFY(m_fixture->searchFlows({condition("KoJobName", bytes, isPart)}));
+            QCOMPARE(m_fixture->total, 0);
+        }
+    }
+    QVERIFY(m_fixture->searchFlows({condition("KoJobName", "\xef\xbf\xbd", true)}));
     QCOMPARE(m_fixture->total, 1);
 }
 

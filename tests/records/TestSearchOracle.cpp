@@ -8,6 +8,7 @@
 #include "tests/records/support/TempDatabase.h"
 #include "tests/support/TestMain.h"
 
+#include <QLoggingCategory>
 #include <QTest>
 
 using namespace KODMS::DataLib;
@@ -66,6 +67,7 @@ QString describe(const SearchOracle::List &list)
 
 void TestSearchOracle::initTestCase()
 {
+    QLoggingCategory::setFilterRules(QStringLiteral("kodms.records.warning=false"));
     RandomRecords(20261121).fill(*m_database, 250);
     m_context = std::make_unique<RecordContext>(m_database.take());
     RecordContext::setCurrent(m_context.get());

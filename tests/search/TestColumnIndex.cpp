@@ -12,6 +12,16 @@
 using namespace KODMS::Services;
 using namespace KODMS::Tests;
 
+namespace {
+
+/// Searches take longer then, which whoever looks after the installation should know.
+void expectWarning(const QString &why = {})
+{
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^column index: ") + why));
+}
+
+} // namespace
+
 /// The view services with an index behind them.
 class TestColumnIndex : public QObject {
     Q_OBJECT
@@ -28,6 +38,11 @@ private Q_SLOTS:
     void aRowDatedBackMoves();
     void theLogSaysReadEverything();
     void aLostEntryIsNoticed();
+    void anEntryOfAnotherHistoryIsNoticed();
+    void aTrimmedLogIsFollowed();
+    void manyChangesAreReadTogether();
+    void moreChangesAreReadInTheBackground();
+    void whatIsOfNoUseIsNotReadForEver();
     void anUnknownFieldIsForTheStatements();
     void oddRecordsAreForTheStatements_data();
     void oddRecordsAreForTheStatements();
@@ -233,6 +248,102 @@ void TestColumnIndex::aLostEntryIsNoticed()
     QVERIFY(isReady());
 }
 
+/// The database went back in time, and then on: the number was given out once more.
+void TestColumnIndex::anEntryOfAnotherHistoryIsNoticed()
+{
+    load();
+    m_house->addFlow(900, QStringLiteral("web000900"));
+    QCOMPARE(jobs("web"), 1);
+    QVERIFY(isReady());
+    m_house->database().run(
+        QStringLiteral("UPDATE change_log SET row_id = 5%1 "
+                       "WHERE seq = (SELECT max(seq) FROM change_log)")
+            .arg(TestDatabase::isServer() ? QStringLiteral(", xid = '3'") : QString()));
+    QCOMPARE(jobs("web"), 1);
+    QVERIFY(!isReady());
+    load();
+    QCOMPARE(jobs("web"), 1);
+    QVERIFY(isReady());
+}
+
+void TestColumnIndex::aTrimmedLogIsFollowed()
+{
+    load();
+    const QString trim = QStringLiteral("DELETE FROM change_log "
+                                        "WHERE seq <= (SELECT max(seq) FROM change_log) - %1");
+    m_house->database().run(trim.arg(10));
+    m_house->addFlow(900, QStringLiteral("web000900"));
+    QCOMPARE(jobs("web"), 1);
+    QVERIFY(isReady());
+    m_house->addFlow(901, QStringLiteral("web000901"));
+    m_house->addFlow(902, QStringLiteral("web000902"));
+    m_house->database().run(trim.arg(1)); // with entries that are not known
+    QCOMPARE(jobs("web"), 3);
+    QVERIFY(!isReady());
+    load();
+    QCOMPARE(jobs("web"), 3);
+    QVERIFY(isReady());
+}
+
+void TestColumnIndex::manyChangesAreReadTogether()
+{
+    load();
+    m_house->addUser(4, QStringLiteral("王五"));
+    for (int id = 1; id <= flows; id += 2)
+        m_house->assign("orig_file_assign", id, 4);
+    m_house->set("users", 2, "real_name", QStringLiteral("李四"));
+    m_house->database().run(
+        QStringLiteral("UPDATE job_flows SET tips = 'together', batch_number = id"));
+    m_house->database().run(QStringLiteral("DELETE FROM job_compress WHERE id > 100"));
+    QVERIFY(m_house->searchFlows({condition("Flow_Tips", "TOGETHER", true)}));
+    QCOMPARE(m_house->total, flows);
+    QVERIFY(m_house->searchFlows({condition("Flow_UploadBatchNum", "77", false)}));
+    QCOMPARE(m_house->flowIds(), QVector<int>{77});
+    QVERIFY(m_house->searchFlows({condition("PreUserRealName_OFAssign_Executor", "五", true)}));
+    QCOMPARE(m_house->total, flows / 2);
+    QVERIFY(m_house->searchOrigFiles({condition("OrigName", "board", true)}));
+    QCOMPARE(m_house->total, 100);
+    QVERIFY(isReady());
+}
+
+/// What is known is kept, and only what has changed is read: a change that the log does not
+/// tell of is not.
+void TestColumnIndex::moreChangesAreReadInTheBackground()
+{
+    load();
+    Database &database = m_house->database();
+    database.run(TestDatabase::isServer() ? QStringLiteral("DROP TRIGGER jobs_log ON jobs")
+                                          : QStringLiteral("DROP TRIGGER jobs_update_log"));
+    database.run(QStringLiteral("UPDATE jobs SET layer_count = 17 WHERE id = 4"));
+    for (int i = 0; i <= ColumnIndex::mostChanges / flows; ++i)
+        database.run(QStringLiteral("UPDATE job_compress SET tips = 'often' "));
+    const auto often = [this] {
+        return m_house->searchOrigFiles({condition("FileTips", "often", true)}) ? m_house->total
+                                                                                : -1;
+    };
+    QCOMPARE(often(), flows);
+    QVERIFY(!isReady()); // the statements answered
+    QTRY_VERIFY_WITH_TIMEOUT((often() == flows && isReady()), 30000);
+    QVERIFY(m_house->searchFlows({condition("JobTable_LayerCount", "17", false)}));
+    QCOMPARE(m_house->total, 0);
+}
+
+void TestColumnIndex::whatIsOfNoUseIsNotReadForEver()
+{
+    expectWarning();
+    for (int i = 0; i <= options().mostRefusals; ++i) {
+        m_index->load();
+        QVERIFY(isReady());
+        m_house->database().run(
+            QStringLiteral("INSERT INTO change_log (kind, row_id, op) VALUES (0, 0, 2)"));
+        QCOMPARE(jobs("A1B"), flows);
+        QVERIFY(!isReady());
+    }
+    QCOMPARE(m_index->status().state, IndexStatus::State::Failed);
+    QCOMPARE(jobs("A1B"), flows);
+    QCOMPARE(m_index->status().state, IndexStatus::State::Failed);
+}
+
 void TestColumnIndex::anUnknownFieldIsForTheStatements()
 {
     load();
@@ -255,17 +366,11 @@ void TestColumnIndex::oddRecordsAreForTheStatements_data()
     QTest::newRow("bytes") << QStringLiteral("tips") << QVariant(QByteArray("bytes"));
 }
 
-/// Searches take longer then, which whoever looks after the installation should know.
-static void expectWarning()
-{
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^column index: ")));
-}
-
 void TestColumnIndex::oddRecordsAreForTheStatements()
 {
-    expectWarning();
     QFETCH(QString, column);
     QFETCH(QVariant, value);
+    expectWarning(QStringLiteral("job_flows with id 3: %1 holds").arg(column));
     load();
     m_house->set("job_flows", 3, column.toLatin1().constData(), value);
     QCOMPARE(jobs("A1B"), flows); // it cannot follow

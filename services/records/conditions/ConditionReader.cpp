@@ -4,6 +4,8 @@
 
 #include "services/notices/NoticeHub.h"
 
+#include <QTextCodec>
+
 #include <utility>
 
 namespace KODMS::Services {
@@ -61,6 +63,16 @@ Condition equals(const ViewField *field, qint64 number)
 {
     const bool isPossible = field->largest < 0 || (number >= 0 && number <= field->largest);
     return isPossible ? Condition::equalNumber(field, number) : Condition::nothing();
+}
+
+/// False for bytes that are no UTF-8, as those of half a surrogate pair are, and for a text
+/// with NUL: no record holds such a text, and the engines would each make another one of it.
+bool readText(const std::string &bytes, QString *text)
+{
+    QTextCodec::ConverterState state;
+    *text = QTextCodec::codecForName("UTF-8")->toUnicode(bytes.data(),
+                                                         static_cast<int>(bytes.size()), &state);
+    return state.invalidChars == 0 && state.remainingChars == 0 && !text->contains(QChar(0));
 }
 
 bool readCount(const std::string &text, qint64 *count)
@@ -164,9 +176,9 @@ bool ConditionReader::readField(const Record &record, Condition *condition)
     const ViewField *field = m_view.field(record.fieldName);
     if (field == nullptr)
         return fail(QStringLiteral("unknown field: ") + QString::fromStdString(record.fieldName));
-    const QString value = QString::fromStdString(record.value);
-    if (value.contains(QChar(0))) {
-        qCWarning(lcRecords) << "search:" << field->name << "is compared with a text with NUL";
+    QString value;
+    if (!readText(record.value, &value)) {
+        qCWarning(lcRecords) << "search:" << field->name << "is compared with NUL or no UTF-8";
         *condition = Condition::nothing();
         return true;
     }

@@ -6,8 +6,19 @@
 
 namespace KODMS::Tests {
 
+/// Halves of a surrogate pair, characters cut off, NUL.
+std::string RandomConditions::noText()
+{
+    static const std::vector<std::string> texts{"\xed\xa0\x80", "a\xed\xb0\x80",
+                                                "\xe5\x9c",     "\xf0\x9f\x98\x80\xf0\x9f",
+                                                "\xff",         std::string("a\0", 2)};
+    return texts[static_cast<std::size_t>(m_random.bounded(static_cast<int>(texts.size())))];
+}
+
 std::string RandomConditions::value(const QString &field)
 {
+    if (m_random.bounded(50) == 0)
+        return noText();
     const int kind = m_random.bounded(10);
     if (kind == 0)
         return {};

@@ -11,7 +11,8 @@ namespace KODMS::Tests {
 
 /// Makes well-formed condition lists of every shape: brackets, both joins, both
 /// matches, values taken from the data, values that are in no data, repeated and
-/// differing sort records, page windows. Same seed, same lists.
+/// differing sort records, page windows, now and then bytes that are no text, of which the
+/// log warns. Same seed, same lists.
 class RandomConditions {
 public:
     RandomConditions(const SearchOracle &oracle, quint32 seed)
@@ -33,6 +34,7 @@ public:
 private:
     SearchOracle::Record record();
     std::string value(const QString &field);
+    std::string noText();
     void addBrackets(SearchOracle::List &list);
     void addOrder(SearchOracle::List &list);
 

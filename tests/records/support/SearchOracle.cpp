@@ -59,9 +59,9 @@ bool test(const SearchOracle::Row &row, const SearchOracle::Record &record)
 {
     const QString field = QString::fromStdString(record.fieldName);
     const QVariant stored = row.value(field);
-    if (record.value.find('\0') != std::string::npos)
-        return false;
     const QString wanted = QString::fromStdString(record.value);
+    if (wanted.contains(QChar(0)) || wanted.toStdString() != record.value) // NUL, or no UTF-8
+        return false;
     if (record.fuzzy == 1)
         return wanted.isEmpty() ||
                (!stored.isNull() && folded(stored.toString()).contains(folded(wanted)));

@@ -205,7 +205,7 @@ void RandomChanges::dateBack()
          someId("job_flows")});
 }
 
-/// What makes everything be read again.
+/// What may make everything be read again.
 void RandomChanges::disturbLog()
 {
     switch (m_random.bounded(6)) {
@@ -214,6 +214,11 @@ void RandomChanges::disturbLog()
         break;
     case 1:
         run(QStringLiteral("DELETE FROM change_log"), {});
+        break;
+    case 2: // also of what nobody has read yet
+        run(QStringLiteral("DELETE FROM change_log "
+                           "WHERE seq <= (SELECT max(seq) FROM change_log) - ?"),
+            {m_random.bounded(1, 6)});
         break;
     default:
         changeFlow();

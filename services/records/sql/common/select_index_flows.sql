@@ -1,6 +1,6 @@
 -- SPDX-FileCopyrightText: the KODMS desks authors
 -- SPDX-License-Identifier: Apache-2.0
--- The columns of select_index_flow, of every row, in the desk's order.
+-- The columns of select_index_flows_by_id, of every row, in the desk's order.
 SELECT f.id AS row_id,
        f.create_time AS row_time,
        j.layer_count AS layer_count,

@@ -1,6 +1,6 @@
 -- SPDX-FileCopyrightText: the KODMS desks authors
 -- SPDX-License-Identifier: Apache-2.0
--- The columns of select_index_orig_file, of every row, in the desk's order.
+-- The columns of select_index_orig_files_by_id, of every row, in the desk's order.
 SELECT c.id AS row_id,
        c.flow_create_time AS row_time,
        c.serial_number AS serial_number,

@@ -1,8 +1,12 @@
 -- SPDX-FileCopyrightText: the KODMS desks authors
 -- SPDX-License-Identifier: Apache-2.0
--- Without what was written beside a transaction that is still at work: entries of that one may
--- come before it. The newest one is the last in the order of select_changes.
-SELECT coalesce((SELECT min(seq) FROM change_log), 0) AS oldest,
-       coalesce((SELECT seq FROM change_log
-                 WHERE xid < pg_snapshot_xmin(pg_current_snapshot())
-                 ORDER BY xid DESC, seq DESC LIMIT 1), 0) AS newest
+-- How the log stands, as select_changes says it.
+SELECT coalesce((SELECT min(seq) FROM change_log),
+                -coalesce(pg_sequence_last_value(CAST(pg_get_serial_sequence('change_log', 'seq')
+                                                AS regclass)), 0)) AS oldest,
+       coalesce(last.seq, 0) AS newest,
+       coalesce(CAST(last.xid AS TEXT), '') AS mark,
+       CAST(pg_current_snapshot() AS TEXT) AS moment,
+       (SELECT count(*) FROM pg_snapshot_xip(pg_current_snapshot())) AS at_work
+FROM (SELECT 1) AS one
+LEFT JOIN (SELECT seq, xid FROM change_log ORDER BY seq DESC LIMIT 1) AS last ON TRUE

@@ -1,5 +1,6 @@
 -- SPDX-FileCopyrightText: the KODMS desks authors
 -- SPDX-License-Identifier: Apache-2.0
+-- :ids: with commas between them.
 SELECT f.id AS row_id,
        f.create_time AS row_time,
        j.layer_count AS layer_count,
@@ -21,4 +22,4 @@ FROM job_flows f
 LEFT JOIN jobs j ON j.name = f.job_name
 LEFT JOIN orig_file_assign oa ON oa.flow_id = f.id
 LEFT JOIN pre_check_assign pa ON pa.flow_id = f.id
-WHERE f.id = :id
+WHERE f.id IN (SELECT value FROM json_each('[' || :ids || ']'))

@@ -1,5 +1,6 @@
 -- SPDX-FileCopyrightText: the KODMS desks authors
 -- SPDX-License-Identifier: Apache-2.0
+-- :ids: with commas between them.
 SELECT c.id AS row_id,
        c.flow_create_time AS row_time,
        c.serial_number AS serial_number,
@@ -10,4 +11,4 @@ SELECT c.id AS row_id,
        c.tips AS tips
 FROM job_compress c
 LEFT JOIN orig_file_assign oa ON oa.flow_id = c.flow_id
-WHERE c.id = :id
+WHERE c.id = ANY (CAST(string_to_array(:ids, ',') AS INTEGER[]))

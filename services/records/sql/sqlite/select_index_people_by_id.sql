@@ -1,0 +1,5 @@
+-- SPDX-FileCopyrightText: the KODMS desks authors
+-- SPDX-License-Identifier: Apache-2.0
+-- :ids: with commas between them.
+SELECT id, real_name FROM users
+WHERE id IN (SELECT value FROM json_each('[' || :ids || ']'))
