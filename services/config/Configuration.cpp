@@ -135,6 +135,14 @@ QByteArray asIni(const Configuration &configuration)
 
 } // namespace
 
+DatabaseSettings DatabaseSettings::patient() const
+{
+    DatabaseSettings settings = *this;
+    settings.statementTimeoutMs = 0;
+    settings.silenceTimeoutMs = 0;
+    return settings;
+}
+
 Configuration Configuration::defaults(const QString &iniPath, const QString &dataFolder)
 {
     Configuration configuration;

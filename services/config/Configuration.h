@@ -20,6 +20,13 @@ struct DatabaseSettings {
     QString passwordFile; ///< the password stands in a file of its own, never here
     int statementTimeoutMs = 30000;
     int busyTimeoutMs = 2000;
+    /// So long a writer may say nothing in the middle of a transaction before a server ends
+    /// it and lets the others write; 0: as long as it likes. Not in the file.
+    int silenceTimeoutMs = 300000;
+
+    /// The same place for work that takes as long as it takes: no statement and no pause
+    /// ends it, whatever the file and the server say.
+    DatabaseSettings patient() const;
 };
 
 /// [fileStore]: where the customers' files are.

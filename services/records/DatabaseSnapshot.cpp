@@ -66,10 +66,8 @@ Result<std::unique_ptr<DatabaseSnapshot>> DatabaseSnapshot::take(const DatabaseS
 
 Outcome DatabaseSnapshot::fill(const DatabaseSettings &settings)
 {
-    DatabaseSettings own = settings;
-    own.statementTimeoutMs = 0;
     try {
-        Database database(own);
+        Database database(settings.patient());
         database.run(database.dialect().snapshotInto(m_path));
     } catch (const SqlError &error) {
         return Outcome::failure(error.userText(), error.logText());

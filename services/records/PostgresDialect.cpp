@@ -18,8 +18,6 @@ namespace {
 /// All writers of this program ask for the same lock; any number does, as long as it stays.
 constexpr int writersLock = 20261121;
 
-constexpr int longestSilence = 300000; // ms between two statements of a writer
-
 /// What the schema's triggers tell.
 const QString changesChannel = QStringLiteral("kodms_changes");
 
@@ -74,7 +72,10 @@ void PostgresDialect::opened(QSqlDatabase &connection, const DatabaseSettings &s
     m_connectionName = connection.connectionName();
     m_busyTimeoutMs = settings.busyTimeoutMs;
     m_configuredTimeoutMs = settings.statementTimeoutMs;
-    PostgresServer(settings).check(connection);
+    m_silenceTimeoutMs = settings.silenceTimeoutMs;
+    const PostgresServer server(settings);
+    server.check(connection);
+    server.makePatient(connection);
     if (m_timeoutMs)
         setStatementTimeout(*m_timeoutMs);
     if (m_wake)
@@ -127,13 +128,12 @@ QStringList PostgresDialect::beginWrite() const
 {
     // A statement sees what was there when it began: after the wait, what other writers left.
     const QString begin = QStringLiteral("BEGIN ISOLATION LEVEL READ COMMITTED");
-    // Whoever has the lock and is heard of no more lets go of it. A reader may stay as long as
-    // it takes: it keeps nobody waiting.
+    // Whoever has the lock and is heard of no more lets go of it.
     const QString lock =
         QStringLiteral("SELECT pg_advisory_xact_lock(%1), "
                        "set_config('idle_in_transaction_session_timeout', '%2', true)")
             .arg(writersLock)
-            .arg(longestSilence);
+            .arg(m_silenceTimeoutMs);
     const QString limit = QStringLiteral("SET LOCAL statement_timeout = %1");
     const int timeout = m_timeoutMs.value_or(m_configuredTimeoutMs);
     if (timeout == 0 || timeout > m_busyTimeoutMs)

@@ -46,6 +46,7 @@ private:
     int m_busyTimeoutMs = 0;
     std::optional<int> m_timeoutMs; ///< when it is not the configured one
     int m_configuredTimeoutMs = 0;
+    int m_silenceTimeoutMs = 0;
 };
 
 } // namespace KODMS::Services

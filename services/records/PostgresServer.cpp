@@ -87,6 +87,8 @@ QString PostgresServer::options() const
     const QStringList all{
         QStringLiteral("statement_timeout=%1").arg(m_settings.statementTimeoutMs),
         QStringLiteral("lock_timeout=%1").arg(lockTimeout),
+        // A reader may be silent as long as it likes: it keeps nobody waiting.
+        QStringLiteral("idle_in_transaction_session_timeout=0"),
         QStringLiteral("tcp_keepalives_idle=30"), QStringLiteral("tcp_keepalives_interval=10"),
         QStringLiteral("tcp_keepalives_count=3"), QStringLiteral("client_min_messages=error"),
         // The first runs of a statement are planned for their values, the later ones, of the
@@ -143,6 +145,16 @@ void PostgresServer::makeDatabaseOn(QSqlDatabase &connection) const
         if (!query.next())
             throw;
     }
+}
+
+/// Not every version knows these, and none lets a connection begin with what it does not know.
+void PostgresServer::makePatient(QSqlDatabase &connection) const
+{
+    if (m_settings.silenceTimeoutMs > 0)
+        return;
+    QSqlQuery query(connection);
+    run(query, QStringLiteral("SELECT set_config(name, '0', false) FROM pg_settings "
+                              "WHERE name IN ('idle_session_timeout', 'transaction_timeout')"));
 }
 
 void PostgresServer::check(QSqlDatabase &connection) const

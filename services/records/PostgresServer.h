@@ -26,6 +26,9 @@ public:
     /// compared, ordered or stored otherwise than in the embedded one.
     void check(QSqlDatabase &connection) const;
 
+    /// For patient settings: what else a server ends connections by.
+    void makePatient(QSqlDatabase &connection) const;
+
 private:
     QString password() const;
     QString options() const;

@@ -30,9 +30,9 @@ bool catchUp(Database &database, IndexData &data)
 } // namespace
 
 IndexLoader::IndexLoader(const DatabaseSettings &settings, int segmentRows)
-    : m_settings(settings), m_segmentRows(segmentRows)
+    : m_settings(settings.patient()), // the whole table takes its time, and can be stopped
+      m_segmentRows(segmentRows)
 {
-    m_settings.statementTimeoutMs = 0; // the whole table takes its time, and can be stopped
 }
 
 IndexLoader::~IndexLoader()

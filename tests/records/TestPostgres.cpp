@@ -7,17 +7,20 @@
 #include "tests/records/support/Failures.h"
 #include "tests/records/support/TempDatabase.h"
 #include "tests/support/PlainConnection.h"
+#include "tests/support/ServersImpatience.h"
 #include "tests/support/TestMain.h"
 
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
 
 #include <memory>
 
 using namespace KODMS::Services;
 using KODMS::Tests::failureOf;
 using KODMS::Tests::PlainConnection;
+using KODMS::Tests::ServersImpatience;
 using KODMS::Tests::TempDatabase;
 
 namespace {
@@ -25,11 +28,16 @@ namespace {
 const QString addPerson = QStringLiteral("INSERT INTO users (login_name, real_name, create_time) "
                                          "VALUES ('%1', '%1', '2026-11-21T00:00:00.000Z')");
 
-int peopleIn(Database &database)
+int numberOf(Database &database, const char *statement)
 {
-    SqlQuery query = database.prepare(QStringLiteral("SELECT count(*) AS n FROM users"));
+    SqlQuery query = database.prepare(QString::fromLatin1(statement));
     query.exec().next();
     return query.number("n");
+}
+
+int peopleIn(Database &database)
+{
+    return numberOf(database, "SELECT count(*) AS n FROM users");
 }
 
 } // namespace
@@ -45,6 +53,8 @@ private Q_SLOTS:
     void cleanupTestCase() { m_shared.reset(); }
 
     void theConnectionIsSetForDurableWork();
+    void aWriterThatSaysNothingIsEnded();
+    void aPatientConnectionIsNeverEnded();
     void aMissingDatabaseIsMadeOnlyWhenAsked();
     void aDatabaseOfAnotherKindIsRefused_data();
     void aDatabaseOfAnotherKindIsRefused();
@@ -87,6 +97,45 @@ void TestPostgres::theConnectionIsSetForDurableWork()
     QCOMPARE(shown("idle_in_transaction_session_timeout"), QStringLiteral("0"));
     Transaction writer(other);
     QCOMPARE(shown("idle_in_transaction_session_timeout"), QStringLiteral("5min"));
+}
+
+/// Whoever has the writers' lock and is heard of no more.
+void TestPostgres::aWriterThatSaysNothingIsEnded()
+{
+    TempDatabase database;
+    auto settings = database.settings();
+    settings.silenceTimeoutMs = 200;
+    Database silent(settings);
+    const int process = numberOf(silent, "SELECT pg_backend_pid() AS n");
+    const QString look = QStringLiteral("SELECT count(*) AS n FROM pg_stat_activity WHERE pid = ");
+    const QByteArray isThere = (look + QString::number(process)).toLatin1();
+    Transaction writer(silent);
+    QTRY_COMPARE_WITH_TIMEOUT(numberOf(*database, isThere.constData()), 0, 60000);
+    QCOMPARE(failureOf([&] { silent.run(addPerson.arg(QStringLiteral("li"))); }),
+             SqlError::Kind::Lost);
+}
+
+/// Whatever the server's keeper has set for everybody.
+void TestPostgres::aPatientConnectionIsNeverEnded()
+{
+    const ServersImpatience impatience(m_shared->settings());
+    Database patient(m_shared->settings().patient());
+    const auto expectNoLimits = [&patient] {
+        QCOMPARE(numberOf(patient, "SELECT count(*) AS n FROM pg_settings WHERE setting <> '0' "
+                                   "AND name IN ('statement_timeout', 'transaction_timeout', "
+                                   "'idle_in_transaction_session_timeout', "
+                                   "'idle_session_timeout')"),
+                 0);
+    };
+    expectNoLimits();
+    {
+        const Transaction reader(patient, Transaction::Purpose::Read);
+        QThread::msleep(3 * ServersImpatience::Milliseconds);
+        expectNoLimits();
+    }
+    const Transaction writer(patient);
+    QThread::msleep(3 * ServersImpatience::Milliseconds);
+    expectNoLimits();
 }
 
 void TestPostgres::aMissingDatabaseIsMadeOnlyWhenAsked()

@@ -30,7 +30,7 @@ QString engineFolder()
 /// The first schema that this engine ever had.
 int oldestVersion()
 {
-    return TestDatabase::isServer() ? 4 : 1;
+    return TestDatabase::isServer() ? 3 : 1;
 }
 
 /// An empty place with a connection to it.
@@ -59,6 +59,7 @@ private Q_SLOTS:
     void aFreshSchemaEqualsAnUpgradedOne();
     void everyOlderVersionUpgradesToThePresentSchema_data();
     void everyOlderVersionUpgradesToThePresentSchema();
+    void aServersFourthVersionThatToldOfEventsUpgradesToo();
     void aDatabaseWithoutPicturesTellsItsFiles();
     void aFailedStepLeavesTheVersionBefore();
     void aNewerDatabaseIsRefused();
@@ -210,6 +211,21 @@ void TestSchema::everyOlderVersionUpgradesToThePresentSchema()
     QFETCH(int, version);
     EmptyDatabase old;
     installVersion(*old, version);
+    const Outcome outcome = SchemaMigrator(*old).upgrade();
+    QVERIFY2(outcome.ok, qPrintable(outcome.text));
+    TempDatabase fresh;
+    QCOMPARE(schemaOf(*old), schemaOf(*fresh));
+}
+
+/// For a while version 4 was installed with it.
+void TestSchema::aServersFourthVersionThatToldOfEventsUpgradesToo()
+{
+    if (!TestDatabase::isServer())
+        QSKIP("the embedded database tells nobody");
+    EmptyDatabase old;
+    installVersion(*old, 4);
+    old->run(QStringLiteral("CREATE TRIGGER events_notify AFTER INSERT ON events "
+                            "FOR EACH STATEMENT EXECUTE FUNCTION notify_changes()"));
     const Outcome outcome = SchemaMigrator(*old).upgrade();
     QVERIFY2(outcome.ok, qPrintable(outcome.text));
     TempDatabase fresh;

@@ -414,6 +414,3 @@ CREATE TRIGGER pre_check_assign_log
 
 CREATE TRIGGER change_log_notify AFTER INSERT ON change_log
     FOR EACH STATEMENT EXECUTE FUNCTION notify_changes();
-
-CREATE TRIGGER events_notify AFTER INSERT ON events
-    FOR EACH STATEMENT EXECUTE FUNCTION notify_changes();
