@@ -921,6 +921,18 @@
         <source>表 %1 在目标上与来源不同（%2 行和 %3 行），没有复制任何记录</source>
         <translation>The table %1 differs between source and target (%2 rows and %3 rows); no record was copied</translation>
     </message>
+    <message>
+        <source>来源和目标用的是同一个文件库：%1</source>
+        <translation>Source and target have the same file store: %1</translation>
+    </message>
+    <message>
+        <source>无法写入 %1：%2</source>
+        <translation>Cannot write %1: %2</translation>
+    </message>
+    <message>
+        <source>来源 %1 和目标 %2 是同一个数据库</source>
+        <translation>The source %1 and the target %2 are one database</translation>
+    </message>
 </context>
 <context>
     <name>InstallationSetup</name>

@@ -27,18 +27,11 @@ QString tr(const char *text)
     return QCoreApplication::translate("InstallationCopy", text);
 }
 
-/// A table may take longer than any statement of a desk.
-DatabaseSettings patient(DatabaseSettings settings)
-{
-    settings.statementTimeoutMs = 0;
-    return settings;
-}
-
 bool haveSamePlace(const Configuration &from, const Configuration &to)
 {
     const FileStoreSettings &a = from.fileStore;
     const FileStoreSettings &b = to.fileStore;
-    return databasePlace(from.database) == databasePlace(to.database) ||
+    return chooseOneDatabase(from.database, to.database) ||
            (a.kind == b.kind && a.root == b.root && a.uri == b.uri && a.database == b.database &&
             a.bucket == b.bucket);
 }
@@ -70,14 +63,19 @@ Result<CopySummary> copyBetween(const Configuration &from, const Configuration &
     if (!passing.isValid())
         return Outcome::failure(tr("无法创建文件夹 %1").arg(to.paths.staging) +
                                 QStringLiteral("/copy-..."));
-    Database fromRecords(patient(from.database));
-    Database toRecords(patient(to.database), Database::Open::Create);
+    Database fromRecords(from.database.patient());
+    Database toRecords(to.database.patient(), Database::Open::Create);
     RecordsCopy records(fromRecords, toRecords);
     FileCopy files(*source.value, *target.value, passing.path());
-    const Transaction oneMoment(fromRecords, Transaction::Purpose::Read);
-    Outcome outcome = records.prepare();
+    Outcome outcome = records.checkSource();
     if (outcome)
-        outcome = files.prepare(fromRecords);
+        outcome = files.begin(fromRecords);
+    if (outcome)
+        outcome = records.prepareTarget();
+    if (!outcome)
+        return outcome;
+    const Transaction oneMoment(fromRecords, Transaction::Purpose::Read);
+    outcome = files.prepare(fromRecords, records.goesOn());
     if (!outcome)
         return outcome;
     records.mark();

@@ -53,7 +53,10 @@ int settled(const Operation &operation, const std::string &record, const Outcome
 void writeMark(Change &change, FileStore &store, const QString &name)
 {
     const auto record = StoredFileRecords(change.database()).byStoredName(name);
-    if (!record && !store.exists(name))
+    const auto isThere = record ? Result<bool>(true) : store.has(name);
+    if (!isThere)
+        Change::fail(isThere.outcome.cause, isThere.text());
+    if (!isThere.value)
         Change::fail(QStringLiteral("no such file is stored or recorded"),
                      tr("文件库中没有该文件"));
     change.database()

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/records/DatabaseFile.h"
 
+#include "services/disk/FsPath.h"
 #include "services/notices/NoticeHub.h"
 #include "services/records/Database.h"
 #include "services/records/Dialect.h"
@@ -51,9 +52,8 @@ DatabaseContents contentsOf(Database &database)
 
 Result<DatabaseContents> inspectDatabaseFile(const DatabaseSettings &settings, const QString &path)
 {
-    DatabaseSettings own = settings;
+    DatabaseSettings own = settings.patient();
     own.path = path;
-    own.statementTimeoutMs = 0;
     try {
         Database database(own);
         const SchemaMigrator migrator(database);
@@ -73,6 +73,16 @@ Result<DatabaseContents> inspectDatabaseFile(const DatabaseSettings &settings, c
 QString databasePlace(const DatabaseSettings &settings)
 {
     return Dialect::create(settings)->placeText(settings);
+}
+
+bool chooseOneDatabase(const DatabaseSettings &a, const DatabaseSettings &b)
+{
+    if (databasePlace(a) == databasePlace(b))
+        return true;
+    if (Dialect::create(a)->isServer() || Dialect::create(b)->isServer())
+        return false;
+    std::error_code error; // where one of them is not there, they are two
+    return std::filesystem::equivalent(fsPath(a.path), fsPath(b.path), error);
 }
 
 QString databaseEngine(const DatabaseSettings &settings)

@@ -24,6 +24,10 @@ Result<DatabaseContents> inspectDatabaseFile(const DatabaseSettings &settings, c
 /// What people call the database that `settings` choose; not opened for it.
 QString databasePlace(const DatabaseSettings &settings);
 
+/// Whether both choose one database, as far as it can be told without opening it: by the same
+/// words, or by two names of one file.
+bool chooseOneDatabase(const DatabaseSettings &a, const DatabaseSettings &b);
+
 /// Name of the database engine that `settings` choose; part of a backup.
 QString databaseEngine(const DatabaseSettings &settings);
 

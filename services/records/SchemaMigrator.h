@@ -20,6 +20,9 @@ public:
     /// Version of the open database; 0 when it is empty. Throws SqlError.
     int installedVersion();
 
+    /// A copy of another installation was begun here and has not come to its end.
+    bool isUnfinishedCopy();
+
     int knownVersion() const { return m_catalog.latestVersion(); }
 
     /// Makes the tables in an empty database; refused in any other.
@@ -31,7 +34,6 @@ public:
 
 private:
     bool hasTables();
-    bool isUnfinishedCopy();
     void runStep(const QStringList &statements, int version);
     Outcome installChecked();
     Outcome upgradeChecked();

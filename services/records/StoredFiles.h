@@ -13,8 +13,8 @@ class StoredFiles {
 public:
     virtual ~StoredFiles() = default;
 
-    /// True when a whole file is stored under this name.
-    virtual bool exists(const QString &storedName) = 0;
+    /// Whether a whole file is stored under this name; failure when nobody can tell.
+    virtual Result<bool> has(const QString &storedName) = 0;
 
     /// Takes the stored file away for good. Called after the deletion of its
     /// record was committed. A file that another program took away meanwhile is gone

@@ -4,9 +4,9 @@
 
 namespace KODMS::Services {
 
-bool StoreBehindRecords::exists(const QString &storedName)
+Result<bool> StoreBehindRecords::has(const QString &storedName)
 {
-    return FileStore::isValidStoredName(storedName) && m_store.exists(storedName);
+    return m_store.has(storedName);
 }
 
 Outcome StoreBehindRecords::removeBody(const QString &storedName)

@@ -12,7 +12,7 @@ class StoreBehindRecords final : public StoredFiles {
 public:
     explicit StoreBehindRecords(FileStore &store) : m_store(store) {}
 
-    bool exists(const QString &storedName) override;
+    Result<bool> has(const QString &storedName) override;
     Outcome removeBody(const QString &storedName) override;
 
 private:

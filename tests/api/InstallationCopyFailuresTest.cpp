@@ -13,9 +13,11 @@
 #include <QTest>
 
 #include <csignal>
+#include <unistd.h>
 
 using namespace KODMS::Services;
 using KODMS::Tests::CopyHouse;
+using KODMS::Tests::TestDatabase;
 
 namespace {
 
@@ -63,10 +65,16 @@ private Q_SLOTS:
     void init();
     void whatIsNoFreshTargetIsRefused_data();
     void whatIsNoFreshTargetIsRefused();
+    void twoNamesOfOneStoreAreRefused_data();
+    void twoNamesOfOneStoreAreRefused();
+    void twoNamesOfOneDatabaseAreRefused_data();
+    void twoNamesOfOneDatabaseAreRefused();
+    void aProbeOfAKilledCopyIsClearedAway();
     void anotherSchemaIsRefused_data();
     void anotherSchemaIsRefused();
     void aDamagedFileIsNamed();
     void aMissingFileIsNamed();
+    void aStoreThatIsAwayIsNotTakenForMissingFiles();
     void aCancelledCopyIsRepeated_data();
     void aCancelledCopyIsRepeated();
     void aKilledCopyIsRepeated_data();
@@ -74,6 +82,10 @@ private Q_SLOTS:
 
 private:
     void expectUnfinished() const;
+    /// Into the target's store.
+    void put(const QString &path, const QString &name) const;
+    /// An embedded one that was just set up.
+    QString emptyInstallation() const;
 
     CopyHouse m_house;
 };
@@ -104,6 +116,8 @@ void InstallationCopyFailuresTest::whatIsNoFreshTargetIsRefused_data()
         << "已有记录";
     QTest::newRow("a stored file") << "file"
                                    << "不是空的";
+    QTest::newRow("a file as the source has it") << "same file"
+                                                 << "不是空的";
 }
 
 void InstallationCopyFailuresTest::whatIsNoFreshTargetIsRefused()
@@ -119,9 +133,10 @@ void InstallationCopyFailuresTest::whatIsNoFreshTargetIsRefused()
         QVERIFY(InstallationSetup::init(to, QStringLiteral("first"), QStringLiteral("别人"),
                                         QStringLiteral("another password")));
         if (obstacle == QLatin1String("file")) {
-            auto store = FileStore::create(Configuration::load(to).value.fileStore);
-            NoProgress silent;
-            QVERIFY(store.value->put(m_house.source(), QStringLiteral("foreign.txt"), silent));
+            put(m_house.source(), QStringLiteral("foreign.txt"));
+        } else if (obstacle == QLatin1String("same file")) {
+            const QString body = m_house.bodies().first();
+            put(body, QFileInfo(QFileInfo(body).path()).fileName());
         } else {
             Database(CopyHouse::databaseOf(to)).run(obstacle);
         }
@@ -136,6 +151,101 @@ void InstallationCopyFailuresTest::whatIsNoFreshTargetIsRefused()
     QCOMPARE(CopyHouse::dump(to), before);
     QVERIFY(ServiceRuntime::instance().start(to)); // it goes on as it was
     ServiceRuntime::instance().stop();
+}
+
+void InstallationCopyFailuresTest::put(const QString &path, const QString &name) const
+{
+    auto store = FileStore::create(Configuration::load(m_house.target()).value.fileStore);
+    NoProgress silent;
+    QVERIFY(store.value->put(path, name, silent));
+}
+
+QString InstallationCopyFailuresTest::emptyInstallation() const
+{
+    QString ini = m_house.place("empty");
+    const Outcome made = InstallationSetup::init(
+        ini, QStringLiteral("first"), QStringLiteral("别人"), QStringLiteral("another password"));
+    if (!made)
+        qFatal("%s", qPrintable(made.text));
+    return ini;
+}
+
+void InstallationCopyFailuresTest::twoNamesOfOneStoreAreRefused_data()
+{
+    QTest::addColumn<bool>("isEmpty");
+    QTest::newRow("with files") << false;
+    QTest::newRow("before the first file") << true;
+}
+
+void InstallationCopyFailuresTest::twoNamesOfOneStoreAreRefused()
+{
+    QFETCH(bool, isEmpty);
+    const QString from = isEmpty ? emptyInstallation() : m_house.source();
+    const QStringList files = CopyHouse::filesOf(from);
+    QCOMPARE(files.isEmpty(), isEmpty);
+    Configuration target = Configuration::load(m_house.target()).value;
+    const QString root = Configuration::load(from).value.fileStore.root;
+    target.fileStore.root = QFileInfo(m_house.place("other-name")).path();
+    QVERIFY(QDir().mkpath(root));
+    QVERIFY(QFile::link(root, target.fileStore.root));
+    QVERIFY(target.save());
+    NoProgress progress;
+    const auto copied = InstallationCopy::copy(from, m_house.target(), progress);
+    QVERIFY(!copied);
+    QVERIFY2(copied.text().contains(QStringLiteral("同一个文件库")), qPrintable(copied.text()));
+    QCOMPARE(CopyHouse::filesOf(from), files); // and no probe
+}
+
+void InstallationCopyFailuresTest::twoNamesOfOneDatabaseAreRefused_data()
+{
+    QTest::addColumn<QString>("name");
+    if (TestDatabase::isServer()) {
+        QTest::newRow("a server by two addresses") << "server";
+        return;
+    }
+    QTest::newRow("a link to the file") << "symbolic link";
+    QTest::newRow("a second name of the file") << "hard link";
+}
+
+void InstallationCopyFailuresTest::twoNamesOfOneDatabaseAreRefused()
+{
+    QFETCH(QString, name);
+    QString from = emptyInstallation();
+    Configuration other = Configuration::load(m_house.target()).value;
+    if (name == QLatin1String("server")) {
+        from = m_house.target();
+        QVERIFY(InstallationSetup::init(from, QStringLiteral("first"), QStringLiteral("别人"),
+                                        QStringLiteral("another password")));
+        other = Configuration::load(from).value;
+        QCOMPARE(other.database.host, QStringLiteral("127.0.0.1"));
+        other.database.host = QStringLiteral("127.1");
+    } else {
+        const QString file = Configuration::load(from).value.database.path;
+        other.database.path = QFileInfo(m_house.place("other-name")).path();
+        const int made = name == QLatin1String("hard link")
+                             ? ::link(qPrintable(file), qPrintable(other.database.path))
+                             : ::symlink(qPrintable(file), qPrintable(other.database.path));
+        QCOMPARE(made, 0);
+    }
+    other.filePath = m_house.place("same-database");
+    other.fileStore.root = QFileInfo(m_house.place("own-files")).path();
+    QVERIFY(other.save());
+    const QStringList before = CopyHouse::dump(from);
+    NoProgress progress;
+    const auto copied = InstallationCopy::copy(from, other.filePath, progress);
+    QVERIFY(!copied);
+    QVERIFY2(copied.text().contains(QStringLiteral("同一个")), qPrintable(copied.text()));
+    QCOMPARE(CopyHouse::dump(from), before);
+    QVERIFY(ServiceRuntime::instance().start(from)); // it goes on as it was
+    ServiceRuntime::instance().stop();
+}
+
+void InstallationCopyFailuresTest::aProbeOfAKilledCopyIsClearedAway()
+{
+    put(m_house.source(), QStringLiteral("kodms-copy-probe-of-a-killed-one"));
+    const auto copied = m_house.copy();
+    QVERIFY2(copied.outcome.ok, qPrintable(copied.text()));
+    QCOMPARE(CopyHouse::filesOf(m_house.target()), CopyHouse::filesOf(m_house.source()));
 }
 
 void InstallationCopyFailuresTest::anotherSchemaIsRefused_data()
@@ -210,6 +320,21 @@ void InstallationCopyFailuresTest::aMissingFileIsNamed()
     QVERIFY2(refused.text().contains(storedName), qPrintable(refused.text()));
     QCOMPARE(CopyHouse::filesOf(m_house.target()).size(), 0);
     expectUnfinished();
+}
+
+/// As when the disk with the files is not mounted; and nothing is made in its place.
+void InstallationCopyFailuresTest::aStoreThatIsAwayIsNotTakenForMissingFiles()
+{
+    const QString root = Configuration::load(m_house.source()).value.fileStore.root;
+    const QString away = QFileInfo(m_house.place("away")).path();
+    QVERIFY(QDir().rename(root, away));
+    const auto refused = m_house.copy();
+    QVERIFY(!QFileInfo::exists(root));
+    QVERIFY(QDir().rename(away, root));
+    QVERIFY(!refused);
+    QVERIFY2(!refused.text().contains(QStringLiteral("没有记录中的文件")),
+             qPrintable(refused.text()));
+    QVERIFY(m_house.copy());
 }
 
 void InstallationCopyFailuresTest::aCancelledCopyIsRepeated_data()

@@ -1,19 +1,27 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
 #include "services/api/StoreCheck.h"
+#include "services/filestore/FileStore.h"
 #include "services/records/copy/CopiedTable.h"
 #include "services/records/copy/RowDigest.h"
 #include "services/session/Runtime.h"
 #include "tests/api/support/CopyHouse.h"
+#include "tests/api/support/Interlude.h"
+#include "tests/support/ServersImpatience.h"
 #include "tests/support/TestMain.h"
 
 #include <QDir>
 #include <QRegularExpression>
 #include <QTest>
+#include <QThread>
 
 using namespace KODMS::Services;
 using KODMS::Tests::CopyHouse;
 using KODMS::Tests::Installation;
+using KODMS::Tests::Interlude;
+using KODMS::Tests::PlainConnection;
+using KODMS::Tests::ServersImpatience;
+using KODMS::Tests::TestDatabase;
 
 /// A whole installation, moved.
 class InstallationCopyTest : public QObject {
@@ -28,8 +36,12 @@ private Q_SLOTS:
     void aTargetThatWasJustSetUpIsFilled();
     void thereAndBackIsTheSame();
     void theCopyGoesOnWhereTheSourceStopped();
+    void aServersImpatienceEndsNoCopy();
+    void filesThatAreRemovedMeanwhileArrive();
 
 private:
+    QString freshPlace(const char *name) const;
+
     CopyHouse m_house;
 };
 
@@ -131,8 +143,7 @@ void InstallationCopyTest::aTargetThatWasJustSetUpIsFilled()
 /// Over another engine, when one is in force.
 void InstallationCopyTest::thereAndBackIsTheSame()
 {
-    const QString back = m_house.place("back");
-    QVERIFY(Configuration::defaultsFor(back).save());
+    const QString back = freshPlace("back");
     QVERIFY(m_house.copy());
     NoProgress progress;
     const auto copied = InstallationCopy::copy(m_house.target(), back, progress);
@@ -165,6 +176,66 @@ void InstallationCopyTest::theCopyGoesOnWhereTheSourceStopped()
     database.run(QStringLiteral("INSERT INTO customers (code, create_time) VALUES ('ZZZ', '')"));
     QCOMPARE(number("SELECT max(id) AS value FROM customers"), last + 1);
     ServiceRuntime::instance().stop();
+}
+
+QString InstallationCopyTest::freshPlace(const char *name) const
+{
+    QString ini = m_house.place(name);
+    const Outcome saved = Configuration::defaultsFor(ini).save();
+    if (!saved)
+        qFatal("%s", qPrintable(saved.text));
+    return ini;
+}
+
+/// A copy is silent on one side while it reads or writes on the other, for as long as that takes.
+void InstallationCopyTest::aServersImpatienceEndsNoCopy()
+{
+    if (!TestDatabase::isServer())
+        QSKIP("an embedded database ends nobody");
+    QVERIFY(InstallationSetup::init(m_house.target(), QStringLiteral("first"),
+                                    QStringLiteral("别人"), QStringLiteral("another password")));
+    const DatabaseSettings server = CopyHouse::databaseOf(m_house.target());
+    {
+        const PlainConnection plain(server);
+        plain.run(QStringLiteral(
+            "CREATE FUNCTION refuse_limits() RETURNS trigger LANGUAGE plpgsql AS $$ BEGIN "
+            "IF EXISTS (SELECT 1 FROM pg_settings WHERE setting <> '0' AND name IN "
+            "('statement_timeout', 'idle_in_transaction_session_timeout')) "
+            "THEN RAISE EXCEPTION 'there is a limit'; END IF; RETURN NEW; END; $$"));
+        plain.run(QStringLiteral("CREATE TRIGGER refuse_limits BEFORE INSERT ON job_flows "
+                                 "FOR EACH ROW EXECUTE FUNCTION refuse_limits()"));
+    }
+    const auto there = m_house.copy();
+    QVERIFY2(there.outcome.ok, qPrintable(there.text()));
+    const QString back = freshPlace("back");
+    const ServersImpatience impatience(server);
+    Interlude silence([] { QThread::msleep(3 * ServersImpatience::Milliseconds); });
+    const auto copied = InstallationCopy::copy(m_house.target(), back, silence);
+    QVERIFY2(copied.outcome.ok, qPrintable(copied.text()));
+    QCOMPARE(CopyHouse::dump(back), m_house.before());
+}
+
+/// By a desk, or by the start of one that settles what was marked.
+void InstallationCopyTest::filesThatAreRemovedMeanwhileArrive()
+{
+    QVERIFY(m_house.copy());
+    const QStringList files = CopyHouse::filesOf(m_house.target());
+    QVERIFY(files.size() > 1);
+    Interlude removal([this] {
+        auto store = FileStore::create(Configuration::load(m_house.target()).value.fileStore);
+        const auto all = store.value->list();
+        for (const StoredFileInfo &file : all.value)
+            QVERIFY(store.value->remove(file.name));
+        QVERIFY(store.value->sweep());
+    });
+    const QString back = freshPlace("back");
+    const auto copied = InstallationCopy::copy(m_house.target(), back, removal);
+    QVERIFY2(copied.outcome.ok, qPrintable(copied.text()));
+    QCOMPARE(CopyHouse::filesOf(back), files);
+    QCOMPARE(CopyHouse::filesOf(m_house.target()), QStringList());
+    const auto left =
+        FileStore::create(Configuration::load(m_house.target()).value.fileStore).value->leftovers();
+    QCOMPARE(left.value, QStringList()); // nothing is held any more
 }
 
 KODMS_TEST_MAIN(InstallationCopyTest, QCoreApplication)

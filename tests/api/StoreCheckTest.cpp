@@ -145,6 +145,24 @@ private Q_SLOTS:
         QCOMPARE(kinds(check()), QStringList());
     }
 
+    /// Nor is a file missing for it.
+    void aStoreThatIsAwayEndsTheCheck()
+    {
+        const QString name = take();
+        const QString away = m_home->path(QStringLiteral("away"));
+        QVERIFY(QDir().rename(storeFolder(), away));
+        for (const bool repair : {false, true}) {
+            CheckOptions options;
+            options.repair = repair;
+            const auto checked = StoreCheck::check(options);
+            QVERIFY(!checked);
+            QVERIFY2(checked.text().contains(name), qPrintable(checked.text()));
+        }
+        QVERIFY(!QFileInfo::exists(storeFolder()));
+        QVERIFY(QDir().rename(away, storeFolder()));
+        QCOMPARE(kinds(check()), QStringList());
+    }
+
     /// A body that could not be removed may have been recorded anew before the repair comes.
     void aFileThatIsRecordedAgainOutlivesItsMark()
     {

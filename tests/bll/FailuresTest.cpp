@@ -81,6 +81,8 @@ private Q_SLOTS:
     void readsOnAFailingDatabase();
     void aRefusalThatCannotBeAuditedIsStillARefusal();
     void withoutAFileStore();
+    void aStoreThatCannotBeAskedIsNotTakenForAMissingFile_data();
+    void aStoreThatCannotBeAskedIsNotTakenForAMissingFile();
     void aVerdictEndsWithItsFirstFailedStep_data();
     void aVerdictEndsWithItsFirstFailedStep();
 
@@ -235,6 +237,34 @@ void FailuresTest::withoutAFileStore()
         QVERIFY(!one.call(job, m_user));
         QCOMPARE(m_home.dump(), before);
     }
+}
+
+void FailuresTest::aStoreThatCannotBeAskedIsNotTakenForAMissingFile_data()
+{
+    QTest::addColumn<int>("number");
+    int number = 0;
+    for (const Tests::ChangingCase &one : Tests::changingCases()) {
+        for (const char *asking : {"record a stored file", "robot delivers",
+                                   "state after a kos replacement", "rename the row's file"})
+            if (qstrcmp(one.name, asking) == 0)
+                QTest::newRow(one.name) << number;
+        ++number;
+    }
+}
+
+void FailuresTest::aStoreThatCannotBeAskedIsNotTakenForAMissingFile()
+{
+    QFETCH(int, number);
+    const Tests::ChangingCase &one = Tests::changingCases()[std::size_t(number)];
+    const TestJob job = prepare(one);
+    const QString before = m_home.dump();
+    m_home.files().isAway = true;
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("the store is away")));
+    const bool isDone = one.call(job, m_user);
+    m_home.files().isAway = false;
+    QVERIFY(!isDone);
+    QCOMPARE(m_home.dump(), before);
+    QVERIFY(one.call(job, m_user)); // once it is back
 }
 
 void FailuresTest::aVerdictEndsWithItsFirstFailedStep_data()

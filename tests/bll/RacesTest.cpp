@@ -147,7 +147,7 @@ void RacesTest::nobodyDeletesWhatAnotherReplaced()
                                                        m_job.flowGuid);
     };
     QVERIFY(!remove());
-    QVERIFY(m_home.files().exists(QString::fromStdString(m_job.storedName)));
+    QVERIFY(m_home.files().names.contains(QString::fromStdString(m_job.storedName)));
     m_home.show(*m_slowSession, m_job);
     QVERIFY(remove());
 }

@@ -166,10 +166,14 @@ Outcome BackupRestore::checkRecords(const BackupManifest &manifest)
     const auto contents = inspectDatabaseFile(m_configuration.database, m_newDatabase);
     if (!contents)
         return contents.outcome;
-    for (const QString &name : contents.value.storedNames)
-        if (!m_store->exists(name))
+    for (const QString &name : contents.value.storedNames) {
+        const auto isThere = m_store->has(name);
+        if (!isThere)
+            return isThere.outcome;
+        if (!isThere.value)
             return Outcome::failure(tr("备份中缺少文件 %1").arg(name),
                                     QStringLiteral("%1 is recorded, not restored").arg(name));
+    }
     if (contents.value.storedNames.size() == manifest.files.size())
         return Outcome::success();
     return Outcome::failure(tr("备份中的文件与记录不符"),

@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/api/internal/FileCopy.h"
 
+#include "services/disk/FileHandle.h"
 #include "services/records/Database.h"
+#include "services/records/Guid.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -18,6 +20,9 @@ QString tr(const char *text)
 {
     return QCoreApplication::translate("InstallationCopy", text);
 }
+
+/// Of no stored file: they bear the numbers of jobs and GUIDs.
+const QString probePrefix = QStringLiteral("kodms-copy-probe-");
 
 /// Passes on the wish to cancel and counts nothing: a file is read and written several times.
 class Silent final : public Progress {
@@ -59,10 +64,40 @@ QStringList FileCopy::recordedNames(Database &records)
     return names;
 }
 
-Outcome FileCopy::prepare(Database &records)
+Outcome FileCopy::begin(Database &records)
+{
+    const auto areOne = areOneStore();
+    // A store without a single file need not be there yet.
+    if (!areOne && !recordedNames(records).isEmpty())
+        return areOne.outcome;
+    if (areOne.value)
+        return Outcome::failure(tr("来源和目标用的是同一个文件库：%1").arg(m_to.placeText()));
+    auto hold = m_from.hold();
+    m_hold = std::move(hold.value);
+    return hold.outcome;
+}
+
+Result<bool> FileCopy::areOneStore()
+{
+    const QString name = probePrefix + newGuid();
+    const QString path = m_passing + QStringLiteral("/probe");
+    NoProgress silent;
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write("probe") < 0 || !file.flush())
+        return Outcome::failure(tr("无法写入 %1：%2").arg(path, file.errorString()));
+    const Outcome put = m_to.put(path, name, silent);
+    file.remove();
+    if (!put)
+        return put;
+    const auto isThere = m_from.has(name);
+    const Outcome removed = m_to.removeIfThere(name);
+    return removed ? isThere : removed;
+}
+
+Outcome FileCopy::prepare(Database &records, bool goesOn)
 {
     const Outcome source = readSource(recordedNames(records));
-    return source ? checkTarget() : source;
+    return source ? checkTarget(goesOn) : source;
 }
 
 Outcome FileCopy::readSource(const QStringList &names)
@@ -73,24 +108,53 @@ Outcome FileCopy::readSource(const QStringList &names)
     for (const StoredFileInfo &file : files.value)
         m_source.insert(file.name, file);
     m_names = names;
+    m_unrecorded = m_source.size();
     for (const QString &name : qAsConst(m_names)) {
-        if (!m_source.contains(name))
-            return Outcome::failure(
-                tr("来源的文件库里没有记录中的文件 %1：请先运行 kodms-admin check").arg(name));
-        m_bytes += m_source.value(name).size;
+        if (m_source.contains(name))
+            --m_unrecorded;
+        const auto file = sourceFile(name);
+        if (!file)
+            return file.outcome;
+        m_source.insert(name, file.value);
+        m_bytes += file.value.size;
     }
-    m_unrecorded = m_source.size() - m_names.size();
     return Outcome::success();
 }
 
-Outcome FileCopy::checkTarget()
+/// What the list lacks may have been removed since the records were read, and then it is held;
+/// of a file that another program put the list does not know the sum.
+Result<StoredFileInfo> FileCopy::sourceFile(const QString &name) const
+{
+    const StoredFileInfo listed = m_source.value(name);
+    if (!listed.sha256.isEmpty())
+        return listed;
+    const auto held = m_hold->find(name);
+    if (held)
+        return held;
+    const auto isThere = m_from.has(name);
+    if (!isThere)
+        return isThere.outcome;
+    return isThere.value ? held.outcome
+                         : Outcome::failure(tr("来源的文件库里没有记录中的文件 %1：请先运行 "
+                                               "kodms-admin check")
+                                                .arg(name));
+}
+
+Outcome FileCopy::checkTarget(bool goesOn)
 {
     const auto files = m_to.list();
     if (!files)
         return files.outcome;
     const QSet<QString> wanted(m_names.cbegin(), m_names.cend());
     for (const StoredFileInfo &file : files.value) {
-        if (!wanted.contains(file.name) || file.sha256 != m_source.value(file.name).sha256)
+        if (file.name.startsWith(probePrefix)) { // of a copy that was killed
+            if (Outcome removed = m_to.removeIfThere(file.name); !removed)
+                return removed;
+            continue;
+        }
+        const bool hasArrived =
+            goesOn && wanted.contains(file.name) && file.sha256 == m_source.value(file.name).sha256;
+        if (!hasArrived)
             return Outcome::failure(
                 tr("目标的文件库 %1 不是空的（%2），不会覆盖").arg(m_to.placeText(), file.name));
     }
@@ -115,24 +179,42 @@ Outcome FileCopy::copyOne(const StoredFileInfo &file, Progress &progress)
     Silent silent(progress);
     if (silent.isCancelled())
         return Outcome::failure(tr("已取消"));
-    if (!m_to.exists(file.name)) {
-        const QString path = m_passing + QStringLiteral("/file");
-        Outcome moved = m_from.get(file.name, path, silent);
-        if (moved)
-            moved = m_to.put(path, file.name, silent);
-        QFile::remove(path);
-        if (!moved)
-            return moved;
-    }
-    const Outcome read = m_to.verify(file.name, silent);
-    if (!read)
-        return read;
+    const auto isThere = m_to.has(file.name);
+    Outcome done = isThere.outcome;
+    if (done && !isThere.value)
+        done = passOn(file.name, silent);
+    if (done)
+        done = m_to.verify(file.name, silent);
+    if (!done)
+        return done;
     const auto arrived = m_to.find(file.name);
     if (!arrived)
         return arrived.outcome;
     return arrived.value.sha256 == file.sha256 && arrived.value.size == file.size
                ? Outcome::success()
                : Outcome::failure(tr("目标上的内容与来源不同"));
+}
+
+Outcome FileCopy::passOn(const QString &name, Progress &progress)
+{
+    const QString path = m_passing + QStringLiteral("/file");
+    Outcome moved = fetch(name, path, progress);
+    if (moved)
+        moved = m_to.put(path, name, progress);
+    QFile::remove(path);
+    return moved;
+}
+
+Outcome FileCopy::fetch(const QString &name, const QString &path, Progress &progress) const
+{
+    auto local = FileHandle::createNew(path);
+    if (!local)
+        return local.outcome;
+    const auto sink = [&local](const char *data, qint64 size) {
+        return local.value.write(data, size);
+    };
+    const Outcome read = m_hold->read(name, sink, progress);
+    return read ? local.value.close() : read;
 }
 
 } // namespace KODMS::Services

@@ -3,6 +3,7 @@
 #include "services/api/internal/StoreCheckRun.h"
 
 #include "services/disk/IoFailure.h"
+#include "services/filestore/StoreFailures.h"
 #include "services/notices/NoticeHub.h"
 #include "services/records/bll/Audit.h"
 #include "services/records/bll/StoredFileRecords.h"
@@ -21,19 +22,12 @@ QString tr(const char *text)
     return QCoreApplication::translate("StoreCheck", text);
 }
 
-/// A check may take long, and so may its statements.
-DatabaseSettings patient(DatabaseSettings settings)
-{
-    settings.statementTimeoutMs = 0;
-    return settings;
-}
-
 } // namespace
 
 StoreCheckRun::StoreCheckRun(const Configuration &configuration, FileStore &store,
                              const CheckOptions &options, int userId)
     : m_configuration(configuration), m_store(store), m_options(options), m_userId(userId),
-      m_database(patient(configuration.database))
+      m_database(configuration.database.patient())
 {
 }
 
@@ -45,7 +39,8 @@ Result<CheckReport> StoreCheckRun::run(Progress &progress)
     readRecords();
     if (Outcome read = readStore(); !read)
         return read;
-    compare();
+    if (Outcome compared = compare(); !compared)
+        return compared;
     if (m_options.readContents) {
         if (Outcome read = readContents(progress); !read)
             return read;
@@ -125,13 +120,15 @@ Outcome StoreCheckRun::readStore()
     return Outcome::success();
 }
 
-void StoreCheckRun::compare()
+Outcome StoreCheckRun::compare()
 {
     QSet<QString> stored;
     for (const StoredFileInfo &file : qAsConst(m_files)) {
         stored.insert(file.name);
-        if (!m_records.contains(file.name))
-            unrecorded(file.name);
+        if (m_records.contains(file.name))
+            continue;
+        if (Outcome looked = unrecorded(file.name); !looked)
+            return looked;
     }
     QStringList absent;
     for (auto record = m_records.cbegin(); record != m_records.cend(); ++record)
@@ -139,7 +136,9 @@ void StoreCheckRun::compare()
             absent << record.key();
     absent.sort();
     for (const QString &name : qAsConst(absent))
-        missing(name);
+        if (Outcome looked = missing(name); !looked)
+            return looked;
+    return Outcome::success();
 }
 
 bool StoreCheckRun::isRecorded(const QString &name)
@@ -148,25 +147,32 @@ bool StoreCheckRun::isRecorded(const QString &name)
 }
 
 /// The record may have gone since it was read, and its file with it.
-void StoreCheckRun::missing(const QString &name)
+Outcome StoreCheckRun::missing(const QString &name)
 {
-    const auto found = m_store.find(name);
-    if (!found && isRecorded(name))
-        add("missing-file", name, found.text(), true);
+    const auto isThere = m_store.has(name);
+    if (!isThere)
+        return isThere.outcome;
+    if (!isThere.value && isRecorded(name))
+        add("missing-file", name, missingFailure(name).text, true);
+    return Outcome::success();
 }
 
-void StoreCheckRun::unrecorded(const QString &name)
+Outcome StoreCheckRun::unrecorded(const QString &name)
 {
-    if (m_marks.value(name, false) || isRecorded(name) || !m_store.exists(name))
-        return;
+    if (m_marks.value(name, false) || isRecorded(name))
+        return Outcome::success();
+    const auto isThere = m_store.has(name);
+    if (!isThere || !isThere.value)
+        return isThere.outcome;
     if (m_store.isPutterAlive(name)) {
         add("unrecorded-file", name, tr("文件尚无记录，可能正在登记：%1").arg(name), false);
-        return;
+        return Outcome::success();
     }
     CheckFinding &finding =
         add("unrecorded-file", name, tr("没有记录指向此文件：%1").arg(name), false);
     if (m_options.repair)
         finding.isRepaired = repaired(name, "unrecorded file removed", m_store.remove(name));
+    return Outcome::success();
 }
 
 Outcome StoreCheckRun::readContents(Progress &progress)

@@ -27,12 +27,12 @@ private:
     void lookAtMarks();
     void readRecords();
     Outcome readStore();
-    void compare();
+    Outcome compare();
     Outcome readContents(Progress &progress);
     Outcome lookAtLeftovers();
 
-    void missing(const QString &name);
-    void unrecorded(const QString &name);
+    Outcome missing(const QString &name);
+    Outcome unrecorded(const QString &name);
     bool isRecorded(const QString &name);
     bool repaired(const QString &name, const char *what, const Outcome &done);
     void forgetMark(const QString &name);

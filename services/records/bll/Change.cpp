@@ -211,6 +211,14 @@ StoredFiles &Change::storedFiles()
     return *files;
 }
 
+bool Change::isStored(const QString &storedName)
+{
+    const auto answer = storedFiles().has(storedName);
+    if (!answer)
+        fail(answer.outcome.cause, answer.text());
+    return answer.value;
+}
+
 SessionMemory *Change::memory()
 {
     return dynamic_cast<SessionMemory *>(m_context.shownRecords());
@@ -253,8 +261,7 @@ FlowVisitor Change::visitor(const FlowRow &flow)
 FlowFacts Change::facts(const FlowRow &flow)
 {
     const bool isKos = flow.importType.compare(QLatin1String("kos"), Qt::CaseInsensitive) == 0;
-    return {flow.state, isKos && storedFiles().exists(flow.importStoredName),
-            flow.resultFileId != 0};
+    return {flow.state, isKos && isStored(flow.importStoredName), flow.resultFileId != 0};
 }
 
 FlowRow Change::flowByGuid(const std::string &guid)

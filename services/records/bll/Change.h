@@ -52,6 +52,8 @@ public:
 
     Database &database();
     StoredFiles &storedFiles();
+    /// Fails when the store cannot tell.
+    bool isStored(const QString &storedName);
     SessionMemory *memory();
 
     /// The caller names the acting user; it must be the one who is signed in.

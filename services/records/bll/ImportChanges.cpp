@@ -50,7 +50,7 @@ FlowRow allowedFlow(Change &change, const QString &flowGuid, ImportKind kind, in
 
 int insertFile(Change &change, const FlowRow &flow, const ImportedJob &job)
 {
-    if (!change.storedFiles().exists(job.file.storedName))
+    if (!change.isStored(job.file.storedName))
         Change::fail(QStringLiteral("no file is stored as ") + job.file.storedName,
                      tr("文件库中没有该文件，未登记"));
     StoredFileRow row = job.file;

@@ -104,7 +104,7 @@ StoredFileRow storedFile(Change &change, const FlowRow &flow, const std::string 
 {
     const QString name = Change::text(storedName, LongestName);
     const auto file = StoredFileRecords(change.database()).byStoredName(name);
-    if (!file || !change.storedFiles().exists(name))
+    if (!file || !change.isStored(name))
         Change::fail(QStringLiteral("no such file is stored and recorded"),
                      tr("文件库中没有该文件"));
     if (file->customerCode.compare(flow.customerCode, Qt::CaseInsensitive) != 0)

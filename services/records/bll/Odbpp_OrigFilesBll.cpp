@@ -54,7 +54,7 @@ void requireNew(Change &change, const StoredFileRow &file)
     if (files.isRecorded(file.storedName))
         Change::fail(QStringLiteral("the stored file is recorded already"), tr("该文件已登记"));
     requireNotLeaving(change, file.storedName);
-    if (!change.storedFiles().exists(file.storedName))
+    if (!change.isStored(file.storedName))
         Change::fail(QStringLiteral("no file is stored under this name"),
                      tr("文件库中没有该文件，未登记"));
 }

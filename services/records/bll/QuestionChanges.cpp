@@ -54,8 +54,7 @@ void requireStored(Change &change, const QVector<QuestionPicture> &pictures)
                      tr("图片过多，最多 %1 张").arg(QuestionChanges::MostPictures));
     StoredFileRecords records(change.database());
     for (const QuestionPicture &picture : pictures)
-        if (!change.storedFiles().exists(picture.storedName) ||
-            records.isRecorded(picture.storedName))
+        if (!change.isStored(picture.storedName) || records.isRecorded(picture.storedName))
             Change::fail(QStringLiteral("no new file is stored as ") + picture.storedName,
                          tr("文件库中没有该图片，未登记"));
 }

@@ -70,7 +70,7 @@ FlowRow flowOf(Change &change, const RobotRun &run)
 
 void requireStored(Change &change, const StoredFileRow &file)
 {
-    if (!change.storedFiles().exists(file.storedName))
+    if (!change.isStored(file.storedName))
         Change::fail(QStringLiteral("no file is stored as ") + file.storedName,
                      tr("文件库中没有该文件，未登记"));
 }

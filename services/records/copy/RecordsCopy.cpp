@@ -4,6 +4,7 @@
 
 #include "services/records/Database.h"
 #include "services/records/Dialect.h"
+#include "services/records/Guid.h"
 #include "services/records/SchemaMigrator.h"
 #include "services/records/TimeText.h"
 #include "services/records/Transaction.h"
@@ -40,12 +41,6 @@ Outcome cancelled()
 
 RecordsCopy::RecordsCopy(Database &from, Database &to) : m_from(from), m_to(to) {}
 
-Outcome RecordsCopy::prepare()
-{
-    const Outcome source = checkSource();
-    return source ? checkTarget() : source;
-}
-
 Outcome RecordsCopy::checkSource()
 {
     SchemaMigrator migrator(m_from);
@@ -60,21 +55,49 @@ Outcome RecordsCopy::checkSource()
             .arg(migrator.knownVersion()));
 }
 
-Outcome RecordsCopy::checkTarget()
+Outcome RecordsCopy::prepareTarget()
 {
     SchemaMigrator migrator(m_to);
     const int version = migrator.installedVersion();
-    if (version == 0) {
-        const Outcome installed = migrator.install();
-        if (installed)
-            mark(); // without people it is no installation yet
-        return installed;
-    }
+    if (version == 0)
+        return installTarget();
     if (version != migrator.knownVersion())
         return Outcome::failure(tr("目标 %1 的数据库版本是 %2，本程序的是 %3：请换一个新的目标")
                                     .arg(m_to.displayText())
                                     .arg(version)
                                     .arg(migrator.knownVersion()));
+    m_goesOn = migrator.isUnfinishedCopy();
+    const Outcome another = refuseSource();
+    return another ? refuseUsed() : another;
+}
+
+Outcome RecordsCopy::installTarget()
+{
+    const Outcome installed = SchemaMigrator(m_to).install();
+    if (installed)
+        mark(); // without people it is no installation yet
+    return installed;
+}
+
+/// A server has many names. What was written there must not be found here; should this
+/// program be killed meanwhile, it is the name of nobody who cannot sign in, for a day.
+Outcome RecordsCopy::refuseSource()
+{
+    const QString probe = QStringLiteral("kodms-copy-probe-") + newGuid();
+    m_to.query("count_sign_in_failure").bind(":login", probe).bind(":time", storedNow()).exec();
+    bool isThere = false;
+    {
+        SqlQuery look = m_from.query("select_sign_in_failures");
+        isThere = look.bind(":login", probe).exec().next();
+    }
+    m_to.query("delete_sign_in_failures").bind(":login", probe).exec();
+    return isThere ? Outcome::failure(tr("来源 %1 和目标 %2 是同一个数据库")
+                                          .arg(m_from.displayText(), m_to.displayText()))
+                   : Outcome::success();
+}
+
+Outcome RecordsCopy::refuseUsed()
+{
     bool isFresh = !hasRows("users", 1);
     for (const CopiedTable &table : CopiedTable::all())
         isFresh = isFresh && (isOfSetUp(table) || !hasRows(table.name, 0));

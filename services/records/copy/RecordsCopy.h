@@ -27,9 +27,15 @@ class RecordsCopy {
 public:
     RecordsCopy(Database &from, Database &to);
 
-    /// Refuses a source of another schema version than this program's, and a target with
-    /// records in it. A target without tables gets them, and the mark. Changes nothing else.
-    Outcome prepare();
+    /// Refuses a source of another schema version than this program's.
+    Outcome checkSource();
+
+    /// Refuses a target that is the source, or has records in it. One without tables gets
+    /// them, and the mark. Changes nothing else.
+    Outcome prepareTarget();
+
+    /// True when the target was prepared before, by a copy that did not come to its end.
+    bool goesOn() const { return m_goesOn; }
 
     /// The target cannot be used from now until a copy has succeeded.
     void mark();
@@ -42,8 +48,9 @@ public:
     qint64 sourceRows();
 
 private:
-    Outcome checkSource();
-    Outcome checkTarget();
+    Outcome installTarget();
+    Outcome refuseSource();
+    Outcome refuseUsed();
     bool hasRows(const char *table, int moreThan);
     void clearTarget();
     void dropWhatCanWait();
@@ -53,6 +60,7 @@ private:
 
     Database &m_from;
     Database &m_to;
+    bool m_goesOn = false;
 };
 
 } // namespace KODMS::Services

@@ -15,7 +15,13 @@ namespace KODMS::Tests {
 /// A file store in memory that can be told to fail.
 class FakeStoredFiles final : public Services::StoredFiles {
 public:
-    bool exists(const QString &storedName) override { return names.contains(storedName); }
+    Services::Result<bool> has(const QString &storedName) override
+    {
+        if (isAway)
+            return Services::Outcome::failure(QStringLiteral("the store is away"),
+                                              QStringLiteral("the store is away"));
+        return names.contains(storedName);
+    }
 
     Services::Outcome removeBody(const QString &storedName) override
     {
@@ -34,7 +40,8 @@ public:
     QStringList removed;
     std::function<void()> meanwhile; ///< what others do while a file is being removed
     bool throws = false;
-    QString failure; ///< not empty: removals fail with this text
+    bool isAway = false; ///< nothing can be asked
+    QString failure;     ///< not empty: removals fail with this text
 };
 
 } // namespace KODMS::Tests
