@@ -67,9 +67,15 @@ private Q_SLOTS:
         putChunk("000000010000000000000001");
         putChunk("000000010000000000000002");
         QCOMPARE(m_bucket->count(".chunks"), 3);
-        // The start has swept what our own program left; the other's is for the repair.
-        const AdminRun found = check();
-        QCOMPARE(leftovers(found), QStringList(QStringLiteral("chunks/000000010000000000000002")));
+        // The start has swept what our own program left; the other's may be another client's
+        // put, which goes when a repair meets it once more after a day.
+        const QStringList left{QStringLiteral("chunks/000000010000000000000002")};
+        QCOMPARE(leftovers(check()), left);
+        QCOMPARE(leftovers(check({QStringLiteral("--repair")})), left);
+        QCOMPARE(m_bucket->count(".chunks"), 2);
+        QCOMPARE(m_bucket->update(".kodms.strays", "{}",
+                                  "{'$set': {'seen': {'$date': {'$numberLong': '1'}}}}"),
+                 1);
         const AdminRun repaired = check({QStringLiteral("--repair")});
         QVERIFY2(repaired.code == 0, repaired.all());
         QCOMPARE(m_bucket->count(".chunks"), 1);

@@ -19,10 +19,11 @@ namespace {
 /// Long before any clock says now.
 const QByteArray LongAgo = "{'$set': {'seen': {'$date': {'$numberLong': '1000000'}}}}";
 
-QByteArray chunk(const char *id, const char *filesId)
+QByteArray chunk(const QByteArray &id, const QByteArray &filesId, int n)
 {
-    return "{'_id': {'$oid': '" + QByteArray(id) + "'}, 'files_id': {'$oid': '" + filesId +
-           "'}, 'n': 0, 'data': {'$binary': {'base64': 'YQ==', 'subType': '00'}}}";
+    return "{'_id': {'$oid': '" + id + "'}, 'files_id': {'$oid': '" + filesId +
+           "'}, 'n': " + QByteArray::number(n) +
+           ", 'data': {'$binary': {'base64': 'YQ==', 'subType': '00'}}}";
 }
 
 /// A put that tells that it has begun, and waits to be killed.
@@ -138,28 +139,58 @@ private Q_SLOTS:
         m_bucket->insert(".kodms.puts",
                          "{'_id': 'half', 'file': {'$oid': '65a000000000000000000001'}, 'state': "
                          "'broken', 'seen': {'$date': {'$numberLong': '1'}}}");
-        m_bucket->insert(".chunks", chunk("65a000000000000000000009", "65a000000000000000000001"));
+        m_bucket->insert(".chunks",
+                         chunk("65a000000000000000000009", "65a000000000000000000001", 0));
         QCOMPARE(m_store->leftovers().value, QStringList(QStringLiteral("puts/half")));
         QVERIFY(m_store->sweep());
         nothingLeft();
     }
 
-    void chunksOfNobodyAreSweptAfterADay()
+    /// An object id tells the clock of the client that made it. These begin with the year 1970
+    /// and with 2106, and are of now, for all that the server knows.
+    void chunksOfNobodyAreSweptADayAfterTheyWereMet_data()
     {
-        m_bucket->insert(".chunks", chunk("000000010000000000000001", "000000010000000000000007"));
-        QCOMPARE(m_store->leftovers().value,
-                 QStringList(QStringLiteral("chunks/000000010000000000000007")));
-        QVERIFY(m_store->sweep());
-        nothingLeft();
+        QTest::addColumn<QByteArray>("clock");
+        QTest::newRow("a clock decades behind") << QByteArray("00000001");
+        QTest::newRow("a clock decades ahead") << QByteArray("ff000000");
     }
 
-    void chunksThatMayBeAPutOfAnotherClientStay()
+    void chunksOfNobodyAreSweptADayAfterTheyWereMet()
     {
-        // An object id that begins with these digits is of the year 2105.
-        m_bucket->insert(".chunks", chunk("ff0000000000000000000001", "000000010000000000000007"));
+        QFETCH(QByteArray, clock);
+        const QByteArray file = clock + "0000000000000007";
+        const QStringList left{QStringLiteral("chunks/") + QString::fromLatin1(file)};
+        m_bucket->insert(".chunks", chunk(clock + "0000000000000001", file, 0));
+        for (int sweep = 0; sweep < 2; ++sweep) {
+            QVERIFY(m_store->sweep());
+            QCOMPARE(m_store->leftovers().value, left);
+            QCOMPARE(m_bucket->count(".kodms.strays"), 1);
+        }
+        // The other client goes on: the day begins anew.
+        ageStrays();
+        m_bucket->insert(".chunks", chunk(clock + "0000000000000002", file, 1));
         QVERIFY(m_store->sweep());
-        QCOMPARE(m_store->leftovers().value, QStringList());
-        QCOMPARE(m_bucket->count(".chunks"), 1);
+        QCOMPARE(m_bucket->count(".chunks"), 2);
+        QCOMPARE(m_bucket->count(".kodms.strays"), 1);
+        QVERIFY(m_store->sweep());
+        QCOMPARE(m_bucket->count(".chunks"), 2);
+        ageStrays();
+        QVERIFY(m_store->sweep());
+        nothingLeft();
+        QCOMPARE(m_bucket->count(".kodms.strays"), 0);
+    }
+
+    void aPutOfAnotherClientThatCameToItsEndIsNoStray()
+    {
+        m_bucket->insert(".chunks",
+                         chunk("65a000000000000000000009", "65a000000000000000000001", 0));
+        QVERIFY(m_store->sweep());
+        ageStrays();
+        m_bucket->insert(".files", "{'_id': {'$oid': '65a000000000000000000001'}, 'length': 1, "
+                                   "'chunkSize': 261120, 'filename': 'theirs.tgz'}");
+        QVERIFY(m_store->sweep());
+        QCOMPARE(m_bucket->count(".kodms.strays"), 0);
+        QVERIFY(m_store->verify(QStringLiteral("theirs.tgz"), m_progress));
     }
 
     void chunksOfStoredFilesStay()
@@ -234,6 +265,8 @@ private Q_SLOTS:
     }
 
 private:
+    void ageStrays() { QVERIFY(m_bucket->update(".kodms.strays", "{}", LongAgo) > 0); }
+
     void age() { QVERIFY(m_bucket->update(".kodms.puts", "{}", LongAgo) > 0); }
 
     void killPutting(const QString &name)

@@ -39,13 +39,4 @@ QString GridFsId::text() const
     return QString::fromLatin1(digits);
 }
 
-qint64 GridFsId::madeAt() const
-{
-    const bson_value_t *value = get();
-    if (!value || value->value_type != BSON_TYPE_OID)
-        return -1;
-    constexpr qint64 Second = 1000;
-    return qint64{bson_oid_get_time_t(&value->value.v_oid)} * Second;
-}
-
 } // namespace KODMS::Services

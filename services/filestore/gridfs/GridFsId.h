@@ -25,8 +25,6 @@ public:
 
     /// For people and for comparing: the same text for the same id.
     QString text() const;
-    /// When an object id was made, in milliseconds since 1970; -1 for ids of other kinds.
-    qint64 madeAt() const;
 
 private:
     struct Value {

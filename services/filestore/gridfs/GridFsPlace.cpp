@@ -54,8 +54,8 @@ GridFsPlace::~GridFsPlace()
 
 QString GridFsPlace::nameOf(Part part) const
 {
-    static const std::array<const char *, PartCount> suffixes{".files", ".chunks", ".kodms.puts",
-                                                              ".kodms.removed", ".kodms.live"};
+    static const std::array<const char *, PartCount> suffixes{
+        ".files", ".chunks", ".kodms.puts", ".kodms.removed", ".kodms.live", ".kodms.strays"};
     return m_server->bucket() + QString::fromLatin1(suffixes[part]);
 }
 
@@ -158,8 +158,8 @@ Result<qint64> GridFsPlace::remove(Part part, const Bson &filter) const
 Outcome GridFsPlace::command(const char *database, const Bson &command, bson_t *reply) const
 {
     bson_error_t error{};
-    const bool done =
-        mongoc_client_command_simple(m_client, database, command.get(), nullptr, reply, &error);
+    const bool done = mongoc_client_write_command_with_opts(m_client, database, command.get(),
+                                                            nullptr, reply, &error);
     return done ? Outcome::success() : failure("command", error);
 }
 

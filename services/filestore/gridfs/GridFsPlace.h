@@ -19,10 +19,11 @@ namespace KODMS::Services {
 ///   BUCKET.kodms.puts             one document for each name that is being put
 ///   BUCKET.kodms.removed          files whose contents are still to go
 ///   BUCKET.kodms.live             programs that put, and backups that hold
+///   BUCKET.kodms.strays           chunks that nothing led to when a sweep came by
 /// A change is acknowledged by the majority of the servers.
 class GridFsPlace {
 public:
-    enum Part { Files, Chunks, Puts, Removed, Live, PartCount };
+    enum Part { Files, Chunks, Puts, Removed, Live, Strays, PartCount };
 
     explicit GridFsPlace(std::shared_ptr<GridFsServer> server);
     ~GridFsPlace();

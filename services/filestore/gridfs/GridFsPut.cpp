@@ -12,7 +12,6 @@
 #include "services/notices/NoticeHub.h"
 
 #include <QCoreApplication>
-#include <QDateTime>
 
 namespace KODMS::Services {
 
@@ -185,8 +184,11 @@ Outcome GridFsPut::fill(const QString &localPath, Progress &progress)
 
 Outcome GridFsPut::publish()
 {
-    const qint64 now = QDateTime::currentMSecsSinceEpoch();
-    if (Outcome published = m_place.insert(GridFsPlace::Files, m_file.toBson(now)); !published)
+    const auto now = m_place.now();
+    if (!now)
+        return now.outcome;
+    if (Outcome published = m_place.insert(GridFsPlace::Files, m_file.toBson(now.value));
+        !published)
         return published;
     if (Outcome same = readBack(); !same)
         return same;

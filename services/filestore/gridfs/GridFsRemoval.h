@@ -23,10 +23,11 @@ public:
     /// Somebody holds the store, or was killed while holding it.
     Result<bool> isHeld() const;
 
-private:
-    Outcome removeOne(const GridFsFile &file) const;
     /// The number of the last chunk, -1 when it is no number; nothing when there is no chunk.
     Result<std::optional<qint64>> lastChunk(const GridFsId &id) const;
+
+private:
+    Outcome removeOne(const GridFsFile &file) const;
 
     const GridFsPlace &m_place;
 };

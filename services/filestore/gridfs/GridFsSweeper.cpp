@@ -15,13 +15,6 @@ namespace {
 
 constexpr std::size_t LookedUpAtOnce = 1000;
 
-Bson onlyId()
-{
-    Bson options;
-    options.document("projection", Bson().small("_id", 1));
-    return options;
-}
-
 Bson seenBefore(qint64 time)
 {
     Bson range;
@@ -79,13 +72,17 @@ Outcome GridFsSweeper::sweep() const
     const auto now = m_place.now();
     if (!now)
         return now.outcome;
-    const auto ids = orphans(now.value);
+    const auto ids = strays();
     if (!ids)
         return ids.outcome;
     for (const GridFsId &id : ids.value)
-        if (Outcome removed = GridFsRemoval(m_place).removeChunks(id); !removed)
-            return removed;
-    return Outcome::success();
+        if (Outcome done = sweepStray(id, now.value); !done)
+            return done;
+    // The others were put to their end, or are gone.
+    Bson others;
+    if (!ids.value.empty())
+        others.document("_id", Bson().ids("$nin", ids.value));
+    return m_place.remove(GridFsPlace::Strays, others).outcome;
 }
 
 Result<QStringList> GridFsSweeper::leftovers() const
@@ -95,7 +92,7 @@ Result<QStringList> GridFsSweeper::leftovers() const
         return now.outcome;
     const auto puts = brokenPuts(now.value);
     const auto removed = freeRemoved();
-    const auto chunks = orphans(now.value);
+    const auto chunks = strays();
     const auto foreign = GridFsCatalog(m_place).foreign();
     for (const Outcome &read : {puts.outcome, removed.outcome, chunks.outcome, foreign.outcome})
         if (!read)
@@ -190,7 +187,7 @@ Outcome GridFsSweeper::finishRemoval(const Remain &removed, qint64 now) const
     return m_place.remove(GridFsPlace::Removed, stale).outcome;
 }
 
-Result<GridFsSweeper::Ids> GridFsSweeper::orphans(qint64 now) const
+Result<GridFsSweeper::Ids> GridFsSweeper::strays() const
 {
     // The index answers this by itself; no content is read.
     Bson options;
@@ -203,18 +200,18 @@ Result<GridFsSweeper::Ids> GridFsSweeper::orphans(qint64 now) const
                                       [&](const BsonView &chunk) {
                                           candidates.push_back(chunk.id("files_id"));
                                           if (candidates.size() == LookedUpAtOnce)
-                                              kept = keepOrphans(now, candidates, found);
+                                              kept = keepStrays(candidates, found);
                                           return kept.ok;
                                       });
     if (read && kept)
-        kept = keepOrphans(now, candidates, found);
+        kept = keepStrays(candidates, found);
     if (!read || !kept)
         return read ? kept : read;
     return found;
 }
 
 /// Puts, then files, then what is removed: in this order a file passes through them.
-Outcome GridFsSweeper::keepOrphans(qint64 now, Ids &candidates, Ids &orphans) const
+Outcome GridFsSweeper::keepStrays(Ids &candidates, Ids &strays) const
 {
     QSet<QString> known;
     Outcome read = addIds(GridFsPlace::Puts, Bson(), "file", known);
@@ -223,14 +220,9 @@ Outcome GridFsSweeper::keepOrphans(qint64 now, Ids &candidates, Ids &orphans) co
                       "_id", known);
     if (read)
         read = addIds(GridFsPlace::Removed, Bson(), "_id", known);
-    for (const GridFsId &id : candidates) {
-        if (!read || known.contains(id.text()))
-            continue;
-        const auto abandoned = isAbandoned(id, now);
-        read = abandoned.outcome;
-        if (abandoned.value)
-            orphans.push_back(id);
-    }
+    for (const GridFsId &id : candidates)
+        if (read && !known.contains(id.text()))
+            strays.push_back(id);
     candidates.clear();
     return read;
 }
@@ -246,19 +238,37 @@ Outcome GridFsSweeper::addIds(GridFsPlace::Part part, const Bson &filter, const 
     });
 }
 
-Result<bool> GridFsSweeper::isAbandoned(const GridFsId &id, qint64 now) const
+/// An object id tells the time of whoever made it, which may be any. So a stray is noted with
+/// the server's time when it is met, and again when it has grown since; it goes when it has
+/// been noted for a day.
+Outcome GridFsSweeper::sweepStray(const GridFsId &id, qint64 now) const
 {
-    Bson last = onlyId();
-    last.document("sort", Bson().small("n", -1)).number("limit", 1);
-    qint64 madeAt = -1;
-    const Outcome read = m_place.each(GridFsPlace::Chunks, Bson().id("files_id", id), last,
-                                      [&madeAt](const BsonView &chunk) {
-                                          madeAt = chunk.id("_id").madeAt();
-                                          return false;
-                                      });
-    if (!read)
-        return read;
-    return madeAt >= 0 && madeAt < now - ForeignPutMs;
+    const GridFsRemoval removal(m_place);
+    const auto last = removal.lastChunk(id);
+    if (!last || !last.value)
+        return last.outcome;
+    const auto asItIs = [&] {
+        Bson filter;
+        filter.id("_id", id).number("last", *last.value);
+        return filter;
+    };
+    Bson noted = asItIs();
+    noted.document("seen", seenBefore(now - ForeignPutMs));
+    const auto isAbandoned = m_place.any(GridFsPlace::Strays, noted);
+    if (!isAbandoned)
+        return isAbandoned.outcome;
+    if (isAbandoned.value) {
+        const Outcome removed = removal.removeChunks(id);
+        return removed ? m_place.remove(GridFsPlace::Strays, Bson().id("_id", id)).outcome
+                       : removed;
+    }
+    const auto isNoted = m_place.any(GridFsPlace::Strays, asItIs());
+    if (!isNoted || isNoted.value)
+        return isNoted.outcome;
+    const auto forgotten = m_place.remove(GridFsPlace::Strays, Bson().id("_id", id));
+    return forgotten ? m_place.updateOrInsert(GridFsPlace::Strays, asItIs(), GridFsPulse::seenNow())
+                           .outcome
+                     : forgotten.outcome;
 }
 
 } // namespace KODMS::Services

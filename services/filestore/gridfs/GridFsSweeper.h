@@ -15,8 +15,8 @@ namespace KODMS::Services {
 /// server's, so that clocks of several machines need not agree.
 class GridFsSweeper {
 public:
-    /// Chunks without a file that nobody of ours has begun may be a put of another
-    /// client; after a day without a new chunk they are a broken one.
+    /// Chunks without a file that nobody of ours has begun are strays. They may be a put of
+    /// another client; when they have not grown for a day they are a broken one.
     static constexpr qint64 ForeignPutMs = 24 * 60 * 60 * 1000;
 
     explicit GridFsSweeper(const GridFsPlace &place) : m_place(place) {}
@@ -25,9 +25,10 @@ public:
     Outcome sweepOurs() const;
     /// What a killed put of this name left; nothing while that put may go on.
     Outcome sweepPut(const QString &name) const;
-    /// What our programs left, and chunks that nothing leads to.
+    /// What our programs left, and strays that an earlier sweep has met a day ago; notes
+    /// the others.
     Outcome sweep() const;
-    /// What sweep() would remove, and files that are no stored files.
+    /// What our programs left, strays, and files that are no stored files.
     Result<QStringList> leftovers() const;
 
 private:
@@ -44,9 +45,9 @@ private:
     Result<Remains> remainsIn(GridFsPlace::Part part) const;
     Result<Remains> brokenPuts(qint64 now) const;
     Result<Remains> freeRemoved() const;
-    Result<Ids> orphans(qint64 now) const;
-    Outcome keepOrphans(qint64 now, Ids &candidates, Ids &orphans) const;
-    Result<bool> isAbandoned(const GridFsId &id, qint64 now) const;
+    Result<Ids> strays() const;
+    Outcome keepStrays(Ids &candidates, Ids &strays) const;
+    Outcome sweepStray(const GridFsId &id, qint64 now) const;
     Outcome addIds(GridFsPlace::Part part, const Bson &filter, const char *key,
                    QSet<QString> &known) const;
     Outcome clear(const Remain &put, qint64 now) const;
