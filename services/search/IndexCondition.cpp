@@ -2,7 +2,28 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/search/IndexCondition.h"
 
+#include <algorithm>
+
 namespace KODMS::Services {
+
+bool IndexCondition::operator==(const IndexCondition &other) const
+{
+    return kind == other.kind && column == other.column && number == other.number &&
+           members == other.members && test == other.test && children == other.children;
+}
+
+/// One of some alternatives is also one of more.
+bool IndexCondition::implies(const IndexCondition &other) const
+{
+    const auto isAlternative = [&other](const IndexCondition &one) {
+        if (other.kind != Kind::Any)
+            return one == other;
+        return std::find(other.children.begin(), other.children.end(), one) != other.children.end();
+    };
+    if (kind != Kind::Any)
+        return isAlternative(*this);
+    return std::all_of(children.begin(), children.end(), isAlternative);
+}
 
 int IndexCondition::cost() const
 {

@@ -34,6 +34,12 @@ struct IndexCondition {
 
     /// What asking a segment costs, roughly: the cheap ones come first.
     int cost() const;
+
+    /// Whether both say the same, word by word.
+    bool operator==(const IndexCondition &other) const;
+
+    /// Whether it is easily seen that rows which meet this one meet the other one, too.
+    bool implies(const IndexCondition &other) const;
 };
 
 } // namespace KODMS::Services

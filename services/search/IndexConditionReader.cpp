@@ -38,6 +38,22 @@ bool joinMembers(IndexCondition &first, const IndexCondition &second, bool isAll
     return true;
 }
 
+/// Of conditions that all have to be met, those that another one implies say nothing: as the
+/// scope of a user beside a bracket that asks for his own rows.
+void dropImplied(std::vector<IndexCondition> &all)
+{
+    constexpr std::size_t most = 32; // longer lists are looked through as they stand
+    for (std::size_t i = all.size() <= most ? 0 : all.size(); i < all.size();) {
+        const auto isImplied = [&](const IndexCondition &other) {
+            return &other != &all[i] && other.implies(all[i]);
+        };
+        if (std::any_of(all.begin(), all.end(), isImplied))
+            all.erase(all.begin() + static_cast<std::ptrdiff_t>(i));
+        else
+            ++i;
+    }
+}
+
 /// A set of one is a number, an empty one is nothing.
 void simplify(IndexCondition &condition)
 {
@@ -89,6 +105,8 @@ std::optional<IndexCondition> IndexConditionReader::group(const Condition &condi
     }
     for (IndexCondition &child : made.children)
         simplify(child);
+    if (isAll)
+        dropImplied(made.children);
     return made;
 }
 

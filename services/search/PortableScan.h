@@ -34,6 +34,17 @@ inline std::uint64_t hits(const std::uint8_t *bytes, const Probe &probe)
     return found;
 }
 
+/// The same for sixteen places.
+inline std::uint64_t hits16(const std::uint8_t *bytes, const Probe &probe)
+{
+    std::uint64_t found = 0;
+    for (unsigned i = 0; i < 16; ++i) {
+        const bool isHere = (bytes[i + probe.offset] | probe.caseBit) == probe.byte;
+        found |= static_cast<std::uint64_t>(isHere) << i;
+    }
+    return found;
+}
+
 /// The same with two bytes.
 inline std::uint64_t hits(const std::uint8_t *bytes, const Probe &first, const Probe &second)
 {

@@ -3,6 +3,7 @@
 #include "services/search/SegmentFilter.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace KODMS::Services {
 
@@ -10,12 +11,15 @@ SegmentFilter::SegmentFilter(const IndexCondition &condition) : m_root(prepare(c
 
 SegmentFilter::Node SegmentFilter::prepare(const IndexCondition &condition)
 {
-    Node node{&condition, {}, {}};
+    Node node;
+    node.condition = &condition;
+    node.cost = condition.cost();
     for (const IndexCondition &child : condition.children)
         node.children.push_back(prepare(child));
-    std::stable_sort(node.children.begin(), node.children.end(), [](const Node &a, const Node &b) {
-        return a.condition->cost() < b.condition->cost();
-    });
+    std::stable_sort(node.children.begin(), node.children.end(),
+                     [](const Node &a, const Node &b) { return a.cost < b.cost; });
+    node.order.resize(node.children.size());
+    std::iota(node.order.begin(), node.order.end(), std::size_t{0});
     return node;
 }
 
@@ -36,12 +40,7 @@ void SegmentFilter::keep(const Node &node, const IndexSegment &segment, RowBits 
         rows = {};
         return;
     case IndexCondition::Kind::All:
-        for (const Node &child : node.children) {
-            if (rows.isEmpty())
-                return;
-            keep(child, segment, rows);
-        }
-        return;
+        return keepAll(node, segment, rows);
     case IndexCondition::Kind::Any:
         return keepAny(node, segment, rows);
     case IndexCondition::Kind::Id:
@@ -57,6 +56,24 @@ void SegmentFilter::keep(const Node &node, const IndexSegment &segment, RowBits 
     case IndexCondition::Kind::Text:
         return segment.texts(condition.column).keepMatching(*condition.test, rows);
     }
+}
+
+/// What has sorted out the most for its cost so far comes first, and leaves the others less.
+void SegmentFilter::keepAll(const Node &node, const IndexSegment &segment, RowBits &rows)
+{
+    int left = rows.count();
+    for (const std::size_t place : node.order) {
+        if (left == 0)
+            break;
+        const Node &child = node.children[place];
+        child.asked += left;
+        keep(child, segment, rows);
+        left = rows.count();
+        child.kept += left;
+    }
+    std::stable_sort(node.order.begin(), node.order.end(), [&node](std::size_t a, std::size_t b) {
+        return node.children[a].price() < node.children[b].price();
+    });
 }
 
 /// Each alternative is asked for the rows that no former one has found.

@@ -91,6 +91,11 @@ inline __m128i probed(const std::uint8_t *bytes, const Probe &probe)
     return _mm_cmpeq_epi8(_mm_or_si128(load(bytes + probe.offset), probe.caseBit), probe.byte);
 }
 
+inline std::uint64_t hits16(const std::uint8_t *bytes, const Probe &probe)
+{
+    return bits(probed(bytes, probe), 0);
+}
+
 inline std::uint64_t hits(const std::uint8_t *bytes, const Probe &probe)
 {
     std::uint64_t found = 0;

@@ -6,6 +6,7 @@
 #include "services/search/TextTest.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <stdexcept>
 
@@ -22,8 +23,12 @@ RowBits::Word below(int bit)
     return (RowBits::Word{1} << bit) - 1;
 }
 
-/// Looks for the part of a test, a step at a time. Behind the texts there are only NULs, and
-/// the part's last byte is always looked for: what is compared after that stands within.
+/// One text is short, and asked in shorter steps.
+constexpr int shortStep = 16;
+
+/// Looks for the part of a test, a step at a time, from a place on that has room for the part.
+/// Behind the texts there are only NULs, and the part's last byte is always looked for: what is
+/// compared after that stands within.
 class PartScan {
 public:
     explicit PartScan(const TextTest &test)
@@ -45,7 +50,28 @@ public:
         return found != 0 && !m_isProbed ? compared(text, found) : found;
     }
 
+    /// Whether the part begins at one of so many places of a text.
+    bool isAmong(const char *text, std::size_t places) const
+    {
+        for (; places > shortStep; places -= shortStep, text += shortStep) {
+            if (shortHits(text, below(shortStep)) != 0)
+                return true;
+        }
+        return shortHits(text, below(static_cast<int>(places))) != 0;
+    }
+
 private:
+    /// The same in a short step.
+    RowBits::Word shortHits(const char *text, RowBits::Word among) const
+    {
+        const auto *bytes = reinterpret_cast<const std::uint8_t *>(text);
+        RowBits::Word found =
+            among & ByteScan::hits16(bytes, m_first) & ByteScan::hits16(bytes, m_last);
+        if (found != 0 && m_hasThird)
+            found &= ByteScan::hits16(bytes, m_third);
+        return found != 0 && !m_isProbed ? compared(text, found) : found;
+    }
+
     RowBits::Word compared(const char *text, RowBits::Word found) const;
 
     const TextTest &m_test;
@@ -65,6 +91,16 @@ RowBits::Word PartScan::compared(const char *text, RowBits::Word found) const
             found &= ~(RowBits::Word{1} << bit);
     }
     return found;
+}
+
+/// Memory that will be read soon begins to come.
+void fetch(const char *place)
+{
+#if defined(__GNUC__)
+    __builtin_prefetch(place);
+#else
+    static_cast<void>(place);
+#endif
 }
 
 } // namespace
@@ -106,13 +142,12 @@ RowBits TextBlock::containing(const TextTest &test) const
 {
     RowBits found;
     const std::size_t used = m_ends.empty() ? 0 : m_ends.back();
-    if (used < test.length())
-        return found;
     const PartScan scan(test);
     RowBits::Word carry = 0;
     for (std::size_t base = 0; base < used; base += step) {
         const char *text = m_text.data() + base;
-        const RowBits::Word here = scan.hits(text, ~RowBits::Word{0});
+        const bool hasRoom = used - base > test.length();
+        const RowBits::Word here = hasRoom ? scan.hits(text, ~RowBits::Word{0}) : 0;
         if (here == 0 && carry == 0)
             continue;
         const RowBits::Word ends =
@@ -128,21 +163,23 @@ RowBits TextBlock::containing(const TextTest &test) const
     return found;
 }
 
-bool TextBlock::contains(int place, const TextTest &test) const
+/// The texts that are asked stand apart: each is fetched while others are looked at.
+RowBits TextBlock::containing(const TextTest &test, const RowBits &among) const
 {
-    const std::size_t start = startOf(place);
-    const std::size_t end = m_ends[static_cast<std::size_t>(place)];
-    if (end - start <= test.length())
-        return false;
+    constexpr std::size_t ahead = 12;
+    std::array<std::uint16_t, RowBits::mostRows + ahead> places{};
+    std::size_t count = 0;
+    among.forEach([&](int place) { places[count++] = static_cast<std::uint16_t>(place); });
     const PartScan scan(test);
-    const std::size_t behindLast = end - test.length(); // the part's first byte stands before
-    for (std::size_t base = start; base < behindLast; base += step) {
-        const std::size_t left = behindLast - base;
-        const RowBits::Word among = left < step ? below(static_cast<int>(left)) : ~RowBits::Word{0};
-        if (scan.hits(m_text.data() + base, among) != 0)
-            return true;
+    RowBits found;
+    for (std::size_t i = 0; i < count; ++i) {
+        fetch(m_text.data() + startOf(places[i + ahead]));
+        const std::size_t start = startOf(places[i]);
+        const std::size_t size = m_ends[places[i]] - start; // with its NUL
+        if (size > test.length() && scan.isAmong(m_text.data() + start, size - test.length()))
+            found.add(places[i]);
     }
-    return false;
+    return found;
 }
 
 std::size_t TextBlock::bytes() const

@@ -27,8 +27,8 @@ public:
     /// The texts that contain the part of a Contains test.
     RowBits containing(const TextTest &test) const;
 
-    /// Whether one text does.
-    bool contains(int place, const TextTest &test) const;
+    /// The same, of these texts alone: for a part of them, faster than all.
+    RowBits containing(const TextTest &test, const RowBits &among) const;
 
     std::size_t bytes() const;
 

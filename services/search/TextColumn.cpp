@@ -14,7 +14,7 @@ namespace {
 constexpr std::size_t rowsToShare = 4;
 
 /// Fewer rows than one in so many are looked at one by one.
-constexpr int rowsToScan = 32;
+constexpr int rowsToScan = 5;
 
 } // namespace
 
@@ -50,13 +50,6 @@ std::string_view TextColumn::at(int row) const
     return m_block.at(m_isShared ? static_cast<int>(m_places.at(row)) : row);
 }
 
-bool TextColumn::meets(int place, const TextTest &test) const
-{
-    if (test.kind() == TextTest::Kind::Contains)
-        return m_block.contains(place, test);
-    return test.matches(m_block.at(place));
-}
-
 /// The texts of the block, not the rows.
 RowBits TextColumn::meeting(const TextTest &test) const
 {
@@ -83,9 +76,13 @@ void TextColumn::keepMatching(const TextTest &test, RowBits &rows) const
         rows.keep(meeting(test));
         return;
     }
+    if (test.kind() == TextTest::Kind::Contains) {
+        rows = m_block.containing(test, rows);
+        return;
+    }
     RowBits kept;
     rows.forEach([&](int row) {
-        if (meets(row, test))
+        if (test.matches(m_block.at(row)))
             kept.add(row);
     });
     rows = kept;

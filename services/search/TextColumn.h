@@ -23,7 +23,6 @@ public:
     std::size_t bytes() const { return m_block.bytes() + m_places.bytes(); }
 
 private:
-    bool meets(int place, const TextTest &test) const;
     RowBits meeting(const TextTest &test) const;
     bool share(const std::vector<std::string_view> &texts);
 

@@ -26,6 +26,12 @@ public:
 
     bool matches(std::string_view text) const;
 
+    /// Whether both ask the same.
+    bool operator==(const TextTest &other) const
+    {
+        return m_kind == other.m_kind && m_text == other.m_text && m_number == other.m_number;
+    }
+
     // For Contains: what a scan looks for (the part's last byte is the second), whether that
     // is all of the part, and whether the part stands at a place that has room for it.
     using Probes = std::array<ByteProbe, 3>;

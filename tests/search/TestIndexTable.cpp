@@ -21,6 +21,8 @@ private Q_SLOTS:
     void pagesAreWindowsOfTheOrder_data();
     void pagesAreWindowsOfTheOrder();
     void segmentsStayFilled();
+    void oneOfSomeIsOneOfMore();
+    void theOrderOfConditionsChangesNothing();
 };
 
 namespace {
@@ -163,6 +165,72 @@ void TestIndexTable::segmentsStayFilled()
     QCOMPARE(table.segments().size(), std::size_t{10});
     table.apply({{501, rowOf(501, 120, 0, "x")}});
     QCOMPARE(table.segments().size(), std::size_t{11});
+}
+
+namespace {
+
+IndexCondition isNumber(Number number)
+{
+    IndexCondition condition;
+    condition.kind = IndexCondition::Kind::Number;
+    condition.number = number;
+    return condition;
+}
+
+IndexCondition hasPart(const std::string &part)
+{
+    IndexCondition condition;
+    condition.kind = IndexCondition::Kind::Text;
+    condition.test = TextTest::contains(part);
+    return condition;
+}
+
+IndexCondition group(IndexCondition::Kind kind, std::vector<IndexCondition> children)
+{
+    IndexCondition condition;
+    condition.kind = kind;
+    condition.children = std::move(children);
+    return condition;
+}
+
+} // namespace
+
+void TestIndexTable::oneOfSomeIsOneOfMore()
+{
+    using Kind = IndexCondition::Kind;
+    const IndexCondition some = group(Kind::Any, {isNumber(1), hasPart("a")});
+    const IndexCondition more = group(Kind::Any, {hasPart("a"), isNumber(2), isNumber(1)});
+    QVERIFY(some.implies(more));
+    QVERIFY(some.implies(some));
+    QVERIFY(!more.implies(some));
+    QVERIFY(isNumber(2).implies(more));
+    QVERIFY(!isNumber(3).implies(more));
+    QVERIFY(!hasPart("b").implies(more));
+    QVERIFY(!more.implies(isNumber(2)));
+    QVERIFY(!group(Kind::All, {isNumber(1), hasPart("b")}).implies(some)); // not easily seen
+    IndexCondition otherColumn = isNumber(1);
+    otherColumn.column = 1;
+    QVERIFY(!otherColumn.implies(more));
+}
+
+/// What sorts out the most is asked first, and differs from segment to segment.
+void TestIndexTable::theOrderOfConditionsChangesNothing()
+{
+    constexpr int rows = 400;
+    IndexTable table(1, 1, 40);
+    for (int i = 0; i < rows; ++i)
+        table.append(rowOf(i, i, i < rows / 2 ? i % 5 : 1, i % 3 == 0 ? "needle" : "hay"));
+    table.flush();
+    using Kind = IndexCondition::Kind;
+    const IndexCondition both = group(Kind::All, {hasPart("NEED"), isNumber(1)});
+    TableSearch search(table);
+    search.run(both, {TableSearch::Order::Time, false, 0, rows});
+    std::vector<Number> expected;
+    for (int i = 0; i < rows; ++i) {
+        if (i % 3 == 0 && (i >= rows / 2 || i % 5 == 1))
+            expected.push_back(i);
+    }
+    QVERIFY(search.ids() == expected);
 }
 
 KODMS_TEST_MAIN(TestIndexTable, QCoreApplication)

@@ -96,6 +96,8 @@ void TestScans::bothFindTheSameBytes()
         const std::uint64_t expected = PortableScan::hits(start, first, second);
         QCOMPARE(Sse2Scan::hits(start, first, second), expected);
         QCOMPARE(Sse2Scan::hits(start, first), PortableScan::hits(start, first));
+        QCOMPARE(Sse2Scan::hits16(start, first), PortableScan::hits16(start, first));
+        QCOMPARE(PortableScan::hits16(start, first), PortableScan::hits(start, first) & 0xffffU);
         found += expected != 0 ? 1 : 0;
     }
     QVERIFY(found > 300);

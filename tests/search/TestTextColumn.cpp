@@ -20,6 +20,7 @@ private Q_SLOTS:
     void columnsFindWhatTheirTextsHave();
     void nothingIsFoundAcrossTwoTexts();
     void aTextMayBeLong();
+    void aPartOfAnyLengthStaysWithinTheTexts();
     void repeatedTextsStandOnce();
 };
 
@@ -136,6 +137,27 @@ void TestTextColumn::aTextMayBeLong()
     QCOMPARE(countOf(column, TextTest::contains("NEEDLE"), 3), 2);
     QCOMPARE(countOf(column, TextTest::contains(text), 3), 1);
     QCOMPARE(countOf(column, TextTest::contains(text + "x"), 3), 0);
+}
+
+/// A scan that looked for a part's end behind the last text would read foreign memory.
+void TestTextColumn::aPartOfAnyLengthStaysWithinTheTexts()
+{
+    constexpr int longest = 200;
+    std::vector<std::string> texts;
+    for (int length = 0; length < longest; ++length)
+        texts.emplace_back(static_cast<std::size_t>(length), length % 2 == 0 ? 'y' : 'z');
+    const TextColumn column(viewsOf(texts));
+    RowBits few;
+    few.add(longest - 2);
+    few.add(longest - 4);
+    for (int length = 1; length <= longest; ++length) {
+        const TextTest test =
+            TextTest::contains(std::string(static_cast<std::size_t>(length), 'Y'));
+        QCOMPARE(countOf(column, test, longest), (longest - length) / 2);
+        RowBits found = few;
+        column.keepMatching(test, found);
+        QCOMPARE(found.count(), length > longest - 2 ? 0 : length > longest - 4 ? 1 : 2);
+    }
 }
 
 void TestTextColumn::repeatedTextsStandOnce()
