@@ -2846,6 +2846,10 @@ Roles: %2</translation>
         <source>数据库操作失败</source>
         <translation>the database operation failed</translation>
     </message>
+    <message>
+        <source>保存时与数据库的连接中断，可能已经保存，请先查看再决定是否重做</source>
+        <translation>the connection to the database was lost while saving; it may have been saved: please look before you repeat it</translation>
+    </message>
 </context>
 <context>
     <name>StoreCheck</name>

@@ -10,6 +10,7 @@
 #include <QElapsedTimer>
 #include <QSqlDatabase>
 #include <QSqlError>
+#include <QSqlRecord>
 #include <QThread>
 
 namespace KODMS::Services {
@@ -199,6 +200,11 @@ SqlQuery Database::prepare(const QString &sql)
 
 void Database::runOnce(const QString &sql)
 {
+    textOnce(sql, {});
+}
+
+QString Database::textOnce(const QString &sql, const QString &column)
+{
     const QSqlDatabase connection = QSqlDatabase::database(m_connectionName, false);
     if (!connection.isOpen())
         throw SqlError(SqlError::Kind::Lost, sql, QStringLiteral("the connection is closed"));
@@ -207,6 +213,8 @@ void Database::runOnce(const QString &sql)
     m_dialect->statementStarts();
     if (!query.exec(sql))
         throw failure(query.lastError(), sql);
+    const int place = column.isEmpty() ? -1 : query.record().indexOf(column);
+    return place >= 0 && query.next() ? query.value(place).toString() : QString();
 }
 
 void Database::run(const QString &sql)

@@ -88,6 +88,8 @@ private:
     QSqlQuery prepared(const QString &sql, const QString &name, Result result = Result::Kept);
     QSqlQuery prepareOnce(const QString &sql, const QString &name, Result result);
     void runOnce(const QString &sql);
+    /// The value in the first row of the result, null when there is no such column or row.
+    QString textOnce(const QString &sql, const QString &column);
     void keep(const QString &name, const QSqlQuery &query);
     void discard(const QSqlQuery &query);
     void open(Open mode);
@@ -112,6 +114,7 @@ private:
     bool m_isWriting = false;
     bool m_isAbandoned = false; ///< a rollback failed, and no transaction began since
     bool m_isBroken = false;    ///< the transaction can only be undone
+    QString m_transactionId;    ///< of a writing one, where the engine names them
     int m_generation = 0;
     QVector<QSqlQuery> m_discarded; ///< statements that are done with
 };

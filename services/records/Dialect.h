@@ -43,8 +43,13 @@ public:
 
     virtual SqlError::Kind kindOf(const QSqlError &error) const = 0;
 
-    /// Start a transaction that will write, and wait for other writers.
+    /// Start a transaction that will write, and wait for other writers. Where one may be saved
+    /// although its connection is lost, a result's column transaction_id names it.
     virtual QStringList beginWrite() const = 0;
+
+    /// Gives in its column fate "committed" or "aborted" for a transaction that another
+    /// connection has named, once no writer is at work; anything else when that is not known.
+    virtual QString fateOf(const QString &transactionId) const = 0;
 
     /// Starts a transaction that only reads one state of the database.
     virtual QString beginRead() const = 0;

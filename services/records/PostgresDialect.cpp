@@ -131,7 +131,8 @@ QStringList PostgresDialect::beginWrite() const
     // Whoever has the lock and is heard of no more lets go of it.
     const QString lock =
         QStringLiteral("SELECT pg_advisory_xact_lock(%1), "
-                       "set_config('idle_in_transaction_session_timeout', '%2', true)")
+                       "set_config('idle_in_transaction_session_timeout', '%2', true), "
+                       "CAST(pg_current_xact_id() AS TEXT) AS transaction_id")
             .arg(writersLock)
             .arg(m_silenceTimeoutMs);
     const QString limit = QStringLiteral("SET LOCAL statement_timeout = %1");
@@ -139,6 +140,11 @@ QStringList PostgresDialect::beginWrite() const
     if (timeout == 0 || timeout > m_busyTimeoutMs)
         return {begin, lock};
     return {begin, limit.arg(0), lock, limit.arg(timeout)};
+}
+
+QString PostgresDialect::fateOf(const QString &transactionId) const
+{
+    return QStringLiteral("SELECT pg_xact_status(CAST('%1' AS xid8)) AS fate").arg(transactionId);
 }
 
 QString PostgresDialect::beginRead() const

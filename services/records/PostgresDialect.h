@@ -18,6 +18,7 @@ public:
     void opened(QSqlDatabase &connection, const DatabaseSettings &settings) override;
     SqlError::Kind kindOf(const QSqlError &error) const override;
     QStringList beginWrite() const override;
+    QString fateOf(const QString &transactionId) const override;
     QString beginRead() const override;
 
     bool isServer() const override { return true; }

@@ -29,6 +29,8 @@ QString SqlError::userText() const
         return tr("无法连接数据库");
     case Kind::Timeout:
         return tr("查询超时，已中止");
+    case Kind::Unsure:
+        return tr("保存时与数据库的连接中断，可能已经保存，请先查看再决定是否重做");
     case Kind::Other:
         break;
     }

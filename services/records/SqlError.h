@@ -20,6 +20,7 @@ public:
         Corrupt,    ///< damaged, or not a database at all
         Lost,       ///< the connection to the database is gone, or was never there
         Timeout,    ///< the statement took longer than the statement time-out
+        Unsure,     ///< the connection was lost while saving: it may be saved or not
         Other
     };
 

@@ -17,6 +17,9 @@ public:
     void opened(QSqlDatabase &connection, const DatabaseSettings &settings) override;
     SqlError::Kind kindOf(const QSqlError &error) const override;
     QStringList beginWrite() const override;
+
+    QString fateOf(const QString & /*transactionId*/) const override { return {}; }
+
     QString beginRead() const override;
 
     bool isServer() const override { return false; }

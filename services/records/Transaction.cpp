@@ -3,6 +3,7 @@
 #include "services/records/Transaction.h"
 
 #include "services/notices/NoticeHub.h"
+#include "services/notices/OneLine.h"
 #include "services/records/Database.h"
 #include "services/records/Dialect.h"
 #include "services/records/WriteListener.h"
@@ -44,9 +45,14 @@ void Transaction::begin(bool writes)
         rollBack();
     const QStringList statements = writes ? dialect.beginWrite() : QStringList(dialect.beginRead());
     m_database.run(statements.first());
+    m_database.m_transactionId.clear();
     try {
-        for (int i = 1; i < statements.size(); ++i)
-            m_database.runOnce(statements.at(i));
+        for (int i = 1; i < statements.size(); ++i) {
+            const QString id =
+                m_database.textOnce(statements.at(i), QStringLiteral("transaction_id"));
+            if (!id.isEmpty())
+                m_database.m_transactionId = id;
+        }
     } catch (const SqlError &) { // it has begun, and waited in vain
         rollBack();
         throw;
@@ -89,12 +95,65 @@ void Transaction::commit()
     WriteListener *told = listener();
     if (told != nullptr)
         told->writeEnds();
-    m_database.runOnce(m_depth > 0 ? QStringLiteral("RELEASE SAVEPOINT ") + savepoint(m_depth)
-                                   : QStringLiteral("COMMIT"));
+    if (m_depth > 0)
+        m_database.runOnce(QStringLiteral("RELEASE SAVEPOINT ") + savepoint(m_depth));
+    else
+        commitOutermost();
     m_isOpen = false;
     m_database.m_transactionDepth = m_depth;
     if (told != nullptr)
         told->written();
+}
+
+void Transaction::commitOutermost()
+{
+    try {
+        m_database.runOnce(QStringLiteral("COMMIT"));
+    } catch (const SqlError &error) {
+        if (error.kind() != SqlError::Kind::Lost || m_database.m_transactionId.isEmpty())
+            throw;
+        m_isOpen = false; // nothing is left to be undone
+        m_database.m_transactionDepth = m_depth;
+        if (!isSavedAllTheSame())
+            throw;
+    }
+}
+
+/// Whoever waits for an answer does not know whether the server has heard the question.
+bool Transaction::isSavedAllTheSame()
+{
+    QString found;
+    try {
+        m_database.reopen();
+        found = fate();
+    } catch (const SqlError &error) {
+        found = error.logText();
+    }
+    qCInfo(lcRecords).noquote() << "the connection was lost in COMMIT, found afterwards:"
+                                << oneLine(found);
+    if (found == QLatin1String("committed"))
+        return true;
+    if (found == QLatin1String("aborted"))
+        return false;
+    throw SqlError(SqlError::Kind::Unsure, QStringLiteral("COMMIT"), found);
+}
+
+/// As a writer: the server may still be at work on what it was asked over the old connection,
+/// and has ended that when the next writer's turn comes.
+QString Transaction::fate()
+{
+    const Dialect &dialect = m_database.dialect();
+    const QString asked = dialect.fateOf(m_database.m_transactionId);
+    try {
+        for (const QString &statement : dialect.beginWrite())
+            m_database.runOnce(statement);
+        const QString found = m_database.textOnce(asked, QStringLiteral("fate"));
+        rollBack();
+        return found;
+    } catch (const SqlError &) {
+        rollBack();
+        throw;
+    }
 }
 
 void Transaction::rollBack()

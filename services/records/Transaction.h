@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QString>
+
 namespace KODMS::Services {
 
 class Database;
@@ -23,11 +25,16 @@ public:
     Transaction(const Transaction &) = delete;
     Transaction &operator=(const Transaction &) = delete;
 
-    /// When it returns, the outermost transaction's change is on the disk.
+    /// When it returns, the outermost transaction's change is on the disk. Of a connection
+    /// that is lost meanwhile, the server is asked what has become of the change; when it
+    /// cannot be asked, this throws SqlError::Kind::Unsure.
     void commit();
 
 private:
     void begin(bool writes);
+    void commitOutermost();
+    bool isSavedAllTheSame();
+    QString fate();
     WriteListener *listener() const;
     void tellBegin();
     void rollBack();
