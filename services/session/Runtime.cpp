@@ -88,6 +88,7 @@ Result<std::shared_ptr<Runtime>> Runtime::open(const QString &iniPath, const Ope
     const Outcome settled = runtime->settleDeleteMarks();
     if (!settled)
         return settled;
+    runtime->beginForeignChangeLogAnew();
     runtime->trimChangeLog();
     return runtime;
 }
@@ -132,6 +133,36 @@ Outcome Runtime::settleDeleteMarks()
         return Outcome::failure(error.userText());
     }
     return Outcome::success();
+}
+
+bool Runtime::isChangeLogForeign()
+{
+    SqlQuery look = m_records.database().query("select_change_log_is_foreign");
+    return look.exec().next() && look.number("is_foreign") != 0;
+}
+
+/// Of a log that was restored from another server, nobody knows what is new. Whoever follows
+/// it reads everything again. A start does not fail for it: the next one does the same.
+void Runtime::beginForeignChangeLogAnew()
+{
+    constexpr int everything = 0;
+    try {
+        if (!isChangeLogForeign())
+            return;
+        Database &database = m_records.database();
+        Transaction transaction(database);
+        if (!isChangeLogForeign()) // another desk was faster
+            return;
+        database.query("delete_all_changes").exec();
+        database.query("insert_change")
+            .bind(":kind", everything)
+            .bind(":row_id", 0)
+            .bind(":op", 2)
+            .exec();
+        transaction.commit();
+    } catch (const SqlError &error) {
+        qCWarning(lcRecords).noquote() << "begin change log anew" << error.logText();
+    }
 }
 
 /// Whoever follows the log and finds the next entry gone reads everything again. A start

@@ -56,6 +56,8 @@ private:
             std::unique_ptr<FileStore> fileStore, int schemaVersion);
 
     Outcome settleDeleteMarks();
+    void beginForeignChangeLogAnew();
+    bool isChangeLogForeign();
     void trimChangeLog();
     QStringList deleteMarks();
     QStringList removeMarkedBodies();

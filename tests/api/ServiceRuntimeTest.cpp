@@ -7,6 +7,8 @@
 #include "services/session/Runtime.h"
 #include "tests/api/support/Installation.h"
 #include "tests/support/NoticeLog.h"
+#include "tests/support/PlainConnection.h"
+#include "tests/support/TestDatabase.h"
 #include "tests/support/TestMain.h"
 
 #include <QFile>
@@ -47,6 +49,7 @@ private Q_SLOTS:
     void keepsDeleteMarksWhileTheStoreIsAway();
     void aBodyThatAnotherProgramRemoved();
     void theChangeLogDoesNotGrowForEver();
+    void aChangeLogOfAnotherServerIsBegunAnew();
     void aFolderThatCannotBeMadeIsNoticed();
 
 private:
@@ -310,6 +313,32 @@ void ServiceRuntimeTest::theChangeLogDoesNotGrowForEver()
     QCOMPARE(entriesAfterAStart(), 100'000);
     runtime().stop();
     QCOMPARE(entriesAfterAStart(), 100'000);
+}
+
+/// What was restored from elsewhere names transactions that this server has not seen yet.
+void ServiceRuntimeTest::aChangeLogOfAnotherServerIsBegunAnew()
+{
+    if (!KODMS::Tests::TestDatabase::isServer())
+        QSKIP("here no entry names its transaction");
+    QVERIFY(m_home->init());
+    const auto kinds = [this] {
+        const auto configuration = Configuration::load(m_home->iniPath());
+        return KODMS::Tests::PlainConnection(configuration.value.database)
+            .texts(QStringLiteral("SELECT kind FROM change_log ORDER BY seq"));
+    };
+    runSql(QStringLiteral("DELETE FROM change_log"));
+    runSql(QStringLiteral("INSERT INTO change_log (kind, row_id, op) VALUES (1, 1, 2), (2, 1, 2)"));
+    const QStringList own{QStringLiteral("1"), QStringLiteral("2")};
+    QVERIFY(runtime().start(m_home->iniPath()));
+    runtime().stop();
+    QCOMPARE(kinds(), own);
+    runSql(QStringLiteral("UPDATE change_log SET xid = '1000000000000' WHERE kind = 2"));
+    const QStringList anew{QStringLiteral("0")};
+    for (int i = 0; i < 2; ++i) { // once is enough
+        QVERIFY(runtime().start(m_home->iniPath()));
+        runtime().stop();
+        QCOMPARE(kinds(), anew);
+    }
 }
 
 void ServiceRuntimeTest::aFolderThatCannotBeMadeIsNoticed()
