@@ -18,7 +18,9 @@ namespace KODMS::Services {
 namespace {
 
 /// So long a server may take to come up again; then the action fails.
-constexpr int longestReopening = 4000; // ms
+constexpr int longestReopening = 5000; // ms
+/// The last attempt begins when this is left: a client waits for no less.
+constexpr int shortestAttempt = 2000; // ms
 constexpr int pauseOfReopening = 100;
 
 constexpr int mostDiscarded = 20; // statements
@@ -85,11 +87,13 @@ void Database::reopen()
     timer.start();
     for (;;) {
         close();
+        m_dialect->setConnectTimeout(longestReopening - static_cast<int>(timer.elapsed()));
         try {
             open(Open::Existing);
             return;
         } catch (const SqlError &error) {
-            if (error.kind() != SqlError::Kind::Lost || timer.elapsed() > longestReopening)
+            if (error.kind() != SqlError::Kind::Lost ||
+                timer.elapsed() > longestReopening - shortestAttempt - pauseOfReopening)
                 throw;
         }
         QThread::msleep(pauseOfReopening);

@@ -37,11 +37,17 @@ public:
     virtual void configure(QSqlDatabase &connection, const DatabaseSettings &settings,
                            bool create) const = 0;
 
+    /// So long the openings from now on may wait for a server.
+    virtual void setConnectTimeout(int milliseconds) = 0;
+
     /// Right after opening: the connection's own settings, first look at the file.
     /// Throws SqlError.
     virtual void opened(QSqlDatabase &connection, const DatabaseSettings &settings) = 0;
 
     virtual SqlError::Kind kindOf(const QSqlError &error) const = 0;
+
+    /// True when a prepared statement only has to be prepared once more.
+    virtual bool hasForgottenStatement(const QSqlError &error) const = 0;
 
     /// Start a transaction that will write, and wait for other writers. Where one may be saved
     /// although its connection is lost, a result's column transaction_id names it.

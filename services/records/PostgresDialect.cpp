@@ -11,6 +11,8 @@
 #include <QSqlError>
 #include <QSqlQuery>
 
+#include <algorithm>
+
 namespace KODMS::Services {
 
 namespace {
@@ -48,6 +50,8 @@ constexpr KnownState knownStates[] = {
 
 } // namespace
 
+PostgresDialect::PostgresDialect() : m_connectTimeout(PostgresServer::longestConnecting) {}
+
 QString PostgresDialect::sqlFolder() const
 {
     return QStringLiteral("postgres");
@@ -64,7 +68,13 @@ void PostgresDialect::configure(QSqlDatabase &connection, const DatabaseSettings
     PostgresServer server(settings);
     if (create)
         server.makeDatabase();
-    server.configure(connection, settings.name);
+    server.configure(connection, settings.name, m_connectTimeout);
+}
+
+void PostgresDialect::setConnectTimeout(int milliseconds)
+{
+    constexpr int second = 1000; // ms
+    m_connectTimeout = std::clamp(milliseconds / second, 2, PostgresServer::longestConnecting);
 }
 
 void PostgresDialect::opened(QSqlDatabase &connection, const DatabaseSettings &settings)
@@ -122,6 +132,13 @@ SqlError::Kind PostgresDialect::kindOf(const QSqlError &error) const
             return known.kind;
     }
     return SqlError::Kind::Other;
+}
+
+bool PostgresDialect::hasForgottenStatement(const QSqlError &error) const
+{
+    // Unknown, as behind what shares connections; or its table has got other columns.
+    const QString code = error.nativeErrorCode();
+    return code == QLatin1String("26000") || code == QLatin1String("0A000");
 }
 
 QStringList PostgresDialect::beginWrite() const

@@ -11,6 +11,8 @@ namespace KODMS::Services {
 /// The database server: many desks on one set of records.
 class PostgresDialect final : public Dialect {
 public:
+    PostgresDialect();
+
     QString sqlFolder() const override;
     QString qtDriver() const override;
     void configure(QSqlDatabase &connection, const DatabaseSettings &settings,
@@ -18,6 +20,8 @@ public:
     void opened(QSqlDatabase &connection, const DatabaseSettings &settings) override;
     SqlError::Kind kindOf(const QSqlError &error) const override;
     QStringList beginWrite() const override;
+    bool hasForgottenStatement(const QSqlError &error) const override;
+    void setConnectTimeout(int milliseconds) override;
     QString fateOf(const QString &transactionId) const override;
     QString beginRead() const override;
 
@@ -44,6 +48,7 @@ private:
 
     QString m_connectionName;
     std::function<void()> m_wake; ///< empty: nobody listens
+    int m_connectTimeout;         ///< seconds
     int m_busyTimeoutMs = 0;
     std::optional<int> m_timeoutMs; ///< when it is not the configured one
     int m_configuredTimeoutMs = 0;

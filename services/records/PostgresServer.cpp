@@ -76,8 +76,12 @@ QString PostgresServer::password() const
         throw SqlError(SqlError::Kind::Lost, {},
                        QStringLiteral("the password file %1 cannot be read: %2")
                            .arg(m_settings.passwordFile, file.errorString()));
-    const QString line = QString::fromUtf8(file.readLine());
-    return line.endsWith(QLatin1Char('\n')) ? line.chopped(1) : line;
+    QString line = QString::fromUtf8(file.readLine());
+    for (const char end : {'\n', '\r'}) {
+        if (line.endsWith(QLatin1Char(end)))
+            line.chop(1);
+    }
+    return line;
 }
 
 /// Settings that every statement of the connection finds from its first moment on.
@@ -100,7 +104,8 @@ QString PostgresServer::options() const
     return QStringLiteral("-c ") + all.join(QStringLiteral(" -c "));
 }
 
-void PostgresServer::configure(QSqlDatabase &connection, const QString &name) const
+void PostgresServer::configure(QSqlDatabase &connection, const QString &name,
+                               int connectTimeout) const
 {
     connection.setHostName(m_settings.host);
     connection.setPort(m_settings.port);
@@ -108,9 +113,10 @@ void PostgresServer::configure(QSqlDatabase &connection, const QString &name) co
     connection.setUserName(m_settings.user);
     connection.setPassword(password());
     connection.setConnectOptions(
-        QStringLiteral("connect_timeout=4;application_name=kodms;client_encoding=UTF8;"
+        QStringLiteral("connect_timeout=%1;application_name=kodms;client_encoding=UTF8;"
                        "keepalives=1;keepalives_idle=15;keepalives_interval=5;"
-                       "keepalives_count=3;tcp_user_timeout=20000;options='%1'")
+                       "keepalives_count=3;tcp_user_timeout=20000;options='%2'")
+            .arg(connectTimeout)
             .arg(options()));
 }
 

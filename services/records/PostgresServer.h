@@ -16,8 +16,12 @@ class PostgresServer {
 public:
     explicit PostgresServer(const DatabaseSettings &settings) : m_settings(settings) {}
 
-    /// Place, account, password and settings of a connection to the database `name`.
-    void configure(QSqlDatabase &connection, const QString &name) const;
+    static constexpr int longestConnecting = 4; ///< seconds
+
+    /// Place, account, password and settings of a connection to the database `name`. The
+    /// time to connect is in seconds; the client takes fewer than two for two.
+    void configure(QSqlDatabase &connection, const QString &name,
+                   int connectTimeout = longestConnecting) const;
 
     /// Makes the configured database when the server has none of that name.
     void makeDatabase() const;

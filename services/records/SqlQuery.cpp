@@ -126,23 +126,39 @@ void SqlQuery::execOnce()
         fail();
 }
 
+/// A statement that a server has to know first has changed nothing when it does not.
 SqlQuery &SqlQuery::exec()
+{
+    try {
+        execSafely();
+        return *this;
+    } catch (const SqlError &) {
+        if (m_database->isInTransaction() ||
+            !m_database->dialect().hasForgottenStatement(m_query.lastError()))
+            throw;
+    }
+    prepareAgain();
+    execSafely();
+    return *this;
+}
+
+/// A change as a transaction of its own; on a new connection when the old one is lost.
+void SqlQuery::execSafely()
 {
     if (m_database->needsTransaction(m_query.lastQuery())) {
         Transaction alone(*m_database);
         execOnce();
         alone.commit();
-        return *this;
+        return;
     }
     try {
         execOnce();
-        return *this;
+        return;
     } catch (const SqlError &error) {
         if (!m_database->recovers(error))
             throw;
     }
     execOnce();
-    return *this;
 }
 
 bool SqlQuery::next()

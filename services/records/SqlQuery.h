@@ -69,6 +69,7 @@ private:
     bool isStale() const;
     void prepareAgain();
     void execOnce();
+    void execSafely();
     [[noreturn]] void fail() const;
 
     Database *m_database;

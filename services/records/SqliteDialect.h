@@ -18,6 +18,10 @@ public:
     SqlError::Kind kindOf(const QSqlError &error) const override;
     QStringList beginWrite() const override;
 
+    void setConnectTimeout(int /*milliseconds*/) override {}
+
+    bool hasForgottenStatement(const QSqlError & /*error*/) const override { return false; }
+
     QString fateOf(const QString & /*transactionId*/) const override { return {}; }
 
     QString beginRead() const override;

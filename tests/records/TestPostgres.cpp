@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/records/DatabaseSnapshot.h"
 #include "services/records/Dialect.h"
+#include "services/records/PostgresServer.h"
 #include "services/records/RecoveryPoint.h"
 #include "services/records/Transaction.h"
 #include "tests/records/support/Failures.h"
@@ -11,6 +12,7 @@
 #include "tests/support/TestMain.h"
 
 #include <QFile>
+#include <QSqlDatabase>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QThread>
@@ -59,6 +61,8 @@ private Q_SLOTS:
     void aDatabaseOfAnotherKindIsRefused_data();
     void aDatabaseOfAnotherKindIsRefused();
     void aRefusedPasswordStaysSecret();
+    void theEndOfThePasswordsLineIsNoPartOfIt_data();
+    void theEndOfThePasswordsLineIsNoPartOfIt();
     void aPasswordFileThatIsNotThereIsNamed();
     void aTextWithNulIsNeitherStoredNorFound();
     void hostileTextsAreFoundAsTheyStand_data();
@@ -218,6 +222,37 @@ void TestPostgres::aRefusedPasswordStaysSecret()
             QStringLiteral("%1:%2/%3").arg(settings.host).arg(settings.port).arg(settings.name);
         QVERIFY2(error.logText().contains(place), qPrintable(error.logText()));
     }
+}
+
+/// The test's server takes any password: what is read is looked at.
+void TestPostgres::theEndOfThePasswordsLineIsNoPartOfIt()
+{
+    QFETCH(QByteArray, content);
+    auto settings = m_shared->settings();
+    const QTemporaryDir dir;
+    settings.passwordFile = dir.filePath(QStringLiteral("password"));
+    QFile file(settings.passwordFile);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(content);
+    file.close();
+    const QString name = QStringLiteral("line end");
+    QString password;
+    {
+        QSqlDatabase connection = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), name);
+        PostgresServer(settings).configure(connection, settings.name);
+        password = connection.password();
+    }
+    QSqlDatabase::removeDatabase(name);
+    QCOMPARE(password, QStringLiteral("let me in "));
+}
+
+void TestPostgres::theEndOfThePasswordsLineIsNoPartOfIt_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("none") << QByteArray("let me in ");
+    QTest::newRow("one") << QByteArray("let me in \n");
+    QTest::newRow("of two characters") << QByteArray("let me in \r\n");
+    QTest::newRow("and more lines") << QByteArray("let me in \r\nsecond\r\n");
 }
 
 void TestPostgres::aPasswordFileThatIsNotThereIsNamed()

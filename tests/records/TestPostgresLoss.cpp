@@ -7,6 +7,7 @@
 #include "tests/support/PlainConnection.h"
 #include "tests/support/TestMain.h"
 
+#include <QRegularExpression>
 #include <QTest>
 
 #include <memory>
@@ -43,6 +44,8 @@ private Q_SLOTS:
     void theStatementTimeoutOutlivesTheConnection();
     void aChangeIsNeverMadeTwice();
     void aServerThatStaysAwayIsTold();
+    void aStatementTheServerForgotIsPreparedAnew();
+    void aStatementWhoseTableHasChangedIsPreparedAnew();
 
 private:
     /// Ends every connection to the database but the one that asks for it.
@@ -220,6 +223,41 @@ void TestPostgresLoss::aServerThatStaysAwayIsTold()
     QCOMPARE(failureOf([&] { people(); }), SqlError::Kind::Lost);
     server.run(gate.arg(QStringLiteral("true")));
     QCOMPARE(people(), 0);
+}
+
+/// What stands between the desk and the server may lead each transaction elsewhere.
+void TestPostgresLoss::aStatementTheServerForgotIsPreparedAnew()
+{
+    Database &database = **m_database;
+    const int generation = database.generation();
+    SqlQuery query = database.prepare(QStringLiteral("SELECT CAST(? AS TEXT) AS text"));
+    query.bind(0, QStringLiteral("深圳"));
+    database.run(QStringLiteral("DEALLOCATE ALL"));
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression(QStringLiteral("Unable to free statement")));
+    QVERIFY(query.exec().next());
+    QCOMPARE(query.text("text"), QStringLiteral("深圳"));
+    SqlQuery change =
+        database.prepare(QStringLiteral("UPDATE change_log SET kind = 9 WHERE kind = 9"));
+    database.run(QStringLiteral("DEALLOCATE ALL"));
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression(QStringLiteral("Unable to free statement")));
+    change.exec();
+    QCOMPARE(database.generation(), generation);
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression(QStringLiteral("Unable to free statement")));
+    Transaction transaction(database);
+    SqlQuery inside = database.prepare(QStringLiteral("SELECT 1 AS one"));
+    database.run(QStringLiteral("DEALLOCATE ALL"));
+    QCOMPARE(failureOf([&] { inside.exec(); }), SqlError::Kind::Other);
+}
+
+void TestPostgresLoss::aStatementWhoseTableHasChangedIsPreparedAnew()
+{
+    SqlQuery query = (*m_database)->prepare(QStringLiteral("SELECT * FROM users"));
+    query.exec();
+    m_plain->run(QStringLiteral("ALTER TABLE users ADD COLUMN later INTEGER"));
+    QVERIFY(!query.exec().next());
 }
 
 KODMS_TEST_MAIN(TestPostgresLoss, QCoreApplication)

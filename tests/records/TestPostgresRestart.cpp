@@ -5,6 +5,7 @@
 #include "tests/records/support/TempDatabase.h"
 #include "tests/support/TestMain.h"
 
+#include <QElapsedTimer>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
@@ -17,6 +18,8 @@ namespace {
 
 const QString addPerson = QStringLiteral("INSERT INTO users (login_name, real_name, create_time) "
                                          "VALUES ('%1', '%1', '2026-11-21T00:00:00.000Z')");
+
+constexpr int longestWait = 5000; // ms once the server takes connections
 
 int peopleIn(Database &database)
 {
@@ -103,7 +106,10 @@ void TestPostgresRestart::theNextActionWorksAfterARestart()
         QVERIFY(server({QStringLiteral("restart"), m_dir.path(), signal}));
         QCOMPARE(failureOf([&] { peopleIn(inside); }), SqlError::Kind::Lost);
     }
+    QElapsedTimer isBack;
+    isBack.start();
     QCOMPARE(peopleIn(*reading), 0);
+    QVERIFY2(isBack.elapsed() < longestWait, qPrintable(QString::number(isBack.elapsed())));
     QVERIFY(held.exec().next());
     {
         Transaction transaction(writing);
