@@ -83,8 +83,9 @@ void OrdersTest::needsAnAdministrator()
     QVERIFY(SignIn::signIn(user.loginName, user.password));
     QVERIFY(!Orders::pay(m_job));
     QCOMPARE(number("SELECT payment AS value FROM orders"), 0);
-    QCOMPARE(number("SELECT count(*) AS value FROM events WHERE action = 'order.pay' AND refused"),
-             1);
+    QCOMPARE(
+        number("SELECT count(*) AS value FROM events WHERE action = 'order.pay' AND refused = 1"),
+        1);
     QVERIFY(SignIn::signIn(Installation::login(), Installation::password()));
     QVERIFY(Orders::pay(m_job));
 }

@@ -7,6 +7,7 @@
 #include "services/session/Runtime.h"
 #include "tests/common/support/TestInstallation.h"
 #include "tests/support/NoticeLog.h"
+#include "tests/support/PlainConnection.h"
 #include "tests/support/TestMain.h"
 
 #include <QDirIterator>
@@ -47,7 +48,8 @@ private Q_SLOTS:
         const QString name =
             m_home
                 ->value(QStringLiteral("SELECT stored_name FROM orig_files WHERE file_type = '' "
-                                       "AND base_name LIKE '%\\_gerber' ESCAPE '\\'"))
+                                       "AND base_name LIKE '%\\_gerber' ESCAPE '\\' "
+                                       "ORDER BY id LIMIT 1"))
                 .toString();
         QVERIFY(!name.isEmpty());
         NoProgress progress;
@@ -98,8 +100,8 @@ private Q_SLOTS:
 
     void aFailureLeavesTheStoreEmpty()
     {
-        database().run(QStringLiteral("CREATE TRIGGER no_orders BEFORE INSERT ON orders "
-                                      "BEGIN SELECT RAISE(ABORT, 'no'); END"));
+        PlainConnection(m_home->place().settings())
+            .refuse(QStringLiteral("INSERT ON orders"), QStringLiteral("no"));
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("sample.*no")));
         QVERIFY(!generate(10, 10).ok);
         const auto files = m_home->store().list();

@@ -17,7 +17,7 @@ using Tests::TestJob;
 
 namespace {
 
-constexpr int rounds = 5000; ///< of each desk
+constexpr int rounds = KODMS_ROUNDS / 2; ///< of each desk
 
 /// One desk in a process of its own: looks at the flow, changes its remark by what
 /// it saw, and looks again when somebody else was faster. Prints its successes and
@@ -80,7 +80,8 @@ void TwoDesksTest::noUpdateIsLost()
     }
     qInfo() << won << "won," << told << "were told";
     QCOMPARE(won + told, 2 * rounds);
-    QVERIFY2(told > 0, "the desks never met");
+    if (rounds >= 5000) // so many that they must
+        QVERIFY2(told > 0, "the desks never met");
     const auto flow = Services::FlowRecords(home.database()).byId(job.flowId);
     QCOMPARE(flow->tips.toInt(), won); // each success added one to what it had seen
     QCOMPARE(flow->versions.remark, won);

@@ -5,6 +5,7 @@
 #include "tests/archive/SampleArchives.h"
 #include "tests/imports/support/ImportHome.h"
 #include "tests/support/NoticeLog.h"
+#include "tests/support/PlainConnection.h"
 #include "tests/support/TestMain.h"
 
 #include <QDir>
@@ -238,15 +239,14 @@ void JobImportTest::aFailingRecordLeavesNothing()
     m_home->actAsExecutor();
     const ReadJob read = m_home->readBoard(m_home->boardArchive());
     const QString before = m_home->stock();
-    m_home->house.database().run(
-        QStringLiteral("CREATE TRIGGER broken BEFORE %1 BEGIN SELECT RAISE(ABORT, 'broken'); END")
-            .arg(when));
+    const PlainConnection others(m_home->house.place().settings());
+    others.refuse(when, QStringLiteral("broken"));
     const NoticeLog notices;
     expectFailure();
     QVERIFY(!import(read).ok);
     QCOMPARE(notices.notices.size(), 1);
     QCOMPARE(m_home->stock(), before);
-    m_home->house.database().run(QStringLiteral("DROP TRIGGER broken"));
+    others.allow(when);
     QVERIFY(import(read).ok);
     QCOMPARE(m_home->summary(), boardSummary);
 }

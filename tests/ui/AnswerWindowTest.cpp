@@ -4,6 +4,7 @@
 #include "foundation/status/FlowStatus.h"
 #include "foundation/ui/DMS_UICommon.h"
 #include "services/ui/questions/QuestionState.h"
+#include "tests/support/PlainConnection.h"
 #include "tests/support/TestMain.h"
 #include "tests/ui/BoxAnswers.h"
 #include "tests/ui/QuestionWindowCase.h"
@@ -303,9 +304,9 @@ void AnswerWindowTest::whoeverWasOvertakenSeesTheNewsAndKeepsTheAnswer()
 
 void AnswerWindowTest::anAnswerThatFailsIsKept()
 {
-    m_home->house.database().run(
-        QStringLiteral("CREATE TRIGGER trouble BEFORE UPDATE OF check_flag ON questions BEGIN "
-                       "SELECT RAISE(ABORT, 'disk'); END"));
+    const PlainConnection others(m_home->house.place().settings());
+    const QString change = QStringLiteral("UPDATE OF check_flag ON questions");
+    others.refuse(change, QStringLiteral("disk"));
     write(QStringLiteral("x"));
     choose(2);
     expect("question\\.answer");
@@ -313,7 +314,7 @@ void AnswerWindowTest::anAnswerThatFailsIsKept()
     QVERIFY(!message().isEmpty());
     QCOMPARE(answer(), QStringLiteral("x"));
     QCOMPARE(value("SELECT answer || check_flag FROM questions"), QStringLiteral("0"));
-    m_home->house.database().run(QStringLiteral("DROP TRIGGER trouble"));
+    others.allow(change);
     click("questionSubmit");
     QCOMPARE(value("SELECT answer || check_flag FROM questions"), QStringLiteral("x2"));
 }

@@ -3,6 +3,7 @@
 #include "foundation/ui/DMS_UICommon.h"
 #include "services/api/StoreCheck.h"
 #include "services/ui/questions/PictureFile.h"
+#include "tests/support/PlainConnection.h"
 #include "tests/support/TestMain.h"
 #include "tests/ui/QuestionWindowCase.h"
 
@@ -365,9 +366,9 @@ void RaisePicturesTest::aStoreThatFailsLeavesNothing()
 
 void RaisePicturesTest::recordsThatFailTakeThePicturesBack()
 {
-    m_home->house.database().run(
-        QStringLiteral("CREATE TRIGGER trouble BEFORE INSERT ON question_pictures WHEN "
-                       "NEW.file_name = 'two.png' BEGIN SELECT RAISE(ABORT, 'disk'); END"));
+    const PlainConnection others(m_home->house.place().settings());
+    const QString change = QStringLiteral("INSERT ON question_pictures");
+    others.refuse(change, QStringLiteral("disk"), QStringLiteral("NEW.file_name = 'two.png'"));
     drop({m_home->file(QStringLiteral("one.png")), m_home->file(QStringLiteral("two.png"))});
     write(QStringLiteral("t"), QStringLiteral("d"));
     expect("question\\.raise");
@@ -375,7 +376,7 @@ void RaisePicturesTest::recordsThatFailTakeThePicturesBack()
     QVERIFY(!message().isEmpty());
     QCOMPARE(m_home->stock(), m_empty);
     QCOMPARE(pictures(), 2);
-    m_home->house.database().run(QStringLiteral("DROP TRIGGER trouble"));
+    others.allow(change);
     click("questionSubmit");
     QCOMPARE(value("SELECT count(*) FROM question_pictures"), QStringLiteral("2"));
 }
