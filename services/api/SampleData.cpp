@@ -88,10 +88,16 @@ Outcome generateIn(Runtime &runtime, const SampleRequest &request, Progress &pro
     PuttingFiles files(runtime.fileStore());
     SampleRecords records(runtime.records().database(), request.withFiles,
                           [&files](const SampleFile &file) { return files.put(file); });
-    const Outcome outcome = records.write(request.flows, request.seed, progress);
-    if (outcome)
-        files.keep();
-    return outcome;
+    try {
+        const Outcome outcome = records.write(request.flows, request.seed, progress);
+        if (outcome)
+            files.keep();
+        return outcome;
+    } catch (const SqlError &error) {
+        if (error.kind() == SqlError::Kind::Unsure) // files that nobody needs, `check` finds
+            files.keep();
+        throw;
+    }
 }
 
 } // namespace

@@ -149,6 +149,7 @@ Configuration Configuration::defaults(const QString &iniPath, const QString &dat
     configuration.filePath = QFileInfo(iniPath).absoluteFilePath();
     configuration.database.driver = QStringLiteral("sqlite");
     configuration.database.path = dataFolder + QStringLiteral("/kodms.db");
+    configuration.database.sslMode = QStringLiteral("prefer");
     configuration.fileStore.kind = QStringLiteral("folder");
     configuration.fileStore.root = dataFolder + QStringLiteral("/files");
     configuration.fileStore.database = QStringLiteral("kodms");

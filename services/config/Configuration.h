@@ -17,7 +17,9 @@ struct DatabaseSettings {
     int port = 5432;
     QString name;
     QString user;
-    QString passwordFile; ///< the password stands in a file of its own, never here
+    QString passwordFile;       ///< the password stands in a file of its own, never here
+    QString sslMode;            ///< how the server is spoken to; empty: as the client sees fit
+    QString sslRootCertificate; ///< a file of those who vouch for the server; empty: the client's
     int statementTimeoutMs = 30000;
     int busyTimeoutMs = 2000;
     /// So long a writer may say nothing in the middle of a transaction before a server ends

@@ -75,6 +75,9 @@ QVector<ConfigurationKey> databaseKeys()
         {"database", "name", Kind::Text, [](Configuration &c) -> Field { return &c.database.name; }},
         {"database", "user", Kind::Text, [](Configuration &c) -> Field { return &c.database.user; }},
         {"database", "passwordFile", Kind::RelativePath, [](Configuration &c) -> Field { return &c.database.passwordFile; }},
+        {"database", "sslMode", Kind::Choice, [](Configuration &c) -> Field { return &c.database.sslMode; },
+         {QStringLiteral("disable"), QStringLiteral("prefer"), QStringLiteral("require"), QStringLiteral("verify-ca"), QStringLiteral("verify-full")}},
+        {"database", "sslRootCertificate", Kind::RelativePath, [](Configuration &c) -> Field { return &c.database.sslRootCertificate; }},
         {"database", "statementTimeoutMs", Kind::Number, [](Configuration &c) -> Field { return &c.database.statementTimeoutMs; }, {}, 100, LargestTimeout},
         {"database", "busyTimeoutMs", Kind::Number, [](Configuration &c) -> Field { return &c.database.busyTimeoutMs; }, {}, 0, LargestTimeout},
     };

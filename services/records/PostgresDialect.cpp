@@ -20,6 +20,11 @@ namespace {
 /// All writers of this program ask for the same lock; any number does, as long as it stays.
 constexpr int writersLock = 20261121;
 
+/// Which history a server writes on; one that has taken another's place begins a new one, in which
+/// the numbers of transactions are given out again.
+const QString history = QStringLiteral("left(pg_walfile_name(pg_current_wal_lsn()), 8)");
+constexpr int historyLength = 8;
+
 /// What the schema's triggers tell.
 const QString changesChannel = QStringLiteral("kodms_changes");
 
@@ -149,9 +154,10 @@ QStringList PostgresDialect::beginWrite() const
     const QString lock =
         QStringLiteral("SELECT pg_advisory_xact_lock(%1), "
                        "set_config('idle_in_transaction_session_timeout', '%2', true), "
-                       "CAST(pg_current_xact_id() AS TEXT) AS transaction_id")
+                       "%3 || CAST(pg_current_xact_id() AS TEXT) AS transaction_id")
             .arg(writersLock)
-            .arg(m_silenceTimeoutMs);
+            .arg(m_silenceTimeoutMs)
+            .arg(history);
     const QString limit = QStringLiteral("SET LOCAL statement_timeout = %1");
     const int timeout = m_timeoutMs.value_or(m_configuredTimeoutMs);
     if (timeout == 0 || timeout > m_busyTimeoutMs)
@@ -161,7 +167,9 @@ QStringList PostgresDialect::beginWrite() const
 
 QString PostgresDialect::fateOf(const QString &transactionId) const
 {
-    return QStringLiteral("SELECT pg_xact_status(CAST('%1' AS xid8)) AS fate").arg(transactionId);
+    return QStringLiteral("SELECT CASE %1 WHEN '%2' THEN pg_xact_status(CAST('%3' AS xid8)) "
+                          "ELSE 'the server goes on from elsewhere' END AS fate")
+        .arg(history, transactionId.left(historyLength), transactionId.mid(historyLength));
 }
 
 QString PostgresDialect::beginRead() const

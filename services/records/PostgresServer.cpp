@@ -84,6 +84,24 @@ QString PostgresServer::password() const
     return line;
 }
 
+/// How the connection is kept from being overheard, and how the server proves who it is.
+QString PostgresServer::sslOptions() const
+{
+    QString options;
+    if (!m_settings.sslMode.isEmpty())
+        options += QStringLiteral(";sslmode=") + m_settings.sslMode;
+    QString path = m_settings.sslRootCertificate;
+    if (path.isEmpty())
+        return options;
+    // The driver makes a blank of a semicolon, wherever it stands.
+    if (path.contains(QLatin1Char(';')) || !QFile(path).open(QIODevice::ReadOnly))
+        throw SqlError(SqlError::Kind::Lost, {},
+                       QStringLiteral("the root certificate %1 cannot be read").arg(path));
+    path.replace(QLatin1Char('\\'), QLatin1String("\\\\"));
+    path.replace(QLatin1Char('\''), QLatin1String("\\'"));
+    return options + QStringLiteral(";sslrootcert='%1'").arg(path);
+}
+
 /// Settings that every statement of the connection finds from its first moment on.
 QString PostgresServer::options() const
 {
@@ -117,7 +135,8 @@ void PostgresServer::configure(QSqlDatabase &connection, const QString &name,
                        "keepalives=1;keepalives_idle=15;keepalives_interval=5;"
                        "keepalives_count=3;tcp_user_timeout=20000;options='%2'")
             .arg(connectTimeout)
-            .arg(options()));
+            .arg(options()) +
+        sslOptions());
 }
 
 void PostgresServer::makeDatabase() const

@@ -35,6 +35,7 @@ public:
 
 private:
     QString password() const;
+    QString sslOptions() const;
     QString options() const;
     void makeDatabaseOn(QSqlDatabase &connection) const;
 

@@ -18,11 +18,14 @@ RecoveryPoint::RecoveryPoint(Database &database)
 
 RecoveryPoint::~RecoveryPoint()
 {
-    if (!m_isSet || !m_database.m_isBroken)
+    if (!m_isSet)
         return;
     try {
-        m_database.runOnce(QStringLiteral("ROLLBACK TO SAVEPOINT kodms_recovery"));
-        m_database.transactionGoesOn();
+        if (m_database.m_isBroken) {
+            m_database.runOnce(QStringLiteral("ROLLBACK TO SAVEPOINT kodms_recovery"));
+            m_database.transactionGoesOn();
+        }
+        m_database.runOnce(QStringLiteral("RELEASE SAVEPOINT kodms_recovery"));
     } catch (const SqlError &error) { // the transaction stays broken, and says so at its end
         qCDebug(lcRecords).noquote() << "recovery:" << error.what();
     }

@@ -210,11 +210,6 @@ bool SqlQuery::isNull(const char *column) const
     return value(column).isNull();
 }
 
-qint64 SqlQuery::lastInsertId() const
-{
-    return current().lastInsertId().toLongLong();
-}
-
 void SqlQuery::fail() const
 {
     throw m_database->failure(m_query.lastError(), m_name.isEmpty() ? m_query.lastQuery() : m_name);

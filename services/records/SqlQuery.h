@@ -52,9 +52,6 @@ public:
 
     QVariant valueAt(int place) const { return current().value(place); }
 
-    /// Key of the row that the last insert made.
-    qint64 lastInsertId() const;
-
     int rowsAffected() const { return current().numRowsAffected(); }
 
 private:

@@ -153,8 +153,10 @@ void ConfigurationTest::keepsPathsOfTheDesksAsTheyStand()
 void ConfigurationTest::ownPathsAreRelativeToTheFile()
 {
     const auto loaded =
-        Configuration::load(write("[database]\npath = d/k.db\n[fileStore]\nroot = f\n"));
+        Configuration::load(write("[database]\npath = d/k.db\nsslRootCertificate = root.crt\n"
+                                  "[fileStore]\nroot = f\n"));
     QVERIFY2(loaded, qPrintable(loaded.text()));
+    QCOMPARE(loaded.value.database.sslRootCertificate, path("root.crt"));
     QCOMPARE(loaded.value.database.path, path("d/k.db"));
     QCOMPARE(loaded.value.fileStore.root, path("f"));
 }
@@ -184,6 +186,7 @@ void ConfigurationTest::saysWhatIsWrong_data()
     row("host name of the robot", "robot", "host", "robot.local", "IP");
     row("no entries allowed", "limits", "archiveEntries", "0", "1");
     row("larger than any number", "limits", "archiveBytes", "9223372036854775808", "1");
+    row("encryption half meant", "database", "sslMode", "on", "prefer | require | verify-ca");
     row("time-out too short", "database", "statementTimeoutMs", "5", "100");
     row("yes is not true", "installation", "sample", "yes", "true | false");
 }

@@ -224,7 +224,7 @@ void TestPostgres::aRefusedPasswordStaysSecret()
     }
 }
 
-/// The test's server takes any password: what is read is looked at.
+/// What is read is looked at: the password of the test's server has no blank at its end.
 void TestPostgres::theEndOfThePasswordsLineIsNoPartOfIt()
 {
     QFETCH(QByteArray, content);

@@ -48,6 +48,7 @@ DatabaseSettings serverSettings(const QString &name)
     settings.user = values[QStringLiteral("user")];
     settings.passwordFile = values[QStringLiteral("passwordFile")];
     settings.name = name;
+    settings.sslMode = QStringLiteral("prefer");
     settings.statementTimeoutMs = StatementTimeoutMs;
     settings.busyTimeoutMs = BusyTimeoutMs;
     return settings;
@@ -58,6 +59,7 @@ DatabaseSettings fileSettings(const QString &path)
     DatabaseSettings settings;
     settings.driver = QStringLiteral("sqlite");
     settings.path = path;
+    settings.sslMode = QStringLiteral("prefer"); // as every configuration says
     settings.statementTimeoutMs = StatementTimeoutMs;
     settings.busyTimeoutMs = BusyTimeoutMs;
     return settings;

@@ -29,6 +29,12 @@ void CuttingRelay::cutNext(Cut cut, bool isLast)
     m_cut = cut;
 }
 
+QByteArray CuttingRelay::heard() const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_heard;
+}
+
 void CuttingRelay::take(const QString &host, int port)
 {
     while (QTcpSocket *client = m_server->nextPendingConnection()) {
@@ -53,6 +59,10 @@ void CuttingRelay::take(const QString &host, int port)
 void CuttingRelay::passOn(QTcpSocket *client, QTcpSocket *server)
 {
     const QByteArray said = client->readAll();
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_heard += said;
+    }
     // With the end of the text: a transaction that begins is READ COMMITTED.
     const QByteArray end("COMMIT", sizeof("COMMIT"));
     if (m_cut == Cut::Never || !said.contains(end)) {

@@ -2,11 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QByteArray>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QThread>
 
 #include <atomic>
+#include <mutex>
 
 namespace KODMS::Tests {
 
@@ -37,10 +39,15 @@ public:
 
     bool hasCut() const { return m_cut == Cut::Never; }
 
+    /// All that clients have said.
+    QByteArray heard() const;
+
 private:
     void take(const QString &host, int port);
     void passOn(QTcpSocket *client, QTcpSocket *server);
 
+    mutable std::mutex m_mutex; ///< of what was heard
+    QByteArray m_heard;
     std::atomic<Cut> m_cut{Cut::Never};
     std::atomic<bool> m_isLast{false};
     std::atomic<bool> m_isShut{false};
