@@ -150,11 +150,13 @@ QStringList PostgresDialect::beginWrite() const
 {
     // A statement sees what was there when it began: after the wait, what other writers left.
     const QString begin = QStringLiteral("BEGIN ISOLATION LEVEL READ COMMITTED");
-    // Whoever has the lock and is heard of no more lets go of it.
+    // Whoever has the lock and is heard of no more lets go of it. A server that only follows
+    // another one numbers nothing, and refuses the first change.
     const QString lock =
         QStringLiteral("SELECT pg_advisory_xact_lock(%1), "
                        "set_config('idle_in_transaction_session_timeout', '%2', true), "
-                       "%3 || CAST(pg_current_xact_id() AS TEXT) AS transaction_id")
+                       "CASE WHEN NOT pg_is_in_recovery() THEN %3 || "
+                       "CAST(pg_current_xact_id() AS TEXT) END AS transaction_id")
             .arg(writersLock)
             .arg(m_silenceTimeoutMs)
             .arg(history);

@@ -217,6 +217,17 @@ AdminRun AdminSandbox::init() const
                QByteArray(AdminPassword) + '\n');
 }
 
+bool AdminSandbox::hasInstallation() const
+{
+    return TestDatabase::isServer() ? !PlainConnection(m_database.settings()).tables().isEmpty()
+                                    : QFileInfo::exists(configPath());
+}
+
+QString AdminSandbox::databaseName() const
+{
+    return TestDatabase::isServer() ? m_database.settings().name : QStringLiteral("kodms.db");
+}
+
 QString AdminSandbox::write(const QString &below, const QByteArray &bytes) const
 {
     QDir().mkpath(QFileInfo(path(below)).path());

@@ -51,6 +51,12 @@ public:
     /// `init` with the administrator above.
     AdminRun init() const;
 
+    /// True when there is a configuration that nobody but `init` has made, or a record's table.
+    bool hasInstallation() const;
+
+    /// What people are told that the database is called.
+    QString databaseName() const;
+
     /// Starts a command, sends it the termination signal after `delayMs`, and waits for its end.
     AdminRun runAndInterrupt(const QStringList &arguments, int delayMs) const;
 

@@ -22,6 +22,8 @@
 
 using namespace KODMS::Services;
 using KODMS::Tests::Installation;
+using KODMS::Tests::PlainConnection;
+using KODMS::Tests::TestDatabase;
 
 class InstallationSetupTest : public QObject {
     Q_OBJECT
@@ -68,6 +70,13 @@ void InstallationSetupTest::makesAnInstallationThatStarts()
     QCOMPARE(users.value[0].realName, QStringLiteral("管理员"));
     QCOMPARE(users.value[0].roles, QStringList{QStringLiteral("admin")});
     QVERIFY(SignIn::signIn(Installation::login(), Installation::password()));
+    const PlainConnection plain(m_home->place());
+    for (const QString &table : plain.tables()) {
+        const QStringList rows = plain.sortedRows(QStringLiteral("SELECT * FROM ") + table);
+        QVERIFY2(rows.filter(Installation::password()).isEmpty(), qPrintable(table));
+    }
+    if (TestDatabase::isServer())
+        return;
     QFile file(m_home->path("kodms.db"));
     QVERIFY(file.open(QIODevice::ReadOnly));
     QVERIFY(!file.readAll().contains(Installation::password().toUtf8()));
@@ -75,14 +84,11 @@ void InstallationSetupTest::makesAnInstallationThatStarts()
 
 void InstallationSetupTest::keepsAConfigurationThatIsThere()
 {
-    const QByteArray text = "; mine\n[robot]\nport = 81\n";
-    QFile file(m_home->iniPath());
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(text);
-    file.close();
+    m_home->writeIni("; mine\n[robot]\nport = 81\n");
+    const QByteArray text = m_home->iniText();
+    QVERIFY(text.startsWith("; mine\n"));
     QVERIFY(m_home->init());
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll(), text);
+    QCOMPARE(m_home->iniText(), text);
 }
 
 void InstallationSetupTest::refusesAnExistingInstallation()
@@ -122,7 +128,10 @@ void InstallationSetupTest::ofSimultaneousRunsOneWins()
         const QString folder = m_home->path("race") + QString::number(round);
         const QString ini = folder + QStringLiteral("/kodms.ini");
         QVERIFY(QDir().mkpath(folder));
-        QCOMPARE(successesAtOnce(Configuration::defaults(ini, folder), 4), 1);
+        const TestDatabase place(folder + QStringLiteral("/kodms.db"));
+        Configuration configuration = Configuration::defaults(ini, folder);
+        place.setIn(configuration);
+        QCOMPARE(successesAtOnce(configuration, 4), 1);
         const Outcome started = ServiceRuntime::instance().start(ini);
         QVERIFY2(started, qPrintable(started.text));
         SignIn::actAsOperator();
@@ -140,11 +149,11 @@ void InstallationSetupTest::refusesAStoreWithFiles()
     QVERIFY(
         Runtime::current()->fileStore().put(m_home->iniPath(), QStringLiteral("a.zip"), progress));
     ServiceRuntime::instance().stop();
-    QVERIFY(QFile::remove(m_home->path("kodms.db")));
+    m_home->loseRecords();
     const Outcome again = m_home->init();
     QVERIFY(!again);
     QVERIFY2(again.text.contains(QStringLiteral("备份")), qPrintable(again.text));
-    QVERIFY(!QFile::exists(m_home->path("kodms.db")));
+    QVERIFY(!m_home->hasRecords());
 }
 
 void InstallationSetupTest::refusesWhileRunning()
@@ -187,10 +196,12 @@ void InstallationSetupTest::badAnswersMakeNothing()
     QFETCH(QString, login);
     QFETCH(QString, realName);
     QFETCH(QString, password);
+    const QStringList before = m_home->files();
     const Outcome made = InstallationSetup::init(m_home->iniPath(), login, realName, password);
     QVERIFY(!made);
     QVERIFY(!made.text.isEmpty());
-    QVERIFY(m_home->files().isEmpty());
+    QCOMPARE(m_home->files(), before);
+    QVERIFY(!m_home->hasRecords());
 }
 
 void InstallationSetupTest::aFailureLeavesNothingHalfMade_data()
@@ -206,17 +217,20 @@ void InstallationSetupTest::aFailureLeavesNothingHalfMade()
     QFETCH(QByteArray, text);
     QFile file(m_home->iniPath());
     QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(text);
+    file.write(text.startsWith("[database]") ? text : text + m_home->database().section());
     file.close();
     QVERIFY(!m_home->init());
-    QVERIFY(!QFile::exists(m_home->path("kodms.db")));
+    QVERIFY(!m_home->hasRecords());
     QVERIFY(QFile::remove(m_home->iniPath()));
+    if (TestDatabase::isServer())
+        m_home->writeIni({});
     QVERIFY2(m_home->init(), "a second try with a good configuration works");
 }
 
 /// Hashing ten passwords takes a while: one sample serves several questions.
 void InstallationSetupTest::aSampleHasAnAccountForEachRole()
 {
+    m_home->database().prepareSample(sample());
     QVERIFY(InstallationSetup::createSample(sample()));
     const auto accounts = InstallationSetup::sampleAccounts(sample());
     QVERIFY2(accounts, qPrintable(accounts.text()));
@@ -281,7 +295,7 @@ void InstallationSetupTest::aSampleGoesWhereAWaitingConfigurationSays()
     QVERIFY(QDir().mkpath(sample()));
     QFile ini(InstallationSetup::sampleConfigPath(sample()));
     QVERIFY(ini.open(QIODevice::WriteOnly));
-    ini.write("[fileStore]\nroot = shelves\n[robot]\nport = 7999\n");
+    ini.write("[fileStore]\nroot = shelves\n[robot]\nport = 7999\n" + m_home->database().section());
     ini.close();
     QVERIFY(InstallationSetup::createSample(sample()));
     QVERIFY(QDir(sample() + QStringLiteral("/shelves")).exists());

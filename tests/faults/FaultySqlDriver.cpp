@@ -99,6 +99,11 @@ QSqlResult *FaultySqlDriver::createResult() const
     return new FaultySqlResult(*this);
 }
 
+QStringList FaultySqlDriver::tables(QSql::TableType type) const
+{
+    return m_inner.tables(type);
+}
+
 QVariant FaultySqlDriver::handle() const
 {
     return m_inner.driver()->handle();

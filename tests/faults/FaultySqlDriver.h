@@ -4,6 +4,7 @@
 
 #include <QSqlDatabase>
 #include <QSqlDriver>
+#include <QStringList>
 
 namespace KODMS::Tests {
 
@@ -23,6 +24,7 @@ public:
               const QString &host, int port, const QString &options) override;
     void close() override;
     QSqlResult *createResult() const override;
+    QStringList tables(QSql::TableType type) const override;
     QVariant handle() const override;
 
     /// The connection that does the work.

@@ -25,12 +25,21 @@ bool FaultySqlResult::prepare(const QString &statement)
     return isPrepared;
 }
 
+/// A server prepares no statement that begins or ends a transaction.
 bool FaultySqlResult::reset(const QString &statement)
 {
-    return prepare(statement) && exec();
+    return takeTurn([this, statement] { return m_inner.exec(statement); });
 }
 
 bool FaultySqlResult::exec()
+{
+    return takeTurn([this] {
+        bindValues();
+        return m_inner.exec();
+    });
+}
+
+bool FaultySqlResult::takeTurn(const std::function<bool()> &execute)
 {
     setActive(false);
     setAt(QSql::BeforeFirstRow);
@@ -45,13 +54,13 @@ bool FaultySqlResult::exec()
     case FaultPlan::Turn::IsLost:
         return loseConnection();
     case FaultPlan::Turn::LosesItsAnswer:
-        carryOut();
+        carryOut(execute);
         return loseConnection();
     }
-    return carryOut();
+    return carryOut(execute);
 }
 
-bool FaultySqlResult::carryOut()
+void FaultySqlResult::bindValues()
 {
     for (int i = 0; i < boundValueCount(); ++i) {
         const QString name = boundValueName(i);
@@ -60,7 +69,11 @@ bool FaultySqlResult::carryOut()
         else
             m_inner.bindValue(name, boundValue(i));
     }
-    const bool isDone = m_inner.exec();
+}
+
+bool FaultySqlResult::carryOut(const std::function<bool()> &execute)
+{
+    const bool isDone = execute();
     setLastError(m_inner.lastError());
     setSelect(m_inner.isSelect());
     setActive(isDone);

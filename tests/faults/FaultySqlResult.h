@@ -7,6 +7,8 @@
 #include <QSqlQuery>
 #include <QSqlResult>
 
+#include <functional>
+
 namespace KODMS::Tests {
 
 /// One statement of a FaultySqlDriver. Each execution is a call of the plan.
@@ -41,7 +43,9 @@ protected:
     void detachFromResultSet() override { m_inner.finish(); }
 
 private:
-    bool carryOut();
+    bool takeTurn(const std::function<bool()> &execute);
+    void bindValues();
+    bool carryOut(const std::function<bool()> &execute);
     bool fail(const char *text, const char *code);
     bool loseConnection();
 

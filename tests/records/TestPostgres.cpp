@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/records/DatabaseSnapshot.h"
 #include "services/records/Dialect.h"
-#include "services/records/PostgresServer.h"
 #include "services/records/RecoveryPoint.h"
 #include "services/records/Transaction.h"
 #include "tests/records/support/Failures.h"
@@ -11,9 +10,6 @@
 #include "tests/support/ServersImpatience.h"
 #include "tests/support/TestMain.h"
 
-#include <QFile>
-#include <QSqlDatabase>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QThread>
 
@@ -60,10 +56,6 @@ private Q_SLOTS:
     void aMissingDatabaseIsMadeOnlyWhenAsked();
     void aDatabaseOfAnotherKindIsRefused_data();
     void aDatabaseOfAnotherKindIsRefused();
-    void aRefusedPasswordStaysSecret();
-    void theEndOfThePasswordsLineIsNoPartOfIt_data();
-    void theEndOfThePasswordsLineIsNoPartOfIt();
-    void aPasswordFileThatIsNotThereIsNamed();
     void aTextWithNulIsNeitherStoredNorFound();
     void hostileTextsAreFoundAsTheyStand_data();
     void hostileTextsAreFoundAsTheyStand();
@@ -200,73 +192,6 @@ void TestPostgres::aDatabaseOfAnotherKindIsRefused()
     if (!told.isEmpty())
         QVERIFY2(text.contains(settings.name) && text.contains(QStringLiteral("C.UTF-8")),
                  qPrintable(text));
-}
-
-void TestPostgres::aRefusedPasswordStaysSecret()
-{
-    TempDatabase &server = *m_shared;
-    auto settings = server.settings();
-    const QTemporaryDir dir;
-    settings.passwordFile = dir.filePath(QStringLiteral("password"));
-    QFile file(settings.passwordFile);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("let-me-in '\\\n");
-    file.close();
-    try {
-        Database database(settings);
-        QFAIL("the server takes any password");
-    } catch (const SqlError &error) {
-        QCOMPARE(error.kind(), SqlError::Kind::Lost);
-        QVERIFY(!error.logText().contains(QStringLiteral("let-me-in")));
-        const QString place =
-            QStringLiteral("%1:%2/%3").arg(settings.host).arg(settings.port).arg(settings.name);
-        QVERIFY2(error.logText().contains(place), qPrintable(error.logText()));
-    }
-}
-
-/// What is read is looked at: the password of the test's server has no blank at its end.
-void TestPostgres::theEndOfThePasswordsLineIsNoPartOfIt()
-{
-    QFETCH(QByteArray, content);
-    auto settings = m_shared->settings();
-    const QTemporaryDir dir;
-    settings.passwordFile = dir.filePath(QStringLiteral("password"));
-    QFile file(settings.passwordFile);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(content);
-    file.close();
-    const QString name = QStringLiteral("line end");
-    QString password;
-    {
-        QSqlDatabase connection = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), name);
-        PostgresServer(settings).configure(connection, settings.name);
-        password = connection.password();
-    }
-    QSqlDatabase::removeDatabase(name);
-    QCOMPARE(password, QStringLiteral("let me in "));
-}
-
-void TestPostgres::theEndOfThePasswordsLineIsNoPartOfIt_data()
-{
-    QTest::addColumn<QByteArray>("content");
-    QTest::newRow("none") << QByteArray("let me in ");
-    QTest::newRow("one") << QByteArray("let me in \n");
-    QTest::newRow("of two characters") << QByteArray("let me in \r\n");
-    QTest::newRow("and more lines") << QByteArray("let me in \r\nsecond\r\n");
-}
-
-void TestPostgres::aPasswordFileThatIsNotThereIsNamed()
-{
-    TempDatabase &server = *m_shared;
-    auto settings = server.settings();
-    settings.passwordFile = QStringLiteral("/nowhere/password");
-    try {
-        Database database(settings);
-        QFAIL("opened without its password file");
-    } catch (const SqlError &error) {
-        QCOMPARE(error.kind(), SqlError::Kind::Lost);
-        QVERIFY(error.logText().contains(settings.passwordFile));
-    }
 }
 
 void TestPostgres::aTextWithNulIsNeitherStoredNorFound()

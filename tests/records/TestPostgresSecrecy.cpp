@@ -1,10 +1,12 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
+#include "services/records/PostgresServer.h"
 #include "tests/records/support/CuttingRelay.h"
 #include "tests/records/support/TempDatabase.h"
 #include "tests/support/TestMain.h"
 
 #include <QFile>
+#include <QSqlDatabase>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -30,7 +32,7 @@ QString refusal(const DatabaseSettings &settings, Database::Open mode)
 
 } // namespace
 
-/// The test's server knows no encryption: what insists on it must not be let down.
+/// What is kept from others: the line, which the test's server does not encrypt, and the password.
 class TestPostgresSecrecy : public QObject {
     Q_OBJECT
 
@@ -45,6 +47,10 @@ private Q_SLOTS:
     void aRootCertificateThatCannotBeReadIsNamed_data();
     void aRootCertificateThatCannotBeReadIsNamed();
     void aPathOfAnyCharactersIsHandedOn();
+    void aRefusedPasswordStaysSecret();
+    void theEndOfThePasswordsLineIsNoPartOfIt_data();
+    void theEndOfThePasswordsLineIsNoPartOfIt();
+    void aPasswordFileThatIsNotThereIsNamed();
 
 private:
     std::optional<TempDatabase> m_database;
@@ -135,6 +141,71 @@ void TestPostgresSecrecy::aPathOfAnyCharactersIsHandedOn()
     QFile file(m_settings.sslRootCertificate);
     QVERIFY(file.open(QIODevice::WriteOnly));
     QCOMPARE(refusal(m_settings, Database::Open::Existing), QString());
+}
+
+void TestPostgresSecrecy::aRefusedPasswordStaysSecret()
+{
+    auto settings = m_database->settings();
+    const QTemporaryDir dir;
+    settings.passwordFile = dir.filePath(QStringLiteral("password"));
+    QFile file(settings.passwordFile);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("let-me-in '\\\n");
+    file.close();
+    try {
+        Database database(settings);
+        QFAIL("the server takes any password");
+    } catch (const SqlError &error) {
+        QCOMPARE(error.kind(), SqlError::Kind::Lost);
+        QVERIFY(!error.logText().contains(QStringLiteral("let-me-in")));
+        const QString place =
+            QStringLiteral("%1:%2/%3").arg(settings.host).arg(settings.port).arg(settings.name);
+        QVERIFY2(error.logText().contains(place), qPrintable(error.logText()));
+    }
+}
+
+/// What is read is looked at: the password of the test's server has no blank at its end.
+void TestPostgresSecrecy::theEndOfThePasswordsLineIsNoPartOfIt()
+{
+    QFETCH(QByteArray, content);
+    auto settings = m_database->settings();
+    const QTemporaryDir dir;
+    settings.passwordFile = dir.filePath(QStringLiteral("password"));
+    QFile file(settings.passwordFile);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(content);
+    file.close();
+    const QString name = QStringLiteral("line end");
+    QString password;
+    {
+        QSqlDatabase connection = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), name);
+        PostgresServer(settings).configure(connection, settings.name);
+        password = connection.password();
+    }
+    QSqlDatabase::removeDatabase(name);
+    QCOMPARE(password, QStringLiteral("let me in "));
+}
+
+void TestPostgresSecrecy::theEndOfThePasswordsLineIsNoPartOfIt_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("none") << QByteArray("let me in ");
+    QTest::newRow("one") << QByteArray("let me in \n");
+    QTest::newRow("of two characters") << QByteArray("let me in \r\n");
+    QTest::newRow("and more lines") << QByteArray("let me in \r\nsecond\r\n");
+}
+
+void TestPostgresSecrecy::aPasswordFileThatIsNotThereIsNamed()
+{
+    auto settings = m_database->settings();
+    settings.passwordFile = QStringLiteral("/nowhere/password");
+    try {
+        Database database(settings);
+        QFAIL("opened without its password file");
+    } catch (const SqlError &error) {
+        QCOMPARE(error.kind(), SqlError::Kind::Lost);
+        QVERIFY(error.logText().contains(settings.passwordFile));
+    }
 }
 
 KODMS_TEST_MAIN(TestPostgresSecrecy, QCoreApplication)

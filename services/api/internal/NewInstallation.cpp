@@ -6,6 +6,7 @@
 #include "services/filestore/FileStore.h"
 #include "services/notices/NoticeHub.h"
 #include "services/records/Database.h"
+#include "services/records/DatabaseFile.h"
 #include "services/records/SchemaMigrator.h"
 #include "services/records/Transaction.h"
 #include "services/records/bll/Audit.h"
@@ -70,12 +71,25 @@ Outcome NewInstallation::make(const std::vector<UserRow> &users)
 Outcome NewInstallation::refuseExisting() const
 {
     const QString path = m_configuration.database.path;
-    return !path.isEmpty() && QFileInfo::exists(path) ? existing() : Outcome::success();
+    const bool isThere = path.isEmpty() ? isInstalledOnServer() : QFileInfo::exists(path);
+    return isThere ? existing() : Outcome::success();
+}
+
+/// A server that cannot be reached, or knows no such database, is told of by the making.
+bool NewInstallation::isInstalledOnServer() const
+{
+    try {
+        Database database(m_configuration.database);
+        return SchemaMigrator(database).installedVersion() > 0;
+    } catch (const SqlError &) {
+        return false;
+    }
 }
 
 Outcome NewInstallation::existing() const
 {
-    return Outcome::failure(tr("已有数据库 %1，不会覆盖").arg(m_configuration.database.path));
+    return Outcome::failure(
+        tr("已有数据库 %1，不会覆盖").arg(databasePlace(m_configuration.database)));
 }
 
 Outcome NewInstallation::makeFolders() const

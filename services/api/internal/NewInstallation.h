@@ -24,6 +24,7 @@ public:
     Outcome refuseExisting() const;
 
 private:
+    bool isInstalledOnServer() const;
     Outcome existing() const;
     Outcome makeFolders() const;
     Outcome makeStore() const;

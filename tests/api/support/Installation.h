@@ -5,6 +5,7 @@
 #include "services/api/InstallationSetup.h"
 #include "services/api/ServiceRuntime.h"
 #include "services/api/SignIn.h"
+#include "tests/support/PlainConnection.h"
 #include "tests/support/TestDatabase.h"
 
 #include <QDir>
@@ -41,6 +42,33 @@ public:
         const QByteArray text = lines + m_database.section();
         if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
             qFatal("%s cannot be written", qPrintable(iniPath()));
+    }
+
+    /// What stands in the configuration, as it is on the disk.
+    QByteArray iniText() const
+    {
+        QFile file(iniPath());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    const TestDatabase &database() const { return m_database; }
+
+    /// True when somebody has begun to make tables, or a file for them.
+    bool hasRecords() const
+    {
+        return TestDatabase::isServer() ? !PlainConnection(place()).tables().isEmpty()
+                                        : QFile::exists(path("kodms.db"));
+    }
+
+    /// As if they had been lost.
+    void loseRecords() const
+    {
+        if (!TestDatabase::isServer()) {
+            QFile::remove(path("kodms.db"));
+            return;
+        }
+        PlainConnection(place()).run(QStringLiteral("DROP SCHEMA public CASCADE"));
+        PlainConnection(place()).run(QStringLiteral("CREATE SCHEMA public"));
     }
 
     const Services::DatabaseSettings &place() const { return m_database.settings(); }

@@ -70,19 +70,27 @@ void ImportHome::setState(int status, int flag)
 
 QString ImportHome::flowValue(const QString &column)
 {
-    return house.value(QStringLiteral("SELECT %1 FROM job_flows").arg(column)).toString();
+    return house
+        .value(QStringLiteral("SELECT %1 FROM job_flows WHERE id = %2").arg(column).arg(job.flowId))
+        .toString();
 }
 
 QString ImportHome::summary()
 {
+    const auto ofJob = [this](const char *column) {
+        return house
+            .value(QStringLiteral("SELECT %1 FROM jobs WHERE name = '%2'")
+                       .arg(QLatin1String(column), job.jobName))
+            .toString();
+    };
     return QStringLiteral("%1,%2 [%3] %4 layers %5 features by %6")
         .arg(flowValue(QStringLiteral("flow_status")), flowValue(QStringLiteral("check_flag")),
-             flowValue(QStringLiteral("orig_job_name")),
-             house.value(QStringLiteral("SELECT layer_count FROM jobs")).toString(),
-             house.value(QStringLiteral("SELECT feature_count FROM jobs")).toString(),
+             flowValue(QStringLiteral("orig_job_name")), ofJob("layer_count"),
+             ofJob("feature_count"),
              house
                  .value(QStringLiteral("SELECT login_name FROM users JOIN job_flows ON "
-                                       "users.id = last_import_user_id"))
+                                       "users.id = last_import_user_id WHERE job_flows.id = %1")
+                            .arg(job.flowId))
                  .toString());
 }
 
