@@ -29,7 +29,9 @@ std::unique_ptr<FileStore> storeIn(const QString &uri, const QString &database,
 {
     FileStoreSettings settings;
     settings.kind = QStringLiteral("gridfs");
-    settings.uri = uri;
+    // PyMongo waits for as long as an answer takes, and so do we here: the test server sorts all
+    // of a file before it sends the first piece.
+    settings.uri = uri + QStringLiteral("?socketTimeoutMS=600000");
     settings.database = database;
     settings.bucket = bucket;
     auto store = FileStore::create(settings);
