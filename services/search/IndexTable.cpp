@@ -89,14 +89,18 @@ std::vector<IndexSegment::Source> IndexTable::sources(const IndexSegment &segmen
     return sources;
 }
 
-/// Rows that stay where they are, as most changed ones do, need no new segment.
+/// Rows that stay where they are, as most changed ones do, need no new segment, unless they are
+/// so many that one is made in less time.
 bool IndexTable::replaceInPlace(IndexSegment &segment, Edit &edit,
                                 const std::vector<IndexRow> &rows)
 {
+    constexpr std::size_t mostReplaced = 6;
     std::sort(edit.gone.begin(), edit.gone.end());
-    const bool isSame = std::equal(
-        edit.gone.begin(), edit.gone.end(), edit.added.begin(), edit.added.end(),
-        [&](int gone, std::size_t added) { return segment.keyAt(gone) == keyOf(rows[added]); });
+    const bool areFew = edit.gone.size() <= mostReplaced;
+    const bool isSame = areFew && std::equal(edit.gone.begin(), edit.gone.end(), edit.added.begin(),
+                                             edit.added.end(), [&](int gone, std::size_t added) {
+                                                 return segment.keyAt(gone) == keyOf(rows[added]);
+                                             });
     for (std::size_t i = 0; isSame && i < edit.gone.size(); ++i)
         segment.replace(edit.gone[i], rows[edit.added[i]]);
     return isSame;

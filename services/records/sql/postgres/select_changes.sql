@@ -34,5 +34,4 @@ UNION ALL
  WHERE xid >= pg_snapshot_xmax(CAST(:moment AS pg_snapshot))
    AND xid < pg_snapshot_xmax(pg_current_snapshot())
    AND seq < :seq
- ORDER BY xid, seq
  LIMIT :most)
