@@ -70,13 +70,12 @@ void LiveRefresh::wait()
         m_waiting.stop();
 }
 
-/// Once: when the records cannot be read, the count stays, and the next try follows the
-/// next change.
+/// When the records cannot be read, the count stays, and the next try follows the look that
+/// reads them again.
 void LiveRefresh::refreshIfQuiet()
 {
-    if (!RefreshMoment::isNow(m_window, m_desks))
+    if (LiveChanges::instance().hasFailed() || !RefreshMoment::isNow(m_window, m_desks))
         return;
-    m_waiting.stop();
     Q_EMIT refreshRequested();
 }
 

@@ -3,11 +3,14 @@
 #include "services/api/LiveChanges.h"
 
 #include "foundation/ui/DMS_UICommon.h"
+#include "services/api/internal/ServerProbe.h"
 #include "services/notices/NoticeHub.h"
 #include "services/records/Dialect.h"
 #include "services/session/Runtime.h"
 #include "services/session/SessionSignals.h"
 #include "services/tasks/TaskRunner.h"
+
+#include <QScopeGuard>
 
 #include <algorithm>
 
@@ -21,18 +24,21 @@ constexpr int gathering = 100;           // one look for a burst of changes
 
 } // namespace
 
-LiveChanges::LiveChanges()
+LiveChanges::LiveChanges() : m_probe(std::make_unique<ServerProbe>())
 {
     m_timer.setInterval(m_interval);
     m_told.setSingleShot(true);
     m_told.setInterval(gathering);
     connect(&m_timer, &QTimer::timeout, this, &LiveChanges::look);
     connect(&m_told, &QTimer::timeout, this, &LiveChanges::look);
+    connect(m_probe.get(), &ServerProbe::answered, this, &LiveChanges::lookNow);
     connect(&SessionSignals::instance(), &SessionSignals::actorChanged, this, &LiveChanges::end);
     // The first of the two signals of a refresh: no desk has read yet.
     connect(UI::DMS_UICommon::interface(), &UI::DMS_UICommon::refreshOrigFileTable, this,
             &LiveChanges::startAgain);
 }
+
+LiveChanges::~LiveChanges() = default;
 
 LiveChanges &LiveChanges::instance()
 {
@@ -98,11 +104,33 @@ void LiveChanges::setWatched(bool watched)
 }
 
 /// Not in the middle of a change: what is read there may yet be undone.
-void LiveChanges::look()
+bool LiveChanges::mayLook() const
 {
     Runtime *runtime = Runtime::current();
-    if (!m_isOn || runtime == nullptr || runtime->records().database().isInTransaction())
+    return m_isOn && runtime != nullptr && !runtime->records().database().isInTransaction();
+}
+
+void LiveChanges::look()
+{
+    if (!mayLook())
         return;
+    Database &database = Runtime::current()->records().database();
+    if (m_hasFailed && database.dialect().isServer())
+        m_probe->ask(database.settings().host, database.settings().port);
+    else
+        lookNow();
+}
+
+/// Nobody has asked for anything who would want to wait: a lost connection is made anew by the
+/// next action, or here, when the server takes connections again.
+void LiveChanges::lookNow()
+{
+    if (!mayLook())
+        return;
+    Database &database = Runtime::current()->records().database();
+    database.setReopening(m_hasFailed ? Database::Reopening::Once : Database::Reopening::Never);
+    const auto patientAgain =
+        qScopeGuard([&database] { database.setReopening(Database::Reopening::Patient); });
     lookBy([](ForeignChanges &changes) {
         if (changes.isCounting())
             changes.look();

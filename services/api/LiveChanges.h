@@ -8,10 +8,12 @@
 #include <QTimer>
 
 #include <functional>
+#include <memory>
 
 namespace KODMS::Services {
 
 class ForeignChanges;
+class ServerProbe;
 
 /// Says how many records others have changed since the desks of this program last read
 /// them: other programs, and the same person at another desk. A refresh of the desks,
@@ -28,13 +30,17 @@ public:
 
     /// Whether somebody sees the count. Only then is it brought up to date: at once, and
     /// every two seconds, or when the database server tells of changes and every ten
-    /// seconds; after a failure, which is logged once, more and more seldom.
+    /// seconds; after a failure, which is logged once, more and more seldom. Nobody waits
+    /// for a server that is away: it is looked for beside the work.
     void setWatched(bool watched);
 
     bool isWatched() const { return m_timer.isActive(); }
 
     /// Records as of the last look; 1 when something was written and nobody said what.
     int count() const { return m_count; }
+
+    /// True from a look that failed until one that did not.
+    bool hasFailed() const { return m_hasFailed; }
 
     /// True while the services work for a desk, which may be in the middle of its rows.
     static bool isWorking();
@@ -47,9 +53,12 @@ Q_SIGNALS:
 
 private:
     LiveChanges();
+    ~LiveChanges() override;
 
     void listen();
     void look();
+    void lookNow();
+    bool mayLook() const;
     void startAgain();
     void end();
     void show(int count);
@@ -57,6 +66,7 @@ private:
     void succeeded();
     void failed(const QString &cause);
 
+    std::unique_ptr<ServerProbe> m_probe;
     QTimer m_timer;
     QTimer m_told; ///< runs a moment after somebody told of changes
     int m_interval = Interval;

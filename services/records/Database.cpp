@@ -92,7 +92,7 @@ void Database::reopen()
             open(Open::Existing);
             return;
         } catch (const SqlError &error) {
-            if (error.kind() != SqlError::Kind::Lost ||
+            if (error.kind() != SqlError::Kind::Lost || m_reopening != Reopening::Patient ||
                 timer.elapsed() > longestReopening - shortestAttempt - pauseOfReopening)
                 throw;
         }
@@ -102,7 +102,8 @@ void Database::reopen()
 
 bool Database::recovers(const SqlError &error)
 {
-    if (error.kind() != SqlError::Kind::Lost || !m_dialect->isServer() || m_transactionDepth > 0)
+    if (error.kind() != SqlError::Kind::Lost || !m_dialect->isServer() || m_transactionDepth > 0 ||
+        m_reopening == Reopening::Never)
         return false;
     reopen();
     return true;

@@ -78,6 +78,15 @@ public:
     /// Counts up each time the connection was made anew.
     int generation() const { return m_generation; }
 
+    enum class Reopening {
+        Patient, ///< a server may need seconds to come up again
+        Once,    ///< by one attempt
+        Never    ///< what finds the connection lost fails at once
+    };
+
+    /// How a lost connection is made anew; patiently unless somebody says otherwise.
+    void setReopening(Reopening reopening) { m_reopening = reopening; }
+
 private:
     friend class RecoveryPoint;
     friend class SqlQuery;
@@ -116,6 +125,7 @@ private:
     bool m_isBroken = false;    ///< the transaction can only be undone
     QString m_transactionId;    ///< of a writing one, where the engine names them
     int m_generation = 0;
+    Reopening m_reopening = Reopening::Patient;
     QVector<QSqlQuery> m_discarded; ///< statements that are done with
 };
 

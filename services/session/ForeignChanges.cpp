@@ -57,7 +57,7 @@ void ForeignChanges::look()
     if (!m_known)
         return;
     Mark now = readMark();
-    if (now == *m_known)
+    if (!now.isBeyond(*m_known))
         return;
     const bool areNamed = readEvents(now);
     if (!areNamed)
@@ -109,19 +109,27 @@ void ForeignChanges::writeEnds()
         m_own = readMark();
 }
 
+/// Whoever writes without the writers' lock may have ended meanwhile, and says nothing else.
 void ForeignChanges::written()
 {
-    if (m_known)
-        m_known = m_own;
+    if (!m_known)
+        return;
+    m_hasUnnamed = m_hasUnnamed || m_own.isPassed;
+    m_known = m_own;
 }
 
 ForeignChanges::Mark ForeignChanges::readMark()
 {
+    const Mark known = m_known.value_or(Mark());
     SqlQuery query = m_database.query("select_write_mark");
-    query.exec();
+    query.bind(":change", known.change)
+        .bind(":moment", known.moment)
+        .bind(":writer", known.writer)
+        .exec();
     Mark mark;
     if (query.next())
-        mark = {query.int64("version"), query.int64("event"), query.int64("change")};
+        mark = {query.int64("version"), query.int64("event"), query.int64("change"),
+                query.text("moment"),   query.text("writer"), query.number("by_others") != 0};
     return mark;
 }
 

@@ -50,10 +50,15 @@ private:
         qint64 version = 0;
         qint64 event = 0;
         qint64 change = 0;
+        QString moment;                       ///< as the engine says it
+        QString writer = QStringLiteral("0"); ///< the transaction that asked
+        bool isPassed = false;                ///< others wrote between the mark before and this
 
-        bool operator==(const Mark &other) const
+        /// Whether somebody wrote between the mark before, which is `known`, and this.
+        bool isBeyond(const Mark &known) const
         {
-            return version == other.version && event == other.event && change == other.change;
+            return isPassed || version != known.version || event != known.event ||
+                   change != known.change;
         }
     };
 

@@ -20,6 +20,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTabWidget>
 #include <QTableWidget>
@@ -62,6 +63,7 @@ private Q_SLOTS:
     void ownChangesAreNotSaid();
     void nothingMovesByItselfUnlessPreferred();
     void aPreferredRefreshHappensByItself();
+    void aRefreshThatFailedIsTriedAgain();
     void itWaitsWhileSomethingIsInTheWay_data();
     void itWaitsWhileSomethingIsInTheWay();
     void thePreferenceIsRememberedForItsUser();
@@ -270,6 +272,23 @@ void LiveRefreshTest::aPreferredRefreshHappensByItself()
     QVERIFY(!field().isVisible());
     QTest::qWait(longEnough);
     QCOMPARE(refresh.size(), 1);
+}
+
+/// When the records can be read again, without another change.
+void LiveRefreshTest::aRefreshThatFailedIsTriedAgain()
+{
+    changeElsewhere(1);
+    lookNow();
+    QVERIFY(field().isVisible());
+    m_elsewhere->run(QStringLiteral("ALTER TABLE events RENAME TO gone"));
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression(QStringLiteral("look for changes by others.*events")));
+    named<QAction>("automaticRefreshAction").trigger();
+    QTRY_VERIFY_WITH_TIMEOUT(LiveChanges::instance().hasFailed(), patience);
+    QTest::qWait(longEnough);
+    QVERIFY(field().isVisible());
+    m_elsewhere->run(QStringLiteral("ALTER TABLE gone RENAME TO events"));
+    QTRY_VERIFY_WITH_TIMEOUT(!field().isVisible(), patience);
 }
 
 using Hindrance = std::function<std::function<void()>(MainWindow &, QTableWidget &)>;

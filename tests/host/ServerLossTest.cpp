@@ -66,6 +66,7 @@ private Q_SLOTS:
     void anActionWithoutAServerIsTold();
     void anActionThatIsCutOffIsTold();
     void changesOfOthersAreStillNoticed();
+    void aWatchWaitsForNoServer();
 
 private:
     QTableWidget &jobs() const
@@ -269,6 +270,33 @@ void ServerLossTest::changesOfOthersAreStillNoticed()
     m_window->refreshDesks();
     QVERIFY(!field->isVisible());
     QCOMPARE(jobs().item(0, remarkColumn)->text(), QStringLiteral("by another"));
+}
+
+/// Nobody has asked for anything, so nobody waits; and the count goes on by itself.
+void ServerLossTest::aWatchWaitsForNoServer()
+{
+    constexpr int longestReopening = 4000;
+    LiveChanges::instance().setWatched(false);
+    const PlainConnection plain(m_installation->place());
+    plain.run(
+        QStringLiteral("UPDATE job_flows SET tips = 'before' WHERE job_name = '%1'").arg(m_job));
+    usualHandler = qInstallMessageHandler(withoutClosedSockets);
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression(QStringLiteral("look for changes by others")));
+    server->kill(SIGKILL);
+    QElapsedTimer timer;
+    timer.start();
+    LiveChanges::instance().setWatched(true); // looks at once
+    QVERIFY(timer.elapsed() < longestReopening);
+    QVERIFY(LiveChanges::instance().hasFailed());
+    server->resume();
+    auto *field = m_window->findChild<QToolButton *>(QStringLiteral("foreignChanges"));
+    QTRY_VERIFY_WITH_TIMEOUT(field->isVisible(), patience);
+    qInstallMessageHandler(usualHandler);
+    QVERIFY(!LiveChanges::instance().hasFailed());
+    QCOMPARE(jobs().item(0, remarkColumn)->text(), QStringLiteral("by another"));
+    m_window->refreshDesks();
+    QCOMPARE(jobs().item(0, remarkColumn)->text(), QStringLiteral("before"));
 }
 
 int main(int argc, char **argv)
