@@ -36,7 +36,7 @@ public:
 
     bool isWatched() const { return m_timer.isActive(); }
 
-    /// Records as of the last look; 1 when something was written and nobody said what.
+    /// Records as of the last look, and one more when something was written and nobody said what.
     int count() const { return m_count; }
 
     /// True from a look that failed until one that did not.

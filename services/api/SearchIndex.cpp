@@ -50,8 +50,11 @@ SearchIndexState stateOf(const IndexStatus &status)
 
 SearchIndexState SearchIndex::state()
 {
-    return stateOf(Runtime::current() != nullptr ? Runtime::current()->searchIndex().status()
-                                                 : IndexStatus());
+    if (Runtime::current() == nullptr)
+        return stateOf(IndexStatus());
+    ColumnIndex &index = Runtime::current()->searchIndex();
+    index.takeLoaded(); // whether or not anybody has searched since
+    return stateOf(index.status());
 }
 
 SearchIndexState SearchIndex::load()

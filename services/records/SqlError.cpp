@@ -7,7 +7,8 @@
 namespace KODMS::Services {
 
 SqlError::SqlError(Kind kind, const QString &statement, const QString &driverText)
-    : m_kind(kind), m_statement(statement), m_driverText(driverText), m_what(logText().toUtf8())
+    : m_kind(kind), m_statement(statement), m_driverText(driverText.simplified()),
+      m_what(logText().toUtf8())
 {
 }
 

@@ -33,6 +33,10 @@ public:
     std::optional<Answer> find(Database &database, const SearchView &view,
                                const SearchRequest &request, const Condition &countWhere) override;
 
+    /// Uses what has been read in the background from now on, if it is there. A search does
+    /// so by itself.
+    void takeLoaded();
+
     IndexStatus status() const;
 
     /// Reads everything now, unless it is there, and waits for it.
@@ -41,7 +45,6 @@ public:
 private:
     bool isFresh(Database &database);
     void fail(const QString &why);
-    void takeLoaded();
     void startLoading(std::unique_ptr<IndexData> known = nullptr);
     void refuse(std::unique_ptr<IndexData> known);
     bool isWorthIt(Database &database) const;

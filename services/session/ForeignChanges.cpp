@@ -90,7 +90,7 @@ bool ForeignChanges::readEvents(Mark &upTo)
 
 int ForeignChanges::count() const
 {
-    return m_records.isEmpty() && m_hasUnnamed ? 1 : m_records.size();
+    return m_records.size() + (m_hasUnnamed ? 1 : 0);
 }
 
 /// What others have written until now is read before it is mixed with what is written here.

@@ -37,7 +37,7 @@ public:
     /// stays. Not inside a transaction of this connection.
     void look();
 
-    /// Records; 1 when something was written and nobody said what.
+    /// Records, and one more when something was written and nobody said what.
     int count() const;
 
     void writeBegins() override;

@@ -193,7 +193,7 @@ void ForeignChangesTest::somethingWrittenWithoutAWordIsOneChange()
     QCOMPARE(m_changes->count(), 1);
     remark(*m_there, first, "said");
     m_changes->look();
-    QCOMPARE(m_changes->count(), 1);
+    QCOMPARE(m_changes->count(), 2);
 }
 
 void ForeignChangesTest::itIsNoticedBesideOwnWrites()
