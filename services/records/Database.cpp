@@ -78,6 +78,15 @@ void Database::close()
     m_discarded.clear();
 }
 
+void Database::abandon()
+{
+    if (!m_dialect->isServer())
+        return;
+    ++m_generation;
+    m_isBroken = m_transactionDepth > 0;
+    close();
+}
+
 void Database::reopen()
 {
     qCInfo(lcRecords).noquote() << "the connection to" << displayText() << "is made anew";

@@ -75,6 +75,12 @@ public:
     /// What people call this database: the file, or server and name.
     QString displayText() const;
 
+    /// Gives the connection to a server up, with what is open in it: a long result that is not
+    /// read to its end would come whole before anything else. What comes next makes a new one,
+    /// as after a loss. Without effect on the embedded engine, which gives no row before it is
+    /// asked for.
+    void abandon();
+
     /// Counts up each time the connection was made anew.
     int generation() const { return m_generation; }
 

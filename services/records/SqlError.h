@@ -33,6 +33,12 @@ public:
 
     const QString &driverText() const { return m_driverText; }
 
+    /// True when the same may succeed later of itself.
+    bool isPassing() const
+    {
+        return m_kind == Kind::Lost || m_kind == Kind::Busy || m_kind == Kind::Timeout;
+    }
+
     /// What to tell people, translated.
     QString userText() const;
 

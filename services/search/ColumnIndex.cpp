@@ -19,6 +19,7 @@ namespace KODMS::Services {
 namespace {
 
 constexpr std::chrono::seconds timeBetweenTries{60};
+constexpr std::chrono::seconds timeAfterPassing{5}; ///< a server may be starting again
 
 /// About a hundred scans of a column of texts. Longer lists go to the statements, which
 /// have a time limit.
@@ -44,13 +45,6 @@ std::optional<TableSearch::Window> windowOf(const IndexLayout &layout, const Sea
     if (field == nullptr || field->kind != IndexLayout::Field::Kind::Id)
         return std::nullopt;
     return window;
-}
-
-bool isPassing(const SqlError &error)
-{
-    using Kind = SqlError::Kind;
-    return error.kind() == Kind::Lost || error.kind() == Kind::Busy ||
-           error.kind() == Kind::Timeout;
 }
 
 } // namespace
@@ -86,20 +80,21 @@ bool ColumnIndex::isFresh(Database &database)
     return false;
 }
 
-void ColumnIndex::fail(const QString &why)
+void ColumnIndex::fail(const QString &why, bool isPassing)
 {
     if (why != m_failure) // once, until it works again; searches take longer meanwhile
         qCWarning(lcRecords).noquote() << "column index:" << why;
     m_hasFailed = true;
     m_failure = why;
-    m_failedAt = std::chrono::steady_clock::now();
+    m_nextTry =
+        std::chrono::steady_clock::now() + (isPassing ? timeAfterPassing : timeBetweenTries);
 }
 
 bool ColumnIndex::isWorthIt(Database &database) const
 {
     if (m_loader.isBusy())
         return false;
-    if (m_hasFailed && std::chrono::steady_clock::now() - m_failedAt < timeBetweenTries)
+    if (m_hasFailed && std::chrono::steady_clock::now() < m_nextTry)
         return false;
     SqlQuery largest = database.query("largest_flow_id");
     largest.exec().next();
@@ -123,12 +118,17 @@ void ColumnIndex::takeLoaded()
     if (!loaded)
         return;
     m_data = std::move(loaded->data);
-    m_loadMilliseconds = loaded->milliseconds;
     m_hasFailed = false;
     if (m_data == nullptr) {
-        fail(loaded->problem);
+        fail(loaded->problem, loaded->isPassing);
         return;
     }
+    if (loaded->isPassing) { // it goes on from what was known
+        m_refusals = 0;
+        qCInfo(lcRecords).noquote() << "column index: could not catch up:" << loaded->problem;
+        return;
+    }
+    m_loadMilliseconds = loaded->milliseconds;
     m_failure.clear();
     qCInfo(lcRecords) << "column index:" << m_data->flows.rows() << "flows and"
                       << m_data->origFiles.rows() << "original files in" << m_data->bytes() / 1024
@@ -144,7 +144,7 @@ bool ColumnIndex::follow(Database &database)
     try {
         result = ChangeFollower(database, *data).follow(mostChanges);
     } catch (const SqlError &error) {
-        if (isPassing(error)) // it goes on from here when the database answers again
+        if (error.isPassing()) // it goes on from here when the database answers again
             m_data = std::move(data);
         throw;
     } catch (const std::exception &error) {

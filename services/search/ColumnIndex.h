@@ -44,7 +44,7 @@ public:
 
 private:
     bool isFresh(Database &database);
-    void fail(const QString &why);
+    void fail(const QString &why, bool isPassing = false);
     void startLoading(std::unique_ptr<IndexData> known = nullptr);
     void refuse(std::unique_ptr<IndexData> known);
     bool isWorthIt(Database &database) const;
@@ -58,8 +58,8 @@ private:
     double m_loadMilliseconds = 0;
     int m_refusals = 0; ///< of what was just read, one after the other
     bool m_hasFailed = false;
-    QString m_failure; ///< what was logged, until it works again
-    std::chrono::steady_clock::time_point m_failedAt;
+    QString m_failure;                               ///< what was logged, until it works again
+    std::chrono::steady_clock::time_point m_nextTry; ///< after a failure
 };
 
 } // namespace KODMS::Services

@@ -64,30 +64,50 @@ LogPlace IndexBuilder::readLogPlace()
 std::unique_ptr<IndexData> IndexBuilder::build(int segmentRows)
 {
     auto data = std::make_unique<IndexData>(segmentRows);
-    Transaction oneState(m_database, Transaction::Purpose::Read);
-    data->log = readLogPlace();
-    using Kind = IndexDictionaries::Kind;
-    SqlQuery people = m_database.query("select_index_people");
-    readRecords(people.exec(), Kind::People, data->dictionaries);
-    SqlQuery customers = m_database.query("select_index_customers");
-    readRecords(customers.exec(), Kind::Customers, data->dictionaries);
-    readRows(IndexLayout::flows(), *data);
-    readRows(IndexLayout::origFiles(), *data);
-    oneState.commit();
-    if (m_stop)
+    if (m_isStopped())
         return nullptr;
+    Transaction oneState(m_database, Transaction::Purpose::Read);
+    if (!readAll(*data))
+        return nullptr;
+    oneState.commit();
     return data;
 }
 
-void IndexBuilder::readRows(const IndexLayout &layout, IndexData &data)
+bool IndexBuilder::readAll(IndexData &data)
 {
+    data.log = readLogPlace();
+    using Kind = IndexDictionaries::Kind;
+    return readRecords("select_index_people", Kind::People, data) &&
+           readRecords("select_index_customers", Kind::Customers, data) &&
+           readRows(IndexLayout::flows(), data) && readRows(IndexLayout::origFiles(), data);
+}
+
+bool IndexBuilder::readRecords(const char *statement, IndexDictionaries::Kind kind, IndexData &data)
+{
+    if (m_isStopped())
+        return false;
+    SqlQuery query = m_database.query(statement);
+    readRecords(query.exec(), kind, data.dictionaries);
+    return true;
+}
+
+bool IndexBuilder::readRows(const IndexLayout &layout, IndexData &data)
+{
+    if (m_isStopped())
+        return false;
     IndexTable &table = data.tableOf(layout);
     SqlQuery query = m_database.longQuery(layout.allRows);
     query.exec();
     const IndexRowReader reader(layout, query);
-    while (!m_stop && query.next())
+    while (query.next()) {
+        if (m_isStopped()) {
+            m_database.abandon(); // the rest of a long result would come first
+            return false;
+        }
         table.append(reader.read(data.dictionaries));
+    }
     table.flush();
+    return true;
 }
 
 } // namespace KODMS::Services

@@ -4,8 +4,9 @@
 
 #include "services/search/IndexData.h"
 
-#include <atomic>
+#include <functional>
 #include <memory>
+#include <utility>
 
 namespace KODMS::Services {
 
@@ -15,13 +16,14 @@ class SqlQuery;
 /// Reads the whole index from one state of the database.
 class IndexBuilder {
 public:
-    /// In the thread of the database. `stop` may be set by another one.
-    IndexBuilder(Database &database, const std::atomic<bool> &stop)
-        : m_database(database), m_stop(stop)
+    /// In the thread of the database. `isStopped` is asked before each statement and row.
+    IndexBuilder(Database &database, std::function<bool()> isStopped)
+        : m_database(database), m_isStopped(std::move(isStopped))
     {
     }
 
-    /// Null when it was stopped. Throws SqlError and IndexUnfit.
+    /// Null when it was stopped; the connection may be given up then. Throws SqlError and
+    /// IndexUnfit.
     std::unique_ptr<IndexData> build(int segmentRows);
 
     /// The people or customers of an executed query.
@@ -30,10 +32,13 @@ public:
 
 private:
     LogPlace readLogPlace();
-    void readRows(const IndexLayout &layout, IndexData &data);
+    /// False when it was stopped.
+    bool readAll(IndexData &data);
+    bool readRecords(const char *statement, IndexDictionaries::Kind kind, IndexData &data);
+    bool readRows(const IndexLayout &layout, IndexData &data);
 
     Database &m_database;
-    const std::atomic<bool> &m_stop;
+    std::function<bool()> m_isStopped;
 };
 
 } // namespace KODMS::Services

@@ -64,9 +64,15 @@ IndexLoader::Loaded IndexLoader::load(std::unique_ptr<IndexData> known) const
         if (known && catchUp(database, *known))
             loaded.data = std::move(known);
         else
-            loaded.data = IndexBuilder(database, m_stop).build(m_segmentRows);
+            loaded.data =
+                IndexBuilder(database, [this] { return m_stop.load(); }).build(m_segmentRows);
     } catch (const SqlError &error) {
         loaded.problem = error.logText();
+        loaded.isPassing = error.isPassing();
+        if (known && loaded.isPassing) { // following can be tried again from there
+            known->log.generation = LogPlace::unchecked;
+            loaded.data = std::move(known);
+        }
     } catch (const std::exception &error) {
         loaded.problem = QString::fromUtf8(error.what());
     }

@@ -21,9 +21,11 @@ namespace KODMS::Services {
 class IndexLoader {
 public:
     struct Loaded {
-        std::unique_ptr<IndexData> data; ///< null after a failure
+        /// Null after a failure; what was known after one that passes.
+        std::unique_ptr<IndexData> data;
         double milliseconds = 0;
-        QString problem; ///< for the log
+        QString problem;        ///< for the log
+        bool isPassing = false; ///< of the problem: the same may succeed later
     };
 
     IndexLoader(const DatabaseSettings &settings, int segmentRows);

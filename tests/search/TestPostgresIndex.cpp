@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/records/Transaction.h"
 #include "services/search/ColumnIndex.h"
+#include "services/search/IndexBuilder.h"
 #include "tests/records/support/ViewFixture.h"
 #include "tests/support/PlainConnection.h"
 #include "tests/support/TestMain.h"
@@ -20,14 +21,18 @@ private Q_SLOTS:
     void init();
     void cleanup();
     void aLostConnectionLosesNoIndex();
+    void aConnectionThatFailsInTheBackgroundLosesNoIndex();
     void whatWasUndoneLeavesNoGap();
     void whatIsWrittenBesideATransactionAtWorkIsSeen();
     void aTransactionElsewhereMayLastForHours();
     void whatWasTrimmedBesideATransactionAtWorkIsNotMissed();
     void aDatabaseThatWasPutBackIsReadAnew();
+    void whatIsStoppedReadsNoMore_data();
+    void whatIsStoppedReadsNoMore();
 
 private:
     static constexpr int flows = 60;
+    static constexpr int manyFlows = 20'000;
 
     bool isReady() const { return m_index->status().state == IndexStatus::State::Ready; }
 
@@ -42,6 +47,28 @@ private:
         DatabaseSettings settings = m_house->database().settings();
         settings.name = QStringLiteral("postgres");
         return std::make_unique<PlainConnection>(settings);
+    }
+
+    /// More than are read while somebody waits.
+    void changeOften() const
+    {
+        for (int i = 0; i <= ColumnIndex::mostChanges / flows; ++i)
+            m_plain->run(QStringLiteral("UPDATE job_compress SET tips = 'often'"));
+    }
+
+    /// So many that a result of theirs does not come at once.
+    void addManyFlows() const
+    {
+        const QString series =
+            QStringLiteral(" FROM generate_series(%1, %2) AS id").arg(flows + 1).arg(manyFlows);
+        const QString moment = QStringLiteral("'2026-11-02T00:00:00.000Z'");
+        m_plain->run(QStringLiteral("INSERT INTO jobs (name, customer_id, serial_number, "
+                                    "create_user_id, create_time) SELECT 'job' || id, 1, id, 1, ") +
+                     moment + series);
+        m_plain->run(QStringLiteral("INSERT INTO job_flows (id, guid, job_name, orig_file_id, "
+                                    "create_user_id, create_time) SELECT id, "
+                                    "lpad(CAST(id AS TEXT), 32, 'f'), 'job' || id, 1, 1, ") +
+                     moment + series);
     }
 
     static QString newRemark(int flow)
@@ -92,6 +119,32 @@ void TestPostgresIndex::aLostConnectionLosesNoIndex()
     QCOMPARE(seen(), 1);
     QCOMPARE(jobs("A1B"), flows);
     QVERIFY(isReady());
+}
+
+/// What is known is followed again as soon as somebody searches. A change that the log does
+/// not tell of shows that it was not read anew.
+void TestPostgresIndex::aConnectionThatFailsInTheBackgroundLosesNoIndex()
+{
+    m_plain->run(QStringLiteral("ALTER TABLE jobs DISABLE TRIGGER jobs_log"));
+    m_plain->run(QStringLiteral("UPDATE jobs SET layer_count = 17 WHERE name LIKE '%4'"));
+    changeOften();
+    const QString gate = QStringLiteral("ALTER DATABASE %1 WITH ALLOW_CONNECTIONS %2")
+                             .arg(m_house->database().settings().name);
+    const auto server = elsewhere();
+    server->run(gate.arg(QStringLiteral("false")));
+    for (int i = 0; i < 5; ++i) {     // more often than what is of no use is read
+        QCOMPARE(jobs("A1B"), flows); // by the statements
+        m_index->load();
+        QVERIFY(isReady());
+    }
+    server->run(gate.arg(QStringLiteral("true")));
+    QCOMPARE(jobs("A1B"), flows);
+    m_index->load();
+    m_plain->run(newRemark(9));
+    QCOMPARE(seen(), 1);
+    QVERIFY(isReady());
+    QVERIFY(m_house->searchFlows({condition("JobTable_LayerCount", "17", false)}));
+    QCOMPARE(m_house->total, 0);
 }
 
 void TestPostgresIndex::whatWasUndoneLeavesNoGap()
@@ -194,6 +247,47 @@ void TestPostgresIndex::aDatabaseThatWasPutBackIsReadAnew()
     m_index->load();
     QCOMPARE(seen(), 1);
     QVERIFY(isReady());
+}
+
+void TestPostgresIndex::whatIsStoppedReadsNoMore_data()
+{
+    QTest::addColumn<int>("questions"); // answered with "go on"
+    QTest::addColumn<bool>("isGivenUp");
+    QTest::newRow("before anything") << 0 << false;
+    QTest::newRow("before the people") << 1 << false;
+    QTest::newRow("before the customers") << 2 << false;
+    QTest::newRow("before the first flow") << 3 << false;
+    QTest::newRow("at the first flow") << 4 << true;
+    QTest::newRow("among the flows") << 1000 << true;
+    QTest::newRow("before the original files") << manyFlows + 4 << false;
+    QTest::newRow("among the original files") << manyFlows + 20 << true;
+}
+
+/// The rest of a result that has begun would come whole: its connection is given up at once.
+void TestPostgresIndex::whatIsStoppedReadsNoMore()
+{
+    QFETCH(int, questions);
+    QFETCH(bool, isGivenUp);
+    addManyFlows();
+    Database database(m_house->database().settings());
+    SqlQuery self = database.prepare(QStringLiteral("SELECT pg_backend_pid() AS pid"));
+    self.exec().next();
+    const QString look =
+        QStringLiteral("SELECT pid FROM pg_stat_activity WHERE pid = %1").arg(self.number("pid"));
+    int asked = 0;
+    IndexBuilder builder(database, [&asked, questions] { return ++asked > questions; });
+    QVERIFY(builder.build(RowBits::mostRows) == nullptr);
+    QCOMPARE(asked, questions + 1);
+    if (isGivenUp)
+        QTRY_COMPARE_WITH_TIMEOUT(m_plain->texts(look), QStringList(), 60000);
+    else
+        QCOMPARE(m_plain->texts(look).size(), 1);
+    self.exec().next(); // on a new connection, when the old one was given up
+    QCOMPARE(m_plain->texts(look).isEmpty(), isGivenUp);
+    IndexBuilder again(database, [] { return false; });
+    const auto all = again.build(RowBits::mostRows);
+    QVERIFY(all != nullptr);
+    QCOMPARE(static_cast<int>(all->flows.rows()), manyFlows);
 }
 
 KODMS_TEST_MAIN(TestPostgresIndex, QCoreApplication)
