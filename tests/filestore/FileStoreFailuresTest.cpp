@@ -157,7 +157,7 @@ private:
     {
         QVERIFY(!m_store->exists(m_name));
         QTRY_COMPARE_WITH_TIMEOUT(m_place->strayFiles(), QStringList(), 20000);
-        QCOMPARE(m_store->leftovers().value, QStringList());
+        QTRY_COMPARE_WITH_TIMEOUT(m_store->leftovers().value, QStringList(), 20000);
     }
 
     void nothingGot()
