@@ -1479,6 +1479,17 @@
     </message>
 </context>
 <context>
+    <name>KODMS::Host::OutageField</name>
+    <message>
+        <source>数据库暂时无法读取</source>
+        <translation>The database cannot be read</translation>
+    </message>
+    <message>
+        <source>会自动重试；刷新 (F5) 会立即重试</source>
+        <translation>Tried again by itself from time to time; refreshing (F5) tries at once</translation>
+    </message>
+</context>
+<context>
     <name>KODMS::Host::SampleBanner</name>
     <message>
         <source>示例安装：这里的料号、客户和账号都是虚构的，仅供试用</source>
@@ -2119,6 +2130,13 @@ Roles: %2</translation>
     <message>
         <source>链接不指向压缩包中的文件</source>
         <translation>the link does not lead to a file of the archive</translation>
+    </message>
+</context>
+<context>
+    <name>KODMS::Services::LiveChanges</name>
+    <message>
+        <source>数据库恢复可用</source>
+        <translation>The database is available again</translation>
     </message>
 </context>
 <context>

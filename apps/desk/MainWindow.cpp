@@ -15,6 +15,7 @@
 #include "apps/desk/MenuKeys.h"
 #include "apps/desk/NoticeLog.h"
 #include "apps/desk/NoticePanel.h"
+#include "apps/desk/OutageField.h"
 #include "apps/desk/Preferences.h"
 #include "apps/desk/SampleBanner.h"
 #include "apps/desk/ShortcutsBox.h"
@@ -146,6 +147,7 @@ void MainWindow::openPanel(QDockWidget &panel)
 
 void MainWindow::buildStatusBar(NoticeLog &notices)
 {
+    statusBar()->addPermanentWidget(new OutageField(statusBar()));
     auto *changes = new ChangesField(statusBar());
     statusBar()->addPermanentWidget(changes);
     connect(changes, &ChangesField::clicked, this, &MainWindow::refreshDesks);

@@ -13,6 +13,7 @@
 #include <QScopeGuard>
 
 #include <algorithm>
+#include <utility>
 
 namespace KODMS::Services {
 
@@ -36,6 +37,7 @@ LiveChanges::LiveChanges() : m_probe(std::make_unique<ServerProbe>())
     // The first of the two signals of a refresh: no desk has read yet.
     connect(UI::DMS_UICommon::interface(), &UI::DMS_UICommon::refreshOrigFileTable, this,
             &LiveChanges::startAgain);
+    connect(&NoticeHub::instance(), &NoticeHub::raised, this, &LiveChanges::heard);
 }
 
 LiveChanges::~LiveChanges() = default;
@@ -65,10 +67,8 @@ void LiveChanges::begin()
 /// Also after the connection was made anew. What nobody sees waits until somebody does.
 void LiveChanges::listen()
 {
-    const bool isTold = Runtime::current()->records().database().dialect().listen([this] {
-        if (isWatched() && !m_told.isActive())
-            m_told.start();
-    });
+    const bool isTold =
+        Runtime::current()->records().database().dialect().listen([this] { lookSoon(); });
     m_interval = isTold ? intervalWhenTold : Interval;
     m_timer.setInterval(m_interval);
 }
@@ -110,10 +110,27 @@ bool LiveChanges::mayLook() const
     return m_isOn && runtime != nullptr && !runtime->records().database().isInTransaction();
 }
 
+void LiveChanges::lookSoon()
+{
+    if (isWatched() && !m_told.isActive())
+        m_told.start();
+}
+
+/// It may come of a database that is away: a look tells.
+void LiveChanges::heard(int level)
+{
+    if (!m_isOn || level != static_cast<int>(NoticeLevel::Error))
+        return;
+    m_wasErrorTold = true;
+    lookSoon();
+}
+
 void LiveChanges::look()
 {
     if (!mayLook())
         return;
+    if (m_hasFailed)
+        m_timer.setInterval(std::min(m_timer.interval() * 2, longestInterval));
     Database &database = Runtime::current()->records().database();
     if (m_hasFailed && database.dialect().isServer())
         m_probe->ask(database.settings().host, database.settings().port);
@@ -151,21 +168,28 @@ void LiveChanges::lookBy(const std::function<void(ForeignChanges &)> &step)
     show(changes.count());
 }
 
+/// An error that was told would otherwise be the last that people hear of it.
 void LiveChanges::succeeded()
 {
+    const bool wasErrorTold = std::exchange(m_wasErrorTold, false);
     if (!m_hasFailed)
         return;
     m_hasFailed = false;
     m_timer.setInterval(m_interval);
     qCInfo(lcRecords) << "look for changes by others: works again";
+    if (wasErrorTold)
+        NoticeHub::instance().raise(NoticeLevel::Information, tr("数据库恢复可用"));
+    Q_EMIT failedChanged(false);
 }
 
 void LiveChanges::failed(const QString &cause)
 {
-    if (!m_hasFailed)
-        qCWarning(lcRecords).noquote() << "look for changes by others" << cause;
+    if (m_hasFailed)
+        return;
+    qCWarning(lcRecords).noquote() << "look for changes by others" << cause;
     m_hasFailed = true;
-    m_timer.setInterval(std::min(m_timer.interval() * 2, longestInterval));
+    m_timer.setInterval(Interval);
+    Q_EMIT failedChanged(true);
 }
 
 void LiveChanges::show(int count)

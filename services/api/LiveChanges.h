@@ -31,7 +31,8 @@ public:
     /// Whether somebody sees the count. Only then is it brought up to date: at once, and
     /// every two seconds, or when the database server tells of changes and every ten
     /// seconds; after a failure, which is logged once, more and more seldom. Nobody waits
-    /// for a server that is away: it is looked for beside the work.
+    /// for a server that is away: it is looked for beside the work, and when it was made out
+    /// by somebody's action. An error that people are told of is looked into at once.
     void setWatched(bool watched);
 
     bool isWatched() const { return m_timer.isActive(); }
@@ -51,15 +52,20 @@ public:
 Q_SIGNALS:
     void countChanged(int records);
 
+    /// The records can no longer be read, or can be read again.
+    void failedChanged(bool hasFailed);
+
 private:
     LiveChanges();
     ~LiveChanges() override;
 
     void listen();
     void look();
+    void lookSoon();
     void lookNow();
     bool mayLook() const;
     void startAgain();
+    void heard(int level);
     void end();
     void show(int count);
     void lookBy(const std::function<void(ForeignChanges &)> &step);
@@ -68,11 +74,12 @@ private:
 
     std::unique_ptr<ServerProbe> m_probe;
     QTimer m_timer;
-    QTimer m_told; ///< runs a moment after somebody told of changes
+    QTimer m_told; ///< runs a moment after somebody told of changes, or of an error
     int m_interval = Interval;
     int m_count = 0;
     bool m_isOn = false; ///< from begin() until the user signs out
     bool m_hasFailed = false;
+    bool m_wasErrorTold = false; ///< to people, since the last look that did not fail
 };
 
 } // namespace KODMS::Services

@@ -101,8 +101,8 @@ public:
     virtual void setStatementTimeout(int milliseconds) = 0;
 
     /// Has `wake` called from this thread's event loop whenever another connection has
-    /// told of changes, also after the connection was made anew; an empty one ends it.
-    /// False when the engine tells nobody. Throws SqlError.
+    /// told of changes, and as soon as the connection was made anew, for it may have been
+    /// told meanwhile; an empty one ends it. False when the engine tells nobody. Throws SqlError.
     virtual bool listen(const std::function<void()> & /*wake*/) { return false; }
 
     /// Called before each statement: its time-out counts from here.

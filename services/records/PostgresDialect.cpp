@@ -93,8 +93,10 @@ void PostgresDialect::opened(QSqlDatabase &connection, const DatabaseSettings &s
     server.makePatient(connection);
     if (m_timeoutMs)
         setStatementTimeout(*m_timeoutMs);
-    if (m_wake)
+    if (m_wake) {
         subscribe();
+        m_wake(); // what was told while nobody listened
+    }
 }
 
 bool PostgresDialect::listen(const std::function<void()> &wake)

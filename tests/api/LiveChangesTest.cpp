@@ -4,6 +4,7 @@
 
 #include "foundation/ui/DMS_UICommon.h"
 #include "services/api/Orders.h"
+#include "services/notices/NoticeHub.h"
 #include "services/records/Transaction.h"
 #include "services/session/Runtime.h"
 #include "tests/api/support/Installation.h"
@@ -56,6 +57,8 @@ private Q_SLOTS:
     void nobodyWhoLooksMeansNoLook();
     void signingOutEndsIt();
     void aFailureIsLoggedOnce();
+    void aFailureIsSignalledUntilItIsOver();
+    void onlyAnErrorThatWasToldHasItsEndTold();
     void notInTheMiddleOfAChange();
     void withoutServicesNothingHappens();
 
@@ -65,6 +68,8 @@ private:
     static Database &database() { return Runtime::current()->records().database(); }
 
     static void lookNow();
+    static void hideEvents();
+    static void showEvents();
 
     std::unique_ptr<Installation> m_home;
 };
@@ -106,6 +111,19 @@ void LiveChangesTest::lookNow()
 {
     LiveChanges::instance().setWatched(false);
     LiveChanges::instance().setWatched(true);
+}
+
+/// The next look fails, which is announced here.
+void LiveChangesTest::hideEvents()
+{
+    database().run(QStringLiteral("ALTER TABLE events RENAME TO gone"));
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression(QStringLiteral("look for changes by others.*events")));
+}
+
+void LiveChangesTest::showEvents()
+{
+    database().run(QStringLiteral("ALTER TABLE gone RENAME TO events"));
 }
 
 void LiveChangesTest::aChangeOfAnotherProgramIsNoticed()
@@ -176,18 +194,60 @@ void LiveChangesTest::aFailureIsLoggedOnce()
 {
     payElsewhere({QStringLiteral("web000001")});
     lookNow();
-    database().run(QStringLiteral("ALTER TABLE events RENAME TO gone"));
-    QTest::ignoreMessage(QtWarningMsg,
-                         QRegularExpression(QStringLiteral("look for changes by others.*events")));
+    hideEvents();
     lookNow();
     lookNow(); // a second warning would fail the test
     QCOMPARE(LiveChanges::instance().count(), 1);
     DMS_UICommon::interface()->emitGobalSingal();
     QCOMPARE(LiveChanges::instance().count(), 1); // what could not be read is not forgotten
-    database().run(QStringLiteral("ALTER TABLE gone RENAME TO events"));
+    showEvents();
     payElsewhere({QStringLiteral("web000002")});
     lookNow();
     QTRY_COMPARE_WITH_TIMEOUT(LiveChanges::instance().count(), 2, patience);
+}
+
+void LiveChangesTest::aFailureIsSignalledUntilItIsOver()
+{
+    QSignalSpy told(&LiveChanges::instance(), &LiveChanges::failedChanged);
+    hideEvents();
+    lookNow();
+    lookNow();
+    QCOMPARE(told, QList<QVariantList>{{true}});
+    showEvents();
+    lookNow();
+    QTRY_COMPARE_WITH_TIMEOUT(told.size(), 2, patience);
+    QCOMPARE(told.last(), QVariantList{false});
+    lookNow();
+    QCOMPARE(told.size(), 2);
+}
+
+void LiveChangesTest::onlyAnErrorThatWasToldHasItsEndTold()
+{
+    QSignalSpy notices(&NoticeHub::instance(), &NoticeHub::raised);
+    hideEvents();
+    lookNow();
+    showEvents();
+    lookNow();
+    QTRY_VERIFY_WITH_TIMEOUT(!LiveChanges::instance().hasFailed(), patience);
+    QCOMPARE(notices.size(), 0);
+
+    NoticeHub::instance().raise(NoticeLevel::Error, QStringLiteral("of something else"));
+    lookNow();
+    hideEvents();
+    lookNow();
+    showEvents();
+    lookNow();
+    QTRY_VERIFY_WITH_TIMEOUT(!LiveChanges::instance().hasFailed(), patience);
+    QCOMPARE(notices.size(), 1);
+
+    hideEvents();
+    NoticeHub::instance().raise(NoticeLevel::Error, QStringLiteral("of these records"));
+    QTRY_VERIFY_WITH_TIMEOUT(LiveChanges::instance().hasFailed(), patience); // looks at once
+    showEvents();
+    lookNow();
+    QTRY_VERIFY_WITH_TIMEOUT(!LiveChanges::instance().hasFailed(), patience);
+    QCOMPARE(notices.size(), 3);
+    QCOMPARE(notices.last(), (QVariantList{0, QStringLiteral("数据库恢复可用")}));
 }
 
 void LiveChangesTest::notInTheMiddleOfAChange()

@@ -17,6 +17,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QProcess>
@@ -64,6 +65,7 @@ private Q_SLOTS:
     void nothingMovesByItselfUnlessPreferred();
     void aPreferredRefreshHappensByItself();
     void aRefreshThatFailedIsTriedAgain();
+    void whatCannotBeReadIsSaid();
     void itWaitsWhileSomethingIsInTheWay_data();
     void itWaitsWhileSomethingIsInTheWay();
     void thePreferenceIsRememberedForItsUser();
@@ -114,6 +116,8 @@ void LiveRefreshTest::init()
     m_preferences =
         std::make_unique<Preferences>(Preferences::fileBeside(m_installation->configPath()));
     m_notices = std::make_unique<NoticeLog>();
+    connect(DMS_UICommon::interface(), &DMS_UICommon::serviceNotice, m_notices.get(),
+            &NoticeLog::add);
     m_handOvers = std::make_unique<HandOverLog>();
     open(QStringLiteral("admin"));
 }
@@ -289,6 +293,22 @@ void LiveRefreshTest::aRefreshThatFailedIsTriedAgain()
     QVERIFY(field().isVisible());
     m_elsewhere->run(QStringLiteral("ALTER TABLE gone RENAME TO events"));
     QTRY_VERIFY_WITH_TIMEOUT(!field().isVisible(), patience);
+}
+
+/// Quietly: nobody has asked for anything.
+void LiveRefreshTest::whatCannotBeReadIsSaid()
+{
+    const auto &outage = named<QLabel>("outageField");
+    QVERIFY(!outage.isVisible());
+    m_elsewhere->run(QStringLiteral("ALTER TABLE events RENAME TO gone"));
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression(QStringLiteral("look for changes by others.*events")));
+    lookNow();
+    QTRY_VERIFY_WITH_TIMEOUT(outage.isVisible(), patience);
+    QCOMPARE(outage.text(), QStringLiteral("数据库暂时无法读取"));
+    m_elsewhere->run(QStringLiteral("ALTER TABLE gone RENAME TO events"));
+    QTRY_VERIFY_WITH_TIMEOUT(!outage.isVisible(), patience);
+    QCOMPARE(m_notices->rowCount(), 0);
 }
 
 using Hindrance = std::function<std::function<void()>(MainWindow &, QTableWidget &)>;

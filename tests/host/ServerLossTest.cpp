@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
+#include "apps/desk/ElidedLabel.h"
 #include "apps/desk/HandOverLog.h"
 #include "apps/desk/MainWindow.h"
 #include "apps/desk/NoticeLog.h"
@@ -16,6 +17,7 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QLabel>
 #include <QLineEdit>
 #include <QRegularExpression>
 #include <QTabWidget>
@@ -67,6 +69,8 @@ private Q_SLOTS:
     void anActionThatIsCutOffIsTold();
     void changesOfOthersAreStillNoticed();
     void aWatchWaitsForNoServer();
+    void anIdleDeskSaysThatTheServerIsAway();
+    void theEndOfWhatWasToldIsTold();
 
 private:
     QTableWidget &jobs() const
@@ -80,6 +84,13 @@ private:
     void remark(const QString &text);
     void expectAllRemarks() const;
     void awaitWaiting() const;
+
+    QLabel &outage() const { return *m_window->findChild<QLabel *>(QStringLiteral("outageField")); }
+
+    QString latestNotice() const
+    {
+        return m_window->findChild<ElidedLabel *>(QStringLiteral("latestNotice"))->fullText();
+    }
 
     std::unique_ptr<SampleInstallation> m_installation;
     std::unique_ptr<Preferences> m_preferences;
@@ -297,6 +308,45 @@ void ServerLossTest::aWatchWaitsForNoServer()
     QCOMPARE(jobs().item(0, remarkColumn)->text(), QStringLiteral("by another"));
     m_window->refreshDesks();
     QCOMPARE(jobs().item(0, remarkColumn)->text(), QStringLiteral("before"));
+}
+
+/// And says no more of it when the server is back.
+void ServerLossTest::anIdleDeskSaysThatTheServerIsAway()
+{
+    const int notices = m_notices.rowCount();
+    LiveChanges::instance().setWatched(true);
+    QVERIFY(!outage().isVisible());
+    usualHandler = qInstallMessageHandler(withoutClosedSockets);
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression(QStringLiteral("look for changes by others")));
+    server->kill(SIGKILL);
+    QTRY_VERIFY_WITH_TIMEOUT(outage().isVisible(), patience);
+    server->resume();
+    QTRY_VERIFY_WITH_TIMEOUT(!outage().isVisible(), patience);
+    qInstallMessageHandler(usualHandler);
+    QCOMPARE(m_notices.rowCount(), notices);
+}
+
+/// The status bar does not stay with an error that is over, whoever finds that out.
+void ServerLossTest::theEndOfWhatWasToldIsTold()
+{
+    LiveChanges::instance().setWatched(true);
+    usualHandler = qInstallMessageHandler(withoutClosedSockets);
+    server->kill(SIGQUIT);
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("remark.UpdateTips")));
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression(QStringLiteral("look for changes by others")));
+    remark(QStringLiteral("into the void"));
+    const QString error = latestNotice();
+    QVERIFY(!error.isEmpty());
+    QTRY_VERIFY_WITH_TIMEOUT(outage().isVisible(), patience);
+    QCOMPARE(latestNotice(), error);
+    server->resume();
+    search(m_job);
+    QVERIFY(jobs().rowCount() > 0);
+    QTRY_VERIFY_WITH_TIMEOUT(!outage().isVisible(), patience);
+    qInstallMessageHandler(usualHandler);
+    QCOMPARE(latestNotice(), QStringLiteral("数据库恢复可用"));
 }
 
 int main(int argc, char **argv)
