@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QTextCodec>
 
+#include <langinfo.h>
 #include <sys/stat.h>
 
 #include <clocale>
@@ -19,9 +20,9 @@ namespace {
 /// bare container has none at all.
 void readAndWriteUtf8()
 {
-    if (QTextCodec::codecForLocale()->name() == "UTF-8")
-        return;
-    std::setlocale(LC_CTYPE, "C.UTF-8");
+    // Qt and the C library may be of different minds about a shell that says nothing.
+    if (qstrcmp(nl_langinfo(CODESET), "UTF-8") != 0)
+        std::setlocale(LC_CTYPE, "C.UTF-8");
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
 }
 

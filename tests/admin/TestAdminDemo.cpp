@@ -19,6 +19,7 @@ class TestAdminDemo : public QObject {
 private Q_SLOTS:
     void theDemoHasAnAccountForEachRole();
     void theDemoHasFilesToDownload();
+    void theDemoNeedsNoLocale();
     void demoAccountsCanSignIn();
     void demoAccountsAreReadableByTheirOwnerOnly();
     void refusesADemoWhereSomethingStands();
@@ -43,6 +44,20 @@ void TestAdminDemo::theDemoHasFilesToDownload()
     QVERIFY2(check.code == 0, check.all());
     QVERIFY2(check.json()[QStringLiteral("files")].toInt() >= 12, check.all());
     QCOMPARE(check.json()[QStringLiteral("sampleRecords")].toInt(), 0);
+}
+
+/// As in a bare container; the files bear Chinese names.
+void TestAdminDemo::theDemoNeedsNoLocale()
+{
+    AdminSandbox sandbox;
+    sandbox.extraEnvironment = QStringList{QStringLiteral("LC_ALL=C"), QStringLiteral("LANG=C")};
+    const AdminRun made = demo(sandbox);
+    QVERIFY2(made.code == 0, made.all());
+    const AdminRun check = sandbox.runJson({QStringLiteral("--config"),
+                                            made.json()[QStringLiteral("config")].toString(),
+                                            QStringLiteral("check")});
+    QVERIFY2(check.code == 0, check.all());
+    QVERIFY2(check.json()[QStringLiteral("files")].toInt() >= 12, check.all());
 }
 
 void TestAdminDemo::theDemoHasAnAccountForEachRole()

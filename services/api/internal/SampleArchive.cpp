@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/api/internal/SampleArchive.h"
 
+#include "services/archive/Utf8Locale.h"
 #include "services/records/sample/SampleWords.h"
 
 #include <QCoreApplication>
@@ -73,6 +74,7 @@ bool addLayers(archive *target, const QString &folder)
 
 Outcome SampleArchive::write(const QString &path, const QString &jobName)
 {
+    const Utf8Locale chineseNames;
     const Archive target(archive_write_new(), &archive_write_free);
     const QByteArray note = "Generated sample job " + jobName.toUtf8() + ".\n";
     const QString folder = jobName + QLatin1Char('/');
