@@ -180,6 +180,33 @@ private Q_SLOTS:
         QCOMPARE(m_bucket->count(".kodms.strays"), 0);
     }
 
+    /// A removal by another client takes the first chunks first, and may have been killed.
+    void chunksOfNobodyAreFoundWithoutTheirFirst_data()
+    {
+        QTest::addColumn<QByteArray>("id");
+        QTest::newRow("an object id") << QByteArray("{'$oid': '65a000000000000000000001'}");
+        QTest::newRow("a name") << QByteArray("'theirs'");
+    }
+
+    void chunksOfNobodyAreFoundWithoutTheirFirst()
+    {
+        QFETCH(QByteArray, id);
+        QVERIFY(m_store->put(m_source, m_name, m_progress));
+        const int stored = m_bucket->count(".chunks");
+        for (int n : {2, 3})
+            m_bucket->insert(".chunks",
+                             chunk("65a00000000000000000000" + QByteArray::number(n), "", n)
+                                 .replace("{'$oid': ''}", id));
+        QCOMPARE(m_store->leftovers().value.size(), 1);
+        QVERIFY(m_store->sweep());
+        QCOMPARE(m_bucket->count(".chunks"), stored + 2);
+        ageStrays();
+        QVERIFY(m_store->sweep());
+        QCOMPARE(m_bucket->count(".chunks"), stored);
+        QCOMPARE(m_store->leftovers().value, QStringList());
+        QVERIFY(m_store->verify(m_name, m_progress));
+    }
+
     void aPutOfAnotherClientThatCameToItsEndIsNoStray()
     {
         m_bucket->insert(".chunks",

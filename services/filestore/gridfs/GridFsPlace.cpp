@@ -76,8 +76,30 @@ Outcome GridFsPlace::failure(const char *doing, const bson_error_t &error) const
 Outcome GridFsPlace::each(Part part, const Bson &filter, const Bson &options,
                           const std::function<bool(const BsonView &)> &take) const
 {
-    mongoc_cursor_t *cursor =
-        mongoc_collection_find_with_opts(collection(part), filter.get(), options.get(), nullptr);
+    return readAll(
+        mongoc_collection_find_with_opts(collection(part), filter.get(), options.get(), nullptr),
+        take);
+}
+
+/// In the order of the index, so that a server steps from value to value through it.
+Outcome GridFsPlace::eachValue(Part part, const char *field,
+                               const std::function<bool(const GridFsId &)> &take) const
+{
+    std::vector<Bson> stages(2);
+    stages[0].document("$sort", Bson().small(field, 1));
+    stages[1].document("$group",
+                       Bson().text("_id", QStringLiteral("$%1").arg(QString::fromLatin1(field))));
+    Bson pipeline;
+    pipeline.documents("pipeline", stages);
+    Bson options;
+    options.flag("allowDiskUse", true); // where another client has made no index
+    return readAll(mongoc_collection_aggregate(collection(part), MONGOC_QUERY_NONE, pipeline.get(),
+                                               options.get(), nullptr),
+                   [&take](const BsonView &group) { return take(group.id("_id")); });
+}
+
+Outcome GridFsPlace::readAll(mongoc_cursor_t *cursor, const Take &take) const
+{
     const bson_t *document = nullptr;
     while (mongoc_cursor_next(cursor, &document) && take(BsonView(document))) {
     }

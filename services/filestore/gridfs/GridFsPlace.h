@@ -4,6 +4,7 @@
 
 #include "services/filestore/gridfs/Bson.h"
 #include "services/filestore/gridfs/BsonView.h"
+#include "services/filestore/gridfs/GridFsId.h"
 #include "services/filestore/gridfs/GridFsServer.h"
 
 #include <array>
@@ -35,6 +36,9 @@ public:
     /// Each document that matches, until `take` returns false.
     Outcome each(Part part, const Bson &filter, const Bson &options,
                  const std::function<bool(const BsonView &)> &take) const;
+    /// Each value that a field has anywhere, once. The first field of an index: no content is read.
+    Outcome eachValue(Part part, const char *field,
+                      const std::function<bool(const GridFsId &)> &take) const;
     Result<bool> any(Part part, const Bson &filter) const;
 
     Outcome insert(Part part, const std::vector<Bson> &documents) const;
@@ -53,6 +57,8 @@ public:
     Result<qint64> now() const;
 
 private:
+    using Take = std::function<bool(const BsonView &)>;
+    Outcome readAll(mongoc_cursor_t *cursor, const Take &take) const;
     Outcome command(const char *database, const Bson &command, bson_t *reply) const;
     Outcome failure(const char *doing, const bson_error_t &error) const;
     QString nameOf(Part part) const;

@@ -189,20 +189,16 @@ Outcome GridFsSweeper::finishRemoval(const Remain &removed, qint64 now) const
 
 Result<GridFsSweeper::Ids> GridFsSweeper::strays() const
 {
-    // The index answers this by itself; no content is read.
-    Bson options;
-    options.document("sort", Bson().small("files_id", 1).small("n", 1))
-        .document("projection", Bson().small("_id", 0).small("files_id", 1).small("n", 1));
     Ids candidates;
     Ids found;
     Outcome kept;
-    const Outcome read = m_place.each(GridFsPlace::Chunks, Bson().small("n", 0), options,
-                                      [&](const BsonView &chunk) {
-                                          candidates.push_back(chunk.id("files_id"));
-                                          if (candidates.size() == LookedUpAtOnce)
-                                              kept = keepStrays(candidates, found);
-                                          return kept.ok;
-                                      });
+    const Outcome read =
+        m_place.eachValue(GridFsPlace::Chunks, "files_id", [&](const GridFsId &id) {
+            candidates.push_back(id);
+            if (candidates.size() == LookedUpAtOnce)
+                kept = keepStrays(candidates, found);
+            return kept.ok;
+        });
     if (read && kept)
         kept = keepStrays(candidates, found);
     if (!read || !kept)
