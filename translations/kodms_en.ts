@@ -1503,10 +1503,6 @@
         <translation>List the questions of the selected job</translation>
     </message>
     <message>
-        <source>表格中按 Enter</source>
-        <translation>Enter, in a table</translation>
-    </message>
-    <message>
         <source>修改备注</source>
         <translation>Edit the remark</translation>
     </message>
@@ -1529,6 +1525,10 @@
     <message>
         <source>快捷键</source>
         <translation>Shortcuts</translation>
+    </message>
+    <message>
+        <source>表格中按回车</source>
+        <translation>Enter, in a table</translation>
     </message>
 </context>
 <context>

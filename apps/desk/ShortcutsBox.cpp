@@ -41,7 +41,7 @@ QList<QAction *> inOrder(const QWidget &window)
 
 QVector<Key> keysOfTables()
 {
-    return {{ShortcutsBox::tr("列出所选料号的问题"), ShortcutsBox::tr("表格中按 Enter")},
+    return {{ShortcutsBox::tr("列出所选料号的问题"), ShortcutsBox::tr("表格中按回车")},
             {ShortcutsBox::tr("修改备注"), ShortcutsBox::tr("表格中按 F2")},
             {ShortcutsBox::tr("右键菜单（复制）"), ShortcutsBox::tr("表格中按菜单键")},
             {ShortcutsBox::tr("下一个、上一个控件"), QStringLiteral("Tab, Shift+Tab")}};

@@ -42,12 +42,12 @@ StatusFields::StatusFields(QStatusBar &bar, NoticeLog &log) : QObject(&bar), m_l
     auto *database =
         new ElidedLabel(&bar, Services::ServiceRuntime::instance().databaseText(), Qt::ElideMiddle);
     database->setObjectName(QStringLiteral("databaseField"));
-    database->setMaximumWidth(320);
+    database->setMaximumWidth(400);
     bar.addWidget(m_icon);
-    bar.addWidget(m_latest, 3);
+    bar.addWidget(m_latest, 1);
     bar.addPermanentWidget(m_count);
     bar.addPermanentWidget(makeUserLabel(bar));
-    bar.addPermanentWidget(database, 1);
+    bar.addPermanentWidget(database);
     connect(m_count, &QToolButton::clicked, this, &StatusFields::noticesRequested);
     connect(m_latest, &ElidedLabel::clicked, this, &StatusFields::noticesRequested);
     connect(&m_log, &NoticeLog::latestChanged, this, &StatusFields::showLatest);

@@ -6,7 +6,11 @@
 #include "services/records/RecordContext.h"
 
 #include <archive.h>
+#include <isa-l.h>
+#include <mongoc/mongoc.h>
+#include <openssl/crypto.h>
 #include <sodium.h>
+#include <xlsxwriter.h>
 
 namespace KODMS::Services {
 
@@ -42,6 +46,19 @@ QVector<ComponentVersion> componentVersions()
     addEngine(all);
     all.append({QStringLiteral("libarchive"), lastWord(archive_version_string()),
                 QStringLiteral("BSD-2-Clause")});
+    all.append({QStringLiteral("ISA-L"),
+                QStringLiteral("%1.%2.%3")
+                    .arg(ISAL_MAJOR_VERSION)
+                    .arg(ISAL_MINOR_VERSION)
+                    .arg(ISAL_PATCH_VERSION),
+                QStringLiteral("BSD-3-Clause")});
+    all.append({QStringLiteral("libxlsxwriter"), QString::fromLatin1(lxw_version()),
+                QStringLiteral("BSD-2-Clause")});
+    all.append({QStringLiteral("libmongoc"), QString::fromLatin1(mongoc_get_version()),
+                QStringLiteral("Apache-2.0")});
+    all.append({QStringLiteral("OpenSSL"),
+                QString::fromLatin1(OpenSSL_version(OPENSSL_VERSION_STRING)),
+                QStringLiteral("Apache-2.0")});
     all.append({QStringLiteral("libsodium"), QString::fromLatin1(sodium_version_string()),
                 QStringLiteral("ISC")});
     return all;

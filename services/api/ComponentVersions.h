@@ -9,15 +9,15 @@
 
 namespace KODMS::Services {
 
-/// A library that this one stands on, as it is at run time.
+/// A library that this one stands on: its version at run time, or, of one that does not tell it,
+/// at build time.
 struct ComponentVersion {
     QString name;
     QString version;
     QString licence;
 };
 
-/// Qt, the database engine (when one is running), the archive and the password
-/// library. GUI thread.
+/// All of them, with the database engine when one is running. GUI thread.
 KODMS_SERVICES_API QVector<ComponentVersion> componentVersions();
 
 } // namespace KODMS::Services

@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
 #include "services/api/ServiceRuntime.h"
+
+#include "services/api/ComponentVersions.h"
 #include "services/api/SignIn.h"
 #include "services/records/Database.h"
 #include "services/records/StoredFiles.h"
@@ -51,6 +53,7 @@ private Q_SLOTS:
     void theChangeLogDoesNotGrowForEver();
     void aChangeLogOfAnotherServerIsBegunAnew();
     void aFolderThatCannotBeMadeIsNoticed();
+    void namesEveryLibraryBehindIt();
 
 private:
     static int deleteMarks()
@@ -355,6 +358,24 @@ void ServiceRuntimeTest::aFolderThatCannotBeMadeIsNoticed()
 
 /// After the last test an installation is left running: it has to close with the
 /// application object.
+/// With its licence, as some of these ask for.
+void ServiceRuntimeTest::namesEveryLibraryBehindIt()
+{
+    m_home->initAndStart();
+    QStringList names;
+    const auto all = componentVersions();
+    for (const ComponentVersion &one : all) {
+        names << one.name;
+        QVERIFY2(one.version.contains(QRegularExpression(QStringLiteral("^[0-9]+[.][0-9]"))),
+                 qPrintable(one.name + QLatin1Char(' ') + one.version));
+        QVERIFY2(!one.licence.isEmpty(), qPrintable(one.name));
+    }
+    const char *engine = KODMS::Tests::TestDatabase::isServer() ? "PostgreSQL" : "SQLite";
+    for (const char *name : {"Qt", engine, "libarchive", "ISA-L", "libxlsxwriter", "libmongoc",
+                             "OpenSSL", "libsodium"})
+        QVERIFY2(names.contains(QLatin1String(name)), name);
+}
+
 int main(int argc, char **argv)
 {
     KODMS::Tests::prepareEnvironment();
