@@ -32,6 +32,8 @@ public:
             QStringLiteral("findAndModify"), QStringLiteral("create"),
             QStringLiteral("drop"),          QStringLiteral("dropDatabase")};
         const QString verb = QString::fromLatin1(name);
+        if (verb == QLatin1String("find") || verb == QLatin1String("getMore"))
+            addRead(command);
         if (!writes.contains(verb))
             return;
         bson_iter_t where;
@@ -49,14 +51,31 @@ public:
     /// Those that some server alone acknowledges.
     QStringList hasty() const { return sorted(m_hasty); }
 
+    /// How many documents were asked for at once, where it was said.
+    QSet<qint64> batches() const
+    {
+        const std::lock_guard<std::mutex> guard(m_mutex);
+        return m_batches;
+    }
+
     void forget()
     {
         const std::lock_guard<std::mutex> guard(m_mutex);
+        m_batches.clear();
         m_writes.clear();
         m_hasty.clear();
     }
 
 private:
+    void addRead(const bson_t *command)
+    {
+        bson_iter_t size;
+        if (!bson_iter_init_find(&size, command, "batchSize"))
+            return;
+        const std::lock_guard<std::mutex> guard(m_mutex);
+        m_batches.insert(bson_iter_as_int64(&size));
+    }
+
     static bool waitsForMajority(const bson_t *command)
     {
         bson_iter_t all;
@@ -78,6 +97,7 @@ private:
     mutable std::mutex m_mutex;
     QSet<QString> m_writes;
     QSet<QString> m_hasty;
+    QSet<qint64> m_batches;
 };
 
 void started(const mongoc_apm_command_started_t *event)
@@ -136,6 +156,35 @@ private Q_SLOTS:
               "update kodms.puts", "update kodms.removed", "update kodms.strays"})
             known << QString::fromLatin1(write);
         QCOMPARE(SentCommands::all().writes(), known);
+    }
+
+    /// Eight of these largest chunks are more than a message of the protocol may be.
+    void anAnswerHoldsWhatAMessageMay_data()
+    {
+        QTest::addColumn<qint64>("chunkSize");
+        QTest::addColumn<qint64>("chunks");
+        QTest::newRow("of our size") << qint64{255 * 1024} << qint64{32};
+        QTest::newRow("small ones of another client") << qint64{1024} << qint64{8192};
+        QTest::newRow("large ones of another client") << qint64{15 * 1024 * 1024} << qint64{1};
+    }
+
+    void anAnswerHoldsWhatAMessageMay()
+    {
+        QFETCH(qint64, chunkSize);
+        QFETCH(qint64, chunks);
+        const StoreUnderTest place;
+        const RawBucket bucket(place.settings());
+        bucket.insert(".files", "{'_id': {'$oid': '65a000000000000000000001'}, 'length': 1, "
+                                "'chunkSize': " +
+                                    QByteArray::number(chunkSize) + ", 'filename': 'theirs.tgz'}");
+        bucket.insert(".chunks", "{'_id': {'$oid': '65a000000000000000000009'}, 'files_id': "
+                                 "{'$oid': '65a000000000000000000001'}, 'n': 0, 'data': "
+                                 "{'$binary': {'base64': 'YQ==', 'subType': '00'}}}");
+        const auto store = place.opened();
+        SentCommands::all().forget();
+        NoProgress progress;
+        QVERIFY(store->verify(QStringLiteral("theirs.tgz"), progress));
+        QCOMPARE(SentCommands::all().batches(), QSet<qint64>{chunks});
     }
 
 private:

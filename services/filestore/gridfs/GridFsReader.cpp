@@ -16,22 +16,28 @@ namespace KODMS::Services {
 
 namespace {
 
-constexpr std::size_t Waiting = 8;
-/// Chunks in one answer of the server: some 2 MiB. Left to itself a server may fill its
-/// largest message, which takes seconds on a slow line, and memory.
-constexpr int ChunksAtOnce = 8;
+/// Of content in one answer of the server. Left to itself a server may fill its largest
+/// message, which takes seconds on a slow line, and memory, or exceed it. Each answer costs a
+/// journey there and back, and on a busy machine twice the wait for a processor.
+constexpr qint64 BytesAtOnce = 8 << 20;
 constexpr std::chrono::milliseconds LookForCancel(50);
+
+qint64 chunksAtOnce(const GridFsFile &file)
+{
+    return qMax<qint64>(1, BytesAtOnce / file.chunkSize);
+}
 
 /// What the fetching thread and the reading one share; it lives as long as either.
 struct Feed {
     Feed(std::shared_ptr<GridFsServer> from, GridFsFile what)
-        : server(std::move(from)), file(std::move(what)), chunks(Waiting)
+        : server(std::move(from)), file(std::move(what)),
+          chunks(static_cast<std::size_t>(chunksAtOnce(file)))
     {
     }
 
     const std::shared_ptr<GridFsServer> server;
     const GridFsFile file;
-    BoundedQueue<std::vector<char>> chunks;
+    BoundedQueue<std::vector<char>> chunks; ///< a whole answer, while the next one is asked for
     Outcome outcome;
 };
 
@@ -87,7 +93,7 @@ void fetch(Feed &feed)
     Bson options;
     options.document("sort", Bson().small("n", 1))
         .document("projection", Bson().small("_id", 0).small("n", 1).small("data", 1))
-        .small("batchSize", ChunksAtOnce);
+        .number("batchSize", chunksAtOnce(feed.file));
     const Outcome found =
         GridFsPlace(feed.server)
             .each(GridFsPlace::Chunks, Bson().id("files_id", feed.file.id), options,
