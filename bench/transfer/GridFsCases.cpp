@@ -114,9 +114,13 @@ bool hasPyMongo()
                              {QStringLiteral("-c"), QStringLiteral("import pymongo, gridfs")}) == 0;
 }
 
-std::vector<TransferCase> gridFsCases(const Material &material, const QString &uri)
+std::vector<TransferCase> gridFsCases(const Material &material, const MongoServer &server)
 {
-    return {putCase(material, uri), getCase(material, uri)};
+    std::vector<TransferCase> cases{putCase(material, server.uri()),
+                                    getCase(material, server.uri())};
+    for (TransferCase &one : cases)
+        one.serverCpu = [&server] { return server.cpu(); };
+    return cases;
 }
 
 } // namespace KODMS::Bench

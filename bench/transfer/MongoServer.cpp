@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QProcess>
 
+#include <unistd.h>
+
 namespace KODMS::Bench {
 
 namespace {
@@ -36,6 +38,19 @@ MongoServer::MongoServer(const QString &folder) : m_folder(folder)
 MongoServer::~MongoServer()
 {
     command("stop", m_folder);
+}
+
+double MongoServer::cpu() const
+{
+    constexpr int TimeInUserMode = 11; // fields after the name of the program, as proc(5) has them
+    QFile file(QStringLiteral("/proc/%1/stat").arg(lineIn(m_folder + QStringLiteral("/pid"))));
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    const QByteArray line = file.readAll();
+    const QList<QByteArray> fields = line.mid(line.lastIndexOf(')') + 2).split(' ');
+    const double ticks =
+        fields.value(TimeInUserMode).toDouble() + fields.value(TimeInUserMode + 1).toDouble();
+    return 1000.0 * ticks / static_cast<double>(::sysconf(_SC_CLK_TCK));
 }
 
 } // namespace KODMS::Bench

@@ -20,6 +20,9 @@ public:
 
     const QString &reason() const { return m_reason; }
 
+    /// The CPU time that it has had so far, in milliseconds; 0 when it was not started here.
+    double cpu() const;
+
 private:
     QString m_folder;
     QString m_uri;

@@ -27,13 +27,15 @@ double cpuNow()
 
 } // namespace
 
-RunTime timed(const std::function<void()> &run)
+RunTime timed(const std::function<void()> &run, const std::function<double()> &serverCpu)
 {
+    const auto server = [&] { return serverCpu ? serverCpu() : 0.0; };
+    const double serverBefore = server();
     const double cpu = cpuNow();
     const auto start = std::chrono::steady_clock::now();
     run();
     const std::chrono::duration<double, std::milli> wall = std::chrono::steady_clock::now() - start;
-    return {wall.count(), cpuNow() - cpu};
+    return {wall.count(), cpuNow() - cpu, server() - serverBefore};
 }
 
 long peakMemory()

@@ -11,9 +11,11 @@ namespace KODMS::Bench {
 struct RunTime {
     double wall = 0;
     double cpu = 0;
+    double serverCpu = 0; ///< of the server that it worked with, where there is one of ours
 };
 
-RunTime timed(const std::function<void()> &run);
+/// `serverCpu` tells the server's so far; it may be empty.
+RunTime timed(const std::function<void()> &run, const std::function<double()> &serverCpu = {});
 
 /// The most memory that this process has had in RAM so far, in KiB.
 long peakMemory();

@@ -23,6 +23,7 @@ struct TransferCase {
     /// A folder of thousands of files stays until the end: the file system hands out
     /// new ones more slowly for minutes after such a removal, and to both.
     bool hasManyFiles = false;
+    std::function<double()> serverCpu; ///< see timed()
 };
 
 /// `material` outlives them; it makes what a case needs when that is prepared.

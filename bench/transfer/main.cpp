@@ -53,13 +53,13 @@ double ratioOf(const Line &line, double RunTime::*part)
 }
 
 /// One run in an empty folder.
-RunTime runIn(const QDir &place, const QString &name, bool isKept,
+RunTime runIn(const QDir &place, const QString &name, const TransferCase &work,
               const std::function<void(const QString &)> &run)
 {
     QDir folder(place.filePath(name));
     folder.mkpath(QStringLiteral("."));
-    const RunTime time = timed([&] { run(folder.path()); });
-    if (!isKept)
+    const RunTime time = timed([&] { run(folder.path()); }, work.serverCpu);
+    if (!work.hasManyFiles)
         folder.removeRecursively();
     return time;
 }
@@ -77,7 +77,7 @@ Line measure(const TransferCase &work, const QDir &place, const WarmMemory &memo
                                  .arg(QString::fromLatin1(who));
         ::sync();
         memory.prepare(sources);
-        times.push_back(runIn(place, name, work.hasManyFiles, action));
+        times.push_back(runIn(place, name, work, action));
     };
     const auto us = [&] { run("ours", line.ours, work.ours); };
     const auto them = [&] {
@@ -89,8 +89,13 @@ Line measure(const TransferCase &work, const QDir &place, const WarmMemory &memo
         them();
         if (round % 2 != 0)
             us();
-        std::fprintf(stderr, "  ours %.0f ms, theirs %.0f ms\n", line.ours.back().wall,
-                     line.theirs.back().wall);
+        const RunTime &ours = line.ours.back();
+        const RunTime &theirs = line.theirs.back();
+        std::fprintf(stderr, "  ours %.0f ms, theirs %.0f ms", ours.wall, theirs.wall);
+        if (theirs.serverCpu > 0)
+            std::fprintf(stderr, "; the server's CPU: %.0f ms, %.0f ms", ours.serverCpu,
+                         theirs.serverCpu);
+        std::fprintf(stderr, "\n");
     }
     return line;
 }
@@ -121,6 +126,8 @@ void printJson(const std::vector<Line> &lines, int rounds)
             {QStringLiteral("ratioCpu"), ratioOf(line, &RunTime::cpu)},
             {QStringLiteral("oursCpuMs"), medianOf(line.ours, &RunTime::cpu)},
             {QStringLiteral("theirsCpuMs"), medianOf(line.theirs, &RunTime::cpu)},
+            {QStringLiteral("oursServerCpuMs"), medianOf(line.ours, &RunTime::serverCpu)},
+            {QStringLiteral("theirsServerCpuMs"), medianOf(line.theirs, &RunTime::serverCpu)},
             {QStringLiteral("theirs"), line.work.theirs()}};
     const QJsonObject all{{QStringLiteral("rounds"), rounds},
                           {QStringLiteral("peakMemoryKiB"), static_cast<double>(peakMemory())},
@@ -137,7 +144,7 @@ std::vector<TransferCase> allCases(const Material &material, const QDir &place,
                      server.uri().isEmpty() ? qPrintable(server.reason()) : "no python3-gridfs");
         return cases;
     }
-    const auto more = gridFsCases(material, server.uri());
+    const auto more = gridFsCases(material, server);
     cases.insert(cases.end(), more.begin(), more.end());
     return cases;
 }
