@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "bench/desk/BenchInstallation.h"
 
+#include "bench/support/MustSucceed.h"
 #include "foundation/bll/Odbpp_Flow_ViewBll.h"
 #include "services/api/InstallationSetup.h"
 #include "services/api/SampleData.h"
@@ -21,12 +22,6 @@ namespace KODMS::Bench {
 using namespace Services;
 
 namespace {
-
-void mustSucceed(const Outcome &outcome)
-{
-    if (!outcome)
-        throw std::runtime_error(outcome.text.toStdString());
-}
 
 /// What a desk meets all day but for its first seconds.
 void mustBeReady(const SearchIndexState &index)

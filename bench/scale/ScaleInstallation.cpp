@@ -2,17 +2,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "bench/scale/ScaleInstallation.h"
 
+#include "bench/support/MustSucceed.h"
 #include "services/api/InstallationSetup.h"
 #include "services/api/SampleData.h"
 #include "services/api/ServiceRuntime.h"
 #include "services/api/SignIn.h"
+#include "tests/support/PlainConnection.h"
+#include "tests/support/ServerFile.h"
 
 #include <QFile>
-#include <QSqlDatabase>
-#include <QSqlError>
-#include <QSqlQuery>
 #include <QUuid>
-#include <QVariant>
 
 #include <cstdio>
 #include <stdexcept>
@@ -23,23 +22,13 @@ using namespace Services;
 
 namespace {
 
-void mustSucceed(const Outcome &outcome)
+Tests::ServerFile readServerFile(const QString &path)
 {
-    if (!outcome)
-        throw std::runtime_error(outcome.text.toStdString());
-}
-
-QHash<QString, QString> readServerFile(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw std::runtime_error("no such file: " + path.toStdString());
-    QHash<QString, QString> values;
-    for (const QString &line : QString::fromUtf8(file.readAll()).split(QLatin1Char('\n')))
-        values[line.section(QLatin1Char('='), 0, 0)] = line.section(QLatin1Char('='), 1);
-    if (values.contains(QStringLiteral("reason")))
-        throw std::runtime_error("no server: " + values[QStringLiteral("reason")].toStdString());
-    return values;
+    Tests::ServerFile file(path);
+    if (!file.isServer())
+        throw std::runtime_error(file.isRead() ? "no server: " + file.reason().toStdString()
+                                               : "no such file: " + path.toStdString());
+    return file;
 }
 
 QString shortUuid()
@@ -49,10 +38,11 @@ QString shortUuid()
 
 } // namespace
 
-ScaleInstallation::ScaleInstallation(const QString &serverFile, int flows)
-    : m_server(readServerFile(serverFile)), m_database(QStringLiteral("scale") + shortUuid()),
-      m_password(shortUuid())
+ScaleInstallation::ScaleInstallation(const QString &serverFile, int flows) : m_password(shortUuid())
 {
+    const Tests::ServerFile file = readServerFile(serverFile);
+    m_server = file.settings(QStringLiteral("scale") + shortUuid());
+    m_pid = static_cast<int>(file.pid());
     mustSucceed(InstallationSetup::init(writeConfiguration(port()), QStringLiteral("chief"),
                                         QStringLiteral("Chief"), m_password));
     generate(flows);
@@ -69,8 +59,7 @@ QString ScaleInstallation::writeConfiguration(quint16 port)
                                         "[paths]\nstaging=%6/\ndownload=%6/\n");
     file.write(text.arg(host())
                    .arg(port)
-                   .arg(m_database, m_server[QStringLiteral("user")],
-                        m_server[QStringLiteral("passwordFile")], m_dir.path())
+                   .arg(m_server.name, m_server.user, m_server.passwordFile, m_dir.path())
                    .toUtf8());
     return file.fileName();
 }
@@ -95,27 +84,11 @@ void ScaleInstallation::start(quint16 port)
 
 void ScaleInstallation::changeByOthers(int times)
 {
-    const QString name = QStringLiteral("others");
-    {
-        QSqlDatabase connection = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), name);
-        connection.setHostName(host());
-        connection.setPort(port());
-        connection.setDatabaseName(m_database);
-        connection.setUserName(m_server[QStringLiteral("user")]);
-        QFile password(m_server[QStringLiteral("passwordFile")]);
-        if (password.open(QIODevice::ReadOnly))
-            connection.setPassword(QString::fromUtf8(password.readAll().trimmed()));
-        if (!connection.open())
-            throw std::runtime_error(connection.lastError().text().toStdString());
-        QSqlQuery query(connection);
-        const QString change = QStringLiteral("UPDATE job_flows SET tips = 'elsewhere' WHERE id = "
-                                              "(SELECT min(id) + %1 FROM job_flows)");
-        for (int i = 0; i < times; ++i) {
-            if (!query.exec(change.arg(i)))
-                throw std::runtime_error(query.lastError().text().toStdString());
-        }
-    }
-    QSqlDatabase::removeDatabase(name);
+    const Tests::PlainConnection others(m_server);
+    for (int i = 0; i < times; ++i)
+        others.run(QStringLiteral("UPDATE job_flows SET tips = 'elsewhere' WHERE id = "
+                                  "(SELECT min(id) + %1 FROM job_flows)")
+                       .arg(i));
 }
 
 } // namespace KODMS::Bench

@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QHash>
+#include "services/config/Configuration.h"
+
 #include <QString>
 #include <QTemporaryDir>
 
@@ -12,15 +13,15 @@ namespace KODMS::Bench {
 /// database of its own and generated records.
 class ScaleInstallation {
 public:
-    /// `serverFile`: lines KEY=VALUE with host, port, user, passwordFile and pid.
+    /// `serverFile`: what tests/postgres/server wrote when it started the server.
     /// Throws std::runtime_error.
     ScaleInstallation(const QString &serverFile, int flows);
 
-    QString host() const { return m_server[QStringLiteral("host")]; }
+    QString host() const { return m_server.host; }
 
-    quint16 port() const { return m_server[QStringLiteral("port")].toUShort(); }
+    quint16 port() const { return static_cast<quint16>(m_server.port); }
 
-    int serverPid() const { return m_server[QStringLiteral("pid")].toInt(); }
+    int serverPid() const { return m_pid; }
 
     /// Starts the services over `port` and signs in.
     void start(quint16 port);
@@ -33,8 +34,8 @@ private:
     void generate(int flows);
 
     QTemporaryDir m_dir;
-    QHash<QString, QString> m_server;
-    QString m_database;
+    Services::DatabaseSettings m_server; ///< of the database there
+    int m_pid = 0;
     QString m_password;
 };
 

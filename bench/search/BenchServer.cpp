@@ -3,9 +3,9 @@
 #include "bench/search/BenchServer.h"
 
 #include "services/records/Database.h"
+#include "tests/support/ServerFile.h"
 
 #include <QDir>
-#include <QFile>
 #include <QProcess>
 
 namespace KODMS::Bench {
@@ -39,28 +39,9 @@ bool BenchServer::run(const QStringList &arguments)
 
 void BenchServer::readFile()
 {
-    m_problem = QStringLiteral("it could not be started");
-    m_settings.driver = QStringLiteral("postgres");
-    m_settings.name = QStringLiteral("postgres");
-    QFile file(QDir(m_folder).filePath(QStringLiteral("server")));
-    if (!file.open(QIODevice::ReadOnly))
-        return;
-    m_problem.clear();
-    const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
-    for (const QString &line : lines) {
-        const QString key = line.section(QLatin1Char('='), 0, 0);
-        const QString value = line.section(QLatin1Char('='), 1);
-        if (key == QLatin1String("reason"))
-            m_problem = value;
-        else if (key == QLatin1String("host"))
-            m_settings.host = value;
-        else if (key == QLatin1String("port"))
-            m_settings.port = value.toInt();
-        else if (key == QLatin1String("user"))
-            m_settings.user = value;
-        else if (key == QLatin1String("passwordFile"))
-            m_settings.passwordFile = value;
-    }
+    const Tests::ServerFile file(QDir(m_folder).filePath(QStringLiteral("server")));
+    m_problem = file.isRead() ? file.reason() : QStringLiteral("it could not be started");
+    m_settings = file.settings(QStringLiteral("postgres"));
 }
 
 DatabaseSettings BenchServer::databaseFor(int flows)

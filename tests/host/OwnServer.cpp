@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/host/OwnServer.h"
 
+#include "tests/support/ServerFile.h"
+
 #include <QFile>
 #include <QProcess>
 #include <QThread>
@@ -36,15 +38,7 @@ void OwnServer::run(const char *command) const
 
 qint64 OwnServer::pid() const
 {
-    QFile file(m_folder.filePath(QStringLiteral("server")));
-    if (!file.open(QIODevice::ReadOnly))
-        return 0;
-    while (!file.atEnd()) {
-        const QByteArray line = file.readLine().trimmed();
-        if (line.startsWith("pid="))
-            return line.mid(4).toLongLong();
-    }
-    return 0;
+    return ServerFile(m_folder.filePath(QStringLiteral("server"))).pid();
 }
 
 void OwnServer::kill(int signal) const

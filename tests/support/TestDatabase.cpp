@@ -3,11 +3,11 @@
 #include "tests/support/TestDatabase.h"
 
 #include "tests/support/PlainConnection.h"
+#include "tests/support/ServerFile.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
-#include <QMap>
 #include <QUuid>
 #include <QVector>
 
@@ -20,34 +20,23 @@ namespace {
 constexpr int StatementTimeoutMs = 30000;
 constexpr int BusyTimeoutMs = 5000;
 
-const QString ServerName = QStringLiteral("postgres");
 /// The server's own databases: one that is always there, and one that is always empty.
 const QString HomeDatabase = QStringLiteral("postgres");
 const QString EmptyDatabase = QStringLiteral("template0");
 
 /// What the server's starter wrote.
-QMap<QString, QString> serverFile()
+ServerFile serverFile()
 {
-    QFile file(qEnvironmentVariable("KODMS_TEST_SERVER"));
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("KODMS_TEST_SERVER names no file that can be read: %s", qPrintable(file.fileName()));
-    QMap<QString, QString> values;
-    const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
-    for (const QString &line : lines)
-        values.insert(line.section(QLatin1Char('='), 0, 0), line.section(QLatin1Char('='), 1));
-    return values;
+    const QString path = qEnvironmentVariable("KODMS_TEST_SERVER");
+    ServerFile file(path);
+    if (!file.isRead())
+        qFatal("KODMS_TEST_SERVER names no file that can be read: %s", qPrintable(path));
+    return file;
 }
 
 DatabaseSettings serverSettings(const QString &name)
 {
-    const QMap<QString, QString> values = serverFile();
-    DatabaseSettings settings;
-    settings.driver = ServerName;
-    settings.host = values[QStringLiteral("host")];
-    settings.port = values[QStringLiteral("port")].toInt();
-    settings.user = values[QStringLiteral("user")];
-    settings.passwordFile = values[QStringLiteral("passwordFile")];
-    settings.name = name;
+    DatabaseSettings settings = serverFile().settings(name);
     settings.sslMode = QStringLiteral("prefer");
     settings.statementTimeoutMs = StatementTimeoutMs;
     settings.busyTimeoutMs = BusyTimeoutMs;
@@ -90,9 +79,9 @@ bool TestDatabase::isEngineThere(QString *why)
 {
     if (!isServer())
         return true;
-    const QMap<QString, QString> values = serverFile();
-    *why = values.value(QStringLiteral("reason"));
-    return !values.contains(QStringLiteral("reason"));
+    const ServerFile file = serverFile();
+    *why = file.reason();
+    return file.isServer();
 }
 
 DatabaseSettings TestDatabase::settingsAt(const QString &place)
