@@ -69,9 +69,9 @@ function(kodms_add_test name)
 endfunction()
 
 # kodms_run_on_postgres([LONG] NAME...): runs the same executables once more, as NAME.postgres, on
-# the server that the fixture postgres starts, one at a time: what readers see of the change log
-# waits for every transaction of the server, other databases' included. Called in the folder of the
-# tests. LONG: not with every change, since there they take minutes.
+# the server that the fixture postgres starts, one at a time: what readers of the change log read
+# again depends on the transactions at work on the whole server, other databases' included. Called in
+# the folder of the tests. LONG: not with every change, since there they take minutes.
 function(kodms_run_on_postgres)
   if(NOT UNIX)
     return()

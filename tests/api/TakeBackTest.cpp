@@ -96,12 +96,7 @@ void TakeBackTest::whatIsBeingRecordedStays()
         Transaction transaction(database);
         record(database);
         begun.release();
-        const QString waiting = QStringLiteral("SELECT count(*) FROM pg_locks WHERE NOT granted "
-                                               "AND locktype = 'advisory' AND database = "
-                                               "(SELECT oid FROM pg_database "
-                                               "WHERE datname = current_database())");
-        for (int i = 0; i < 300 && watcher.texts(waiting) != QStringList(QStringLiteral("1")); ++i)
-            QThread::msleep(10);
+        watcher.awaitWaitingWriter();
         transaction.commit();
     }));
     other->start();

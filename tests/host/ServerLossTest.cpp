@@ -25,7 +25,6 @@
 #include <QTest>
 #include <QToolButton>
 
-#include <chrono>
 #include <csignal>
 #include <memory>
 #include <thread>
@@ -83,7 +82,6 @@ private:
     void search(const QString &text) const;
     void remark(const QString &text);
     void expectAllRemarks() const;
-    void awaitWaiting() const;
 
     QLabel &outage() const { return *m_window->findChild<QLabel *>(QStringLiteral("outageField")); }
 
@@ -232,17 +230,6 @@ void ServerLossTest::anActionWithoutAServerIsTold()
     expectAllRemarks();
 }
 
-/// Until somebody waits for the writers' lock; not longer than anybody would. In any thread.
-void ServerLossTest::awaitWaiting() const
-{
-    constexpr int mostLooks = 1000;
-    const PlainConnection watcher(m_installation->place());
-    const QString waiting =
-        QStringLiteral("SELECT pid FROM pg_locks WHERE locktype = 'advisory' AND NOT granted");
-    for (int look = 0; look < mostLooks && watcher.texts(waiting).isEmpty(); ++look)
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
-}
-
 /// It waits for another writer, so that the server is surely killed in its middle.
 void ServerLossTest::anActionThatIsCutOffIsTold()
 {
@@ -251,7 +238,7 @@ void ServerLossTest::anActionThatIsCutOffIsTold()
     writer.run(QStringLiteral("SELECT pg_advisory_lock(%1)").arg(writersLock));
     const int notices = m_notices.rowCount();
     std::thread killer([this] {
-        awaitWaiting();
+        PlainConnection(m_installation->place()).awaitWaitingWriter();
         server->kill(SIGKILL);
         server->resume();
     });

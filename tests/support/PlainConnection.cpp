@@ -6,6 +6,7 @@
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
+#include <QThread>
 #include <QUuid>
 #include <QVariant>
 
@@ -123,6 +124,18 @@ QStringList PlainConnection::sortedRows(const QString &statement) const
     }
     rows.sort();
     return rows;
+}
+
+void PlainConnection::awaitWaitingWriter() const
+{
+    constexpr int mostLooks = 1000;
+    constexpr int pause = 10; // ms
+    const QString waiting =
+        QStringLiteral("SELECT pid FROM pg_locks WHERE NOT granted AND locktype = 'advisory' AND "
+                       "database = (SELECT oid FROM pg_database "
+                       "WHERE datname = current_database())");
+    for (int look = 0; look < mostLooks && texts(waiting).isEmpty(); ++look)
+        QThread::msleep(pause);
 }
 
 QStringList PlainConnection::tables() const

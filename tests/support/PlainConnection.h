@@ -37,6 +37,10 @@ public:
     /// Every row, its columns side by side, in the order of these texts.
     QStringList sortedRows(const QString &statement) const;
 
+    /// Returns when somebody waits for the turn of a writer to this database, which is a
+    /// server's; after ten seconds all the same.
+    void awaitWaitingWriter() const;
+
     /// The names of all tables, in their order.
     QStringList tables() const;
 
