@@ -61,11 +61,13 @@ IndexLoader::Loaded IndexLoader::load(std::unique_ptr<IndexData> known) const
     const auto started = std::chrono::steady_clock::now();
     try {
         Database database(m_settings);
-        if (known && catchUp(database, *known))
+        if (known && catchUp(database, *known)) {
             loaded.data = std::move(known);
-        else
+        } else {
+            known.reset(); // two of them would need twice the memory
             loaded.data =
                 IndexBuilder(database, [this] { return m_stop.load(); }).build(m_segmentRows);
+        }
     } catch (const SqlError &error) {
         loaded.problem = error.logText();
         loaded.isPassing = error.isPassing();
