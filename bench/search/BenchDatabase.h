@@ -44,6 +44,8 @@ public:
 
 private:
     void generate();
+    void readAll();
+    void warmServer();
 
     int m_flows;
     double m_seconds = 0;

@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QProcess>
+#include <QProcessEnvironment>
 
 namespace KODMS::Bench {
 
@@ -31,6 +32,10 @@ BenchServer::~BenchServer()
 bool BenchServer::run(const QStringList &arguments)
 {
     QProcess starter;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    if (!environment.contains(QStringLiteral("KODMS_TEST_BUFFERS"))) // as for a million flows
+        environment.insert(QStringLiteral("KODMS_TEST_BUFFERS"), QStringLiteral("2GB"));
+    starter.setProcessEnvironment(environment);
     starter.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     starter.setStandardOutputFile(QProcess::nullDevice());
     starter.start(QStringLiteral(KODMS_SERVER_STARTER), arguments);

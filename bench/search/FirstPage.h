@@ -19,6 +19,7 @@ public:
 
 private:
     void open();
+    template <typename Service, typename Row> static void show(const char *field);
 
     Services::DatabaseSettings m_settings;
     Stopwatch m_watch;

@@ -4,6 +4,7 @@
 
 #include "bench/search/BenchDatabase.h"
 
+#include <algorithm>
 #include <functional>
 
 namespace KODMS::Bench {
@@ -130,6 +131,21 @@ QStringList chinese(int length, int count)
     return list;
 }
 
+/// Different parts of that many Chinese characters of these texts.
+QStringList chineseParts(const QStringList &texts, int length, int most)
+{
+    const auto isChinese = [](QChar sign) { return sign.script() == QChar::Script_Han; };
+    QStringList parts;
+    for (const QString &text : texts) {
+        for (int start = 0; start + length <= text.size() && parts.size() < most; ++start) {
+            const QString part = text.mid(start, length);
+            if (std::all_of(part.begin(), part.end(), isChinese) && !parts.contains(part))
+                parts << part;
+        }
+    }
+    return parts;
+}
+
 void addJobNameCases(std::vector<SearchCase> &cases, BenchDatabase &database, int terms)
 {
     const auto byName = [](const QString &term) { return List{test("KoJobName", term, true)}; };
@@ -142,10 +158,24 @@ void addJobNameCases(std::vector<SearchCase> &cases, BenchDatabase &database, in
     cases.push_back(makeCase(QStringLiteral("job name, 2 characters"), parts(names, 2, 0), byName));
     cases.push_back(makeCase(QStringLiteral("job name, 3 characters"), parts(names, 3, 2), byName));
     cases.push_back(makeCase(QStringLiteral("job name, 8 characters"), parts(names, 8, 1), byName));
-    cases.push_back(
-        makeCase(QStringLiteral("job name, 1 Chinese character"), chinese(1, terms), byName));
-    cases.push_back(
-        makeCase(QStringLiteral("job name, 2 Chinese characters"), chinese(2, terms), byName));
+}
+
+/// Job names have no Chinese characters; the names that the files came with have.
+void addChineseCases(std::vector<SearchCase> &cases, BenchDatabase &database, int terms)
+{
+    const auto byName = [](const QString &term) { return List{test("OrigName", term, true)}; };
+    for (const int length : {1, 2}) {
+        const QStringList parts =
+            chineseParts(database.someTexts(QStringLiteral("job_compress"),
+                                            QStringLiteral("orig_name"), 50 * terms),
+                         length, terms);
+        if (parts.isEmpty())
+            continue;
+        cases.push_back(makeCase(length == 1
+                                     ? QStringLiteral("original name, 1 Chinese character")
+                                     : QStringLiteral("original name, 2 Chinese characters"),
+                                 parts, byName, false));
+    }
 }
 
 void addFilterCases(std::vector<SearchCase> &cases, BenchDatabase &database, int terms)
@@ -263,6 +293,7 @@ std::vector<SearchCase> searchCases(BenchDatabase &database, int terms)
     cases.push_back(makeCase(QStringLiteral("no filter"), {QString()},
                              [](const QString &t) { return List{test("KoJobName", t, true)}; }));
     addJobNameCases(cases, database, terms);
+    addChineseCases(cases, database, terms);
     addScopeCases(cases, database, terms);
     addOrigCases(cases, database, terms);
     addFilterCases(cases, database, terms);

@@ -20,6 +20,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 
 using namespace KODMS;
 using namespace KODMS::Bench;
@@ -110,7 +111,21 @@ void printTable(const std::vector<Line> &lines)
                     line.plain.cpuMedian(), line.ratio(), line.worstRatio);
 }
 
-void printJson(BenchDatabase &database, const std::vector<Line> &lines)
+/// What the index costs beside the searches.
+struct Costs {
+    explicit Costs(BenchDatabase &database)
+        : write(database.context().database()), start(database.settings())
+    {
+        constexpr int rounds = 20;
+        write.measure(rounds);
+        start.measure(rounds);
+    }
+
+    WriteCost write;
+    FirstPage start;
+};
+
+void printJson(BenchDatabase &database, const std::vector<Line> &lines, const Costs *costs)
 {
     QJsonArray cases;
     for (const Line &line : lines)
@@ -126,7 +141,7 @@ void printJson(BenchDatabase &database, const std::vector<Line> &lines)
                              {QStringLiteral("plainCpuMedianMs"), line.plain.cpuMedian()},
                              {QStringLiteral("ratioCpu"), line.ratio()},
                              {QStringLiteral("worstRatioCpu"), line.worstRatio}};
-    const QJsonObject all{
+    QJsonObject all{
         {QStringLiteral("engine"),
          database.isServer() ? QStringLiteral("postgres") : QStringLiteral("sqlite")},
         {QStringLiteral("flows"), database.flows()},
@@ -135,6 +150,12 @@ void printJson(BenchDatabase &database, const std::vector<Line> &lines)
         {QStringLiteral("indexBytes"), static_cast<double>(database.index().status().bytes)},
         {QStringLiteral("indexMs"), database.index().status().loadMilliseconds},
         {QStringLiteral("cases"), cases}};
+    if (costs != nullptr) {
+        all.insert(QStringLiteral("firstPageMedianMs"), costs->start.watch().wallMedian());
+        all.insert(QStringLiteral("firstPage99Ms"), costs->start.watch().wall99());
+        all.insert(QStringLiteral("newFlowCpuMs"), costs->write.milliseconds());
+        all.insert(QStringLiteral("newFlowWithLogToWithout"), costs->write.ratio());
+    }
     std::printf("%s\n", QJsonDocument(all).toJson().constData());
 }
 
@@ -146,15 +167,9 @@ void useIndex(BenchDatabase &database)
     database.context().setViewIndex(&database.index());
 }
 
-/// What the index costs beside the searches.
-void printCosts(BenchDatabase &database)
+void printCosts(BenchDatabase &database, const Costs &costs)
 {
-    constexpr int rounds = 20;
     const Services::IndexStatus status = database.index().status();
-    WriteCost write(database.context().database());
-    write.measure(rounds);
-    FirstPage start(database.settings());
-    start.measure(rounds);
     std::printf("\n| what | measured |\n|---|---|\n"
                 "| index | %.1f MB, %.1f bytes a flow |\n"
                 "| reading it in the background | %.0f ms |\n"
@@ -164,8 +179,8 @@ void printCosts(BenchDatabase &database)
                 "| the same / without the log | %.2f |\n",
                 static_cast<double>(status.bytes) / 1e6,
                 static_cast<double>(status.bytes) / std::max(1, status.flows),
-                status.loadMilliseconds, start.watch().wallMedian(), start.watch().wall99(),
-                write.milliseconds(), write.ratio());
+                status.loadMilliseconds, costs.start.watch().wallMedian(),
+                costs.start.watch().wall99(), costs.write.milliseconds(), costs.write.ratio());
 }
 
 void runBench(const QCommandLineParser &options, const Services::DatabaseSettings &settings)
@@ -184,8 +199,11 @@ void runBench(const QCommandLineParser &options, const Services::DatabaseSetting
         std::fprintf(stderr, "%s\n", qPrintable(searchCase.name));
         lines.push_back(measure(database, searchCase, terms, plainTerms));
     }
+    std::unique_ptr<Costs> costs;
+    if (hasIndex && wanted.isEmpty())
+        costs = std::make_unique<Costs>(database);
     if (options.isSet(QStringLiteral("json"))) {
-        printJson(database, lines);
+        printJson(database, lines, costs.get());
         return;
     }
     std::printf("%s, %d flows, %.0f MB, generated in %.1f s, %d terms a case (plain view: %d)\n\n",
@@ -193,8 +211,8 @@ void runBench(const QCommandLineParser &options, const Services::DatabaseSetting
                 static_cast<double>(database.bytes()) / 1e6, database.generationSeconds(), terms,
                 plainTerms);
     printTable(lines);
-    if (hasIndex)
-        printCosts(database);
+    if (costs)
+        printCosts(database, *costs);
     std::printf("\n");
     std::fflush(stdout);
 }

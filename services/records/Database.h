@@ -64,6 +64,9 @@ public:
 
     bool isInTransaction() const { return m_transactionDepth > 0; }
 
+    /// False also while a transaction is open that could not be undone.
+    bool isOutsideTransactions() const { return m_transactionDepth == 0 && !m_isAbandoned; }
+
     /// Null when nobody wants to know. Not owned.
     WriteListener *writeListener() const { return m_writeListener; }
 

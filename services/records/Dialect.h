@@ -64,6 +64,11 @@ public:
     /// can be lost and made anew, and foreign programs may write beside ours.
     virtual bool isServer() const = 0;
 
+    /// True where each statement can tell the moment that it has read, in a column of that
+    /// name: statements of one moment have read one state of the database. A moment without a
+    /// name equals no other.
+    virtual bool tellsMoments() const { return false; }
+
     /// True when nothing but an undo is possible in a transaction after an error.
     virtual bool errorEndsTransaction() const = 0;
 

@@ -7,6 +7,7 @@
 #include "services/records/ShownRecords.h"
 #include "services/records/ViewService.h"
 #include "services/records/conditions/SearchView.h"
+#include "services/records/conditions/ViewSearch.h"
 
 namespace KODMS::DataLib::BLL {
 
@@ -29,11 +30,14 @@ void remember(RecordContext &context, const SqlQuery &query)
     context.shownRecords()->shown(shown);
 }
 
-void readRows(RecordContext &context, const QVector<int> &ids, std::vector<Odbpp_Flow_View> &rows)
+bool readRows(RecordContext &context, const Services::ViewSearch &search,
+              std::vector<Odbpp_Flow_View> &rows)
 {
-    rows.resize(static_cast<std::size_t>(ids.size()));
-    Services::RowReader(context.database(), "select_flow_rows")
-        .read(ids, [&](int place, const SqlQuery &query) {
+    rows.clear();
+    rows.resize(static_cast<std::size_t>(search.ids().size()));
+    const QString moment = context.database().isInTransaction() ? QString() : search.moment();
+    return Services::RowReader(context.database(), "select_flow_rows")
+        .readAt(moment, search.ids(), [&](int place, const SqlQuery &query) {
             rows[static_cast<std::size_t>(place)] = Services::flowViewRow(query);
             remember(context, query);
         });
@@ -50,7 +54,9 @@ bool Odbpp_Flow_ViewBll::selectAndCountBySearchModel(std::vector<Model::DB_Searc
     Services::ViewService service("search flows", Services::SearchView::flows());
     const bool ok = service.search(
         conditions, countConditions,
-        [&rows](RecordContext &context, const QVector<int> &ids) { readRows(context, ids, rows); },
+        [&rows](RecordContext &context, const Services::ViewSearch &search) {
+            return readRows(context, search, rows);
+        },
         &totalCount);
     if (!ok)
         rows.clear();

@@ -27,6 +27,8 @@ public:
 
     bool isServer() const override { return true; }
 
+    bool tellsMoments() const override { return true; }
+
     bool errorEndsTransaction() const override { return true; }
 
     QString placeText(const DatabaseSettings &settings) const override;

@@ -21,13 +21,21 @@ public:
     {
     }
 
+    using Take = std::function<void(int, const SqlQuery &)>;
+
     /// Calls `take` with the place in `ids` and the query at that row. Rows that
     /// are gone are left out. Throws SqlError.
-    void read(const QVector<int> &ids, const std::function<void(int, const SqlQuery &)> &take);
+    void read(const QVector<int> &ids, const Take &take) { readAt({}, ids, take); }
+
+    /// The same, as long as the rows are those of that moment (Dialect::tellsMoments); false
+    /// when they are not.
+    bool readAt(const QString &moment, const QVector<int> &ids, const Take &take);
 
     static constexpr int chunkSize = 30; // rows of a page
 
 private:
+    bool readSome(const QString &moment, const QVector<int> &ids, int start, const Take &take);
+
     Database &m_database;
     const char *m_statement;
 };

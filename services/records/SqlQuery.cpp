@@ -7,7 +7,6 @@
 #include "services/records/Transaction.h"
 
 #include <QSqlError>
-#include <QSqlRecord>
 
 #include <algorithm>
 #include <utility>
@@ -22,7 +21,8 @@ SqlQuery::SqlQuery(Database &database, const QSqlQuery &query, const QString &na
 SqlQuery::SqlQuery(SqlQuery &&other) noexcept
     : m_database(std::exchange(other.m_database, nullptr)), m_query(other.m_query),
       m_name(other.m_name), m_generation(other.m_generation), m_named(std::move(other.m_named)),
-      m_placed(std::move(other.m_placed)), m_columns(std::move(other.m_columns))
+      m_placed(std::move(other.m_placed)), m_record(other.m_record),
+      m_columns(std::move(other.m_columns))
 {
 }
 
@@ -114,6 +114,8 @@ void SqlQuery::prepareAgain()
     for (int i = 0; i < m_placed.size(); ++i)
         anew.bindValue(i, m_placed.at(i));
     m_query = anew;
+    m_record.clear();
+    m_columns.clear();
     m_generation = m_database->generation();
 }
 
@@ -177,7 +179,9 @@ int SqlQuery::placeOf(const char *column) const
     const auto known = m_columns.constFind(key);
     if (known != m_columns.constEnd())
         return *known;
-    const int place = current().record().indexOf(QLatin1String(column));
+    if (m_record.isEmpty()) // a driver makes it anew each time it is asked
+        m_record = current().record();
+    const int place = m_record.indexOf(QLatin1String(column));
     if (place < 0)
         throw SqlError(SqlError::Kind::Other, m_query.lastQuery(),
                        QStringLiteral("the result has no column ") + QLatin1String(column));

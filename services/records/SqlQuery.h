@@ -4,6 +4,7 @@
 
 #include <QHash>
 #include <QSqlQuery>
+#include <QSqlRecord>
 #include <QString>
 #include <QVariant>
 #include <QVector>
@@ -75,6 +76,7 @@ private:
     int m_generation;
     QHash<QByteArray, QVariant> m_named; ///< bound values, for a server: to bind them again
     QVector<QVariant> m_placed;
+    mutable QSqlRecord m_record; ///< the result's columns, once somebody has asked for one
     mutable QHash<QByteArray, int> m_columns;
 };
 

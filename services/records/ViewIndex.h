@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QString>
 #include <QVector>
 
 #include <optional>
@@ -20,13 +21,17 @@ public:
     struct Answer {
         QVector<int> ids; ///< of the page, in order
         int totalCount = 0;
+        QString moment; ///< of the state that the answer is of, where the engine tells it
     };
 
     virtual ~ViewIndex() = default;
 
-    /// In the search's reading transaction, whose state the answer is of. Nothing when the
-    /// statements have to answer: this question, or for now. They also say what is wrong
-    /// when the database fails.
+    /// True when it is likely to answer. Asks no database.
+    virtual bool isReady() = 0;
+
+    /// In the search's reading transaction, whose state the answer is of, or outside of
+    /// transactions. Nothing when the statements have to answer: this question, or for now.
+    /// They also say what is wrong when the database fails.
     virtual std::optional<Answer> find(Database &database, const SearchView &view,
                                        const SearchRequest &request,
                                        const Condition &countWhere) = 0;

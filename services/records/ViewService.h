@@ -4,7 +4,7 @@
 
 #include "foundation/model/DB_Search.h"
 
-#include <QVector>
+#include <QString>
 
 #include <functional>
 #include <vector>
@@ -13,14 +13,16 @@ namespace KODMS::Services {
 
 class RecordContext;
 class SearchView;
+class ViewSearch;
 
 /// What both view services do: one search in one state of the database, with the
 /// failure said once in log and notice.
 class ViewService {
 public:
     using List = std::vector<DataLib::Model::DB_Search>;
-    /// Reads the rows of these ids, in order.
-    using ReadRows = std::function<void(RecordContext &, const QVector<int> &)>;
+    /// Reads the rows of the ids that were found, in order; false when they are not those of
+    /// the search's moment.
+    using ReadRows = std::function<bool(RecordContext &, const ViewSearch &)>;
 
     ViewService(const char *operation, const SearchView &view)
         : m_operation(operation), m_view(view)
@@ -32,6 +34,8 @@ public:
                 int *totalCount);
 
 private:
+    bool searchByIndex(RecordContext &context, const List &conditions, const List &countConditions,
+                       const ReadRows &readRows, int *totalCount) const;
     bool searchIn(RecordContext &context, const List &conditions, const List &countConditions,
                   const ReadRows &readRows, int *totalCount);
     bool fail(const QString &cause, const QString &userText) const;

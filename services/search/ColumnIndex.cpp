@@ -61,6 +61,8 @@ std::optional<ViewIndex::Answer> ColumnIndex::find(Database &database, const Sea
     if (database.isWriting()) // what may yet be undone is not for the index
         return std::nullopt;
     takeLoaded();
+    if (m_data == nullptr && isWaiting())
+        return std::nullopt;
     const RecoveryPoint before(database);
     try {
         if (isFresh(database))
@@ -69,6 +71,12 @@ std::optional<ViewIndex::Answer> ColumnIndex::find(Database &database, const Sea
         fail(error.logText());
     }
     return std::nullopt;
+}
+
+bool ColumnIndex::isReady()
+{
+    takeLoaded();
+    return m_data != nullptr;
 }
 
 bool ColumnIndex::isFresh(Database &database)
@@ -90,12 +98,14 @@ void ColumnIndex::fail(const QString &why, bool isPassing)
         std::chrono::steady_clock::now() + (isPassing ? timeAfterPassing : timeBetweenTries);
 }
 
+/// For what is being read, or for the next try.
+bool ColumnIndex::isWaiting() const
+{
+    return m_loader.isBusy() || (m_hasFailed && std::chrono::steady_clock::now() < m_nextTry);
+}
+
 bool ColumnIndex::isWorthIt(Database &database) const
 {
-    if (m_loader.isBusy())
-        return false;
-    if (m_hasFailed && std::chrono::steady_clock::now() < m_nextTry)
-        return false;
     SqlQuery largest = database.query("largest_flow_id");
     largest.exec().next();
     return largest.int64("largest") >= m_options.smallestTable;
@@ -148,6 +158,10 @@ bool ColumnIndex::follow(Database &database)
             m_data = std::move(data);
         throw;
     } catch (const std::exception &error) {
+        if (!database.isInTransaction()) { // statements that have seen different states
+            m_data = std::move(data);
+            return false;
+        }
         qCInfo(lcRecords) << "column index: cannot follow:" << error.what();
     }
     if (result == ChangeFollower::Result::UpToDate) {
@@ -192,6 +206,7 @@ std::optional<ViewIndex::Answer> ColumnIndex::search(const SearchView &view,
     for (const PackedColumn::Number id : page.ids())
         answer.ids << static_cast<int>(id);
     answer.totalCount = static_cast<int>(page.count());
+    answer.moment = m_data->log.moment;
     if (!isSame) {
         TableSearch count(m_data->tableOf(layout));
         count.run(*counted, {TableSearch::Order::Time, false, 0, 0});

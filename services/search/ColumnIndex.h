@@ -30,6 +30,8 @@ public:
 
     ColumnIndex(const DatabaseSettings &settings, const Options &options);
 
+    bool isReady() override;
+
     std::optional<Answer> find(Database &database, const SearchView &view,
                                const SearchRequest &request, const Condition &countWhere) override;
 
@@ -47,6 +49,7 @@ private:
     void fail(const QString &why, bool isPassing = false);
     void startLoading(std::unique_ptr<IndexData> known = nullptr);
     void refuse(std::unique_ptr<IndexData> known);
+    bool isWaiting() const;
     bool isWorthIt(Database &database) const;
     bool follow(Database &database);
     std::optional<Answer> search(const SearchView &view, const SearchRequest &request,

@@ -9,8 +9,43 @@
 
 #include <QTest>
 
+#include <functional>
+#include <utility>
+
 using namespace KODMS::Services;
 using namespace KODMS::Tests;
+
+namespace {
+
+/// Something happens after each answer of the index, before the page is read.
+class Interrupted final : public ViewIndex {
+public:
+    Interrupted(ViewIndex &index, std::function<void()> meanwhile)
+        : m_index(index), m_meanwhile(std::move(meanwhile))
+    {
+    }
+
+    bool isReady() override { return m_index.isReady(); }
+
+    std::optional<Answer> find(Database &database, const SearchView &view,
+                               const SearchRequest &request, const Condition &countWhere) override
+    {
+        m_askedInside += database.isInTransaction() ? 1 : 0;
+        auto answer = m_index.find(database, view, request, countWhere);
+        m_meanwhile();
+        return answer;
+    }
+
+    /// In a transaction.
+    int askedInside() const { return m_askedInside; }
+
+private:
+    ViewIndex &m_index;
+    std::function<void()> m_meanwhile;
+    int m_askedInside = 0;
+};
+
+} // namespace
 
 /// The index over a server: connections end, transactions end in another order than they
 /// began, numbers of the log are left out. None of it makes it read everything again.
@@ -27,6 +62,10 @@ private Q_SLOTS:
     void aTransactionElsewhereMayLastForHours();
     void whatWasTrimmedBesideATransactionAtWorkIsNotMissed();
     void aDatabaseThatWasPutBackIsReadAnew();
+    void aSearchOfNewsNeedsNoTransaction();
+    void aPageOfAnotherStateIsReadAgain_data();
+    void aPageOfAnotherStateIsReadAgain();
+    void aConnectionLostBeforeThePageLosesNothing();
     void whatIsStoppedReadsNoMore_data();
     void whatIsStoppedReadsNoMore();
 
@@ -220,6 +259,78 @@ void TestPostgresIndex::whatWasTrimmedBesideATransactionAtWorkIsNotMissed()
     m_plain->run(QStringLiteral("DELETE FROM change_log WHERE seq < (SELECT max(seq) "
                                 "FROM change_log)"));
     QCOMPARE(seen(), 2); // nobody was at work, and what is known is there
+    QVERIFY(isReady());
+}
+
+/// Unless somebody writes at that very moment, in whichever database of the server: one of many
+/// searches will find it silent.
+void TestPostgresIndex::aSearchOfNewsNeedsNoTransaction()
+{
+    Interrupted index(*m_index, [] {});
+    m_house->context().setViewIndex(&index);
+    int outside = 0;
+    for (int i = 1; i <= flows; ++i) {
+        m_plain->run(newRemark(i));
+        const int before = index.askedInside();
+        QCOMPARE(seen(), i);
+        QCOMPARE(m_house->flowIds().size(), i);
+        outside += index.askedInside() == before ? 1 : 0;
+    }
+    QVERIFY(outside > 0);
+    QVERIFY(isReady());
+}
+
+void TestPostgresIndex::aPageOfAnotherStateIsReadAgain_data()
+{
+    QTest::addColumn<QString>("change");
+    QTest::addColumn<QVector<int>>("found");
+    QTest::newRow("one more") << newRemark(9) << QVector<int>{7, 9};
+    QTest::newRow("none left") << QStringLiteral("UPDATE job_flows SET tips = '' WHERE id = 7")
+                               << QVector<int>();
+    QTest::newRow("gone") << QStringLiteral(
+                                 "WITH gone AS (DELETE FROM job_compress WHERE flow_id = 7) "
+                                 "DELETE FROM job_flows WHERE id = 7")
+                          << QVector<int>();
+    QTest::newRow("what no search asks for")
+        << QStringLiteral("UPDATE job_flows SET check_time = '2026-11-02T00:00:00.000Z' "
+                          "WHERE id = 7")
+        << QVector<int>{7};
+}
+
+/// Somebody else writes after the look at the log and before the page is read.
+void TestPostgresIndex::aPageOfAnotherStateIsReadAgain()
+{
+    QFETCH(const QString, change);
+    QFETCH(const QVector<int>, found);
+    m_plain->run(newRemark(7));
+    QCOMPARE(seen(), 1);
+    bool isChanged = false;
+    Interrupted index(*m_index, [&] {
+        if (!std::exchange(isChanged, true))
+            m_plain->run(change);
+    });
+    m_house->context().setViewIndex(&index);
+    QCOMPARE(seen(), found.size());
+    QCOMPARE(m_house->flowIds(), found);
+    QVERIFY(index.askedInside() > 0);
+    QCOMPARE(seen(), found.size());
+    QVERIFY(isReady());
+}
+
+void TestPostgresIndex::aConnectionLostBeforeThePageLosesNothing()
+{
+    m_plain->run(newRemark(7));
+    bool isLost = false;
+    Interrupted index(*m_index, [&] {
+        if (!std::exchange(isLost, true))
+            m_plain->run(QStringLiteral("SELECT pg_terminate_backend(pid, 30000) "
+                                        "FROM pg_stat_activity WHERE datname = current_database() "
+                                        "AND pid <> pg_backend_pid()"));
+    });
+    m_house->context().setViewIndex(&index);
+    QCOMPARE(seen(), 1);
+    QCOMPARE(m_house->flowIds(), QVector<int>{7});
+    QVERIFY(index.askedInside() > 0);
     QVERIFY(isReady());
 }
 

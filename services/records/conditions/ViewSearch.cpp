@@ -60,6 +60,11 @@ bool ViewSearch::readLists(const List &conditions, const List &countConditions)
     return true;
 }
 
+bool ViewSearch::runByIndex(const List &conditions, const List &countConditions)
+{
+    return readLists(conditions, countConditions) && askIndex();
+}
+
 bool ViewSearch::run(const List &conditions, const List &countConditions)
 {
     m_ids.clear();
@@ -81,6 +86,7 @@ bool ViewSearch::askIndex()
         return false;
     m_ids = answer->ids;
     m_totalCount = answer->totalCount;
+    m_moment = answer->moment;
     return true;
 }
 

@@ -28,6 +28,12 @@ public:
     /// Throws SqlError when the database fails.
     bool run(const List &conditions, const List &countConditions);
 
+    /// By the index alone, also outside of transactions. False when it does not answer.
+    bool runByIndex(const List &conditions, const List &countConditions);
+
+    /// Of the state that the index has answered for, where the engine tells it.
+    const QString &moment() const { return m_moment; }
+
     const QVector<int> &ids() const { return m_ids; }
 
     int totalCount() const { return m_totalCount; }
@@ -52,6 +58,7 @@ private:
     Condition m_countWhere;
     QVector<int> m_ids;
     int m_totalCount = 0;
+    QString m_moment;
     QString m_problem;
 };
 

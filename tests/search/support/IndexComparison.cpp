@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/search/support/IndexComparison.h"
 
+#include "services/records/Database.h"
+#include "services/records/Dialect.h"
 #include "services/records/Transaction.h"
 #include "services/records/conditions/ViewSearch.h"
 #include "services/search/IndexLayout.h"
@@ -14,6 +16,8 @@ using namespace Services;
 class IndexComparison::Watched final : public ViewIndex {
 public:
     Watched(ViewIndex &index, int &answered) : m_index(index), m_answered(answered) {}
+
+    bool isReady() override { return m_index.isReady(); }
 
     std::optional<Answer> find(Database &database, const SearchView &view,
                                const SearchRequest &request, const Condition &countWhere) override
@@ -103,19 +107,43 @@ QString IndexComparison::difference(const SearchOracle::List &conditions,
                                     const SearchOracle::List &counted)
 {
     m_index.load();
+    m_context.setViewIndex(&m_index);
+    ViewSearch outside(m_context, m_view);
+    const bool isAnswered = outside.runByIndex(conditions, counted);
     Watched watched(m_index, m_answered);
     Transaction oneState(m_context.database(), Transaction::Purpose::Read);
+    const bool isThen = isAnswered && outside.moment() == momentNow();
     const SearchOracle::Answer found = ask(&watched, conditions, counted);
     m_answer = ask(nullptr, conditions, counted);
     oneState.commit();
-    if (found.ids == m_answer.ids && found.count == m_answer.count)
+    QString differs = difference(found, m_answer);
+    if (isThen && !outside.moment().isEmpty()) {
+        ++m_answeredOutside;
+        differs += difference({outside.ids(), outside.totalCount()}, m_answer);
+    }
+    return differs.isEmpty() ? differs : differs + describe(conditions);
+}
+
+QString IndexComparison::momentNow()
+{
+    if (!m_context.database().dialect().tellsMoments())
+        return {};
+    SqlQuery query = m_context.database().prepare(
+        QStringLiteral("SELECT CAST(pg_current_snapshot() AS TEXT) AS moment"));
+    query.exec().next();
+    return query.text("moment");
+}
+
+QString IndexComparison::difference(const SearchOracle::Answer &found,
+                                    const SearchOracle::Answer &expected)
+{
+    if (found.ids == expected.ids && found.count == expected.count)
         return {};
     return QStringLiteral("the index finds %1 (%2), the statements %3 (%4)\n")
-               .arg(found.count)
-               .arg(numbersOf(found.ids))
-               .arg(m_answer.count)
-               .arg(numbersOf(m_answer.ids)) +
-           describe(conditions);
+        .arg(found.count)
+        .arg(numbersOf(found.ids))
+        .arg(expected.count)
+        .arg(numbersOf(expected.ids));
 }
 
 } // namespace KODMS::Tests

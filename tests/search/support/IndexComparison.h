@@ -24,6 +24,10 @@ public:
     /// Questions that the index has answered itself.
     int answered() const { return m_answered; }
 
+    /// Questions that it has answered outside of a transaction, of the very moment that the
+    /// statements were asked of.
+    int answeredOutside() const { return m_answeredOutside; }
+
     /// The fields of the view that the index holds, and those that it can order by.
     static QStringList fields(SearchOracle::View view);
     static QStringList orders(SearchOracle::View view);
@@ -34,11 +38,16 @@ private:
     SearchOracle::Answer ask(Services::ViewIndex *index, const SearchOracle::List &conditions,
                              const SearchOracle::List &counted);
 
+    QString momentNow();
+    static QString difference(const SearchOracle::Answer &found,
+                              const SearchOracle::Answer &expected);
+
     Services::RecordContext &m_context;
     Services::ColumnIndex &m_index;
     const Services::SearchView &m_view;
     SearchOracle::Answer m_answer;
     int m_answered = 0;
+    int m_answeredOutside = 0;
 };
 
 /// A list as a text, for the message of a test.
