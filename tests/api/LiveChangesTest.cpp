@@ -224,28 +224,27 @@ void LiveChangesTest::aFailureIsSignalledUntilItIsOver()
 void LiveChangesTest::onlyAnErrorThatWasToldHasItsEndTold()
 {
     QSignalSpy notices(&NoticeHub::instance(), &NoticeHub::raised);
+    const auto end = [] {
+        showEvents();
+        lookNow();
+        QTRY_VERIFY_WITH_TIMEOUT(!LiveChanges::instance().hasFailed(), patience);
+    };
     hideEvents();
     lookNow();
-    showEvents();
-    lookNow();
-    QTRY_VERIFY_WITH_TIMEOUT(!LiveChanges::instance().hasFailed(), patience);
+    end();
     QCOMPARE(notices.size(), 0);
 
     NoticeHub::instance().raise(NoticeLevel::Error, QStringLiteral("of something else"));
     lookNow();
     hideEvents();
     lookNow();
-    showEvents();
-    lookNow();
-    QTRY_VERIFY_WITH_TIMEOUT(!LiveChanges::instance().hasFailed(), patience);
+    end();
     QCOMPARE(notices.size(), 1);
 
     hideEvents();
     NoticeHub::instance().raise(NoticeLevel::Error, QStringLiteral("of these records"));
     QTRY_VERIFY_WITH_TIMEOUT(LiveChanges::instance().hasFailed(), patience); // looks at once
-    showEvents();
-    lookNow();
-    QTRY_VERIFY_WITH_TIMEOUT(!LiveChanges::instance().hasFailed(), patience);
+    end();
     QCOMPARE(notices.size(), 3);
     QCOMPARE(notices.last(), (QVariantList{0, QStringLiteral("数据库恢复可用")}));
 }
