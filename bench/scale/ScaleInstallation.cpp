@@ -7,7 +7,6 @@
 #include "services/api/SampleData.h"
 #include "services/api/ServiceRuntime.h"
 #include "services/api/SignIn.h"
-#include "tests/support/PlainConnection.h"
 #include "tests/support/ServerFile.h"
 
 #include <QFile>
@@ -84,11 +83,16 @@ void ScaleInstallation::start(quint16 port)
 
 void ScaleInstallation::changeByOthers(int times)
 {
-    const Tests::PlainConnection others(m_server);
+    if (!m_others)
+        m_others = std::make_unique<Tests::PlainConnection>(m_server);
     for (int i = 0; i < times; ++i)
-        others.run(QStringLiteral("UPDATE job_flows SET tips = 'elsewhere' WHERE id = "
-                                  "(SELECT min(id) + %1 FROM job_flows)")
-                       .arg(i));
+        m_others->run(
+            QStringLiteral(
+                "WITH changed AS (UPDATE job_flows SET tips = 'elsewhere' WHERE id = "
+                "(SELECT min(id) + %1 FROM job_flows) RETURNING id) INSERT INTO events "
+                "(create_time, action, record_kind, record_id) SELECT "
+                "'2024-03-18T00:00:00.000Z', 'remark.UpdateTips', 'flow', id FROM changed")
+                .arg(i));
 }
 
 } // namespace KODMS::Bench

@@ -3,9 +3,12 @@
 #pragma once
 
 #include "services/config/Configuration.h"
+#include "tests/support/PlainConnection.h"
 
 #include <QString>
 #include <QTemporaryDir>
+
+#include <memory>
 
 namespace KODMS::Bench {
 
@@ -26,8 +29,10 @@ public:
     /// Starts the services over `port` and signs in.
     void start(quint16 port);
 
-    /// What somebody else writes: another job's remark, over a connection of their own.
+    /// What somebody else writes: jobs' remarks, over a connection of their own.
     void changeByOthers(int times);
+
+    void endOthers() { m_others.reset(); }
 
 private:
     QString writeConfiguration(quint16 port);
@@ -37,6 +42,7 @@ private:
     Services::DatabaseSettings m_server; ///< of the database there
     int m_pid = 0;
     QString m_password;
+    std::unique_ptr<Tests::PlainConnection> m_others; ///< made with the first change
 };
 
 } // namespace KODMS::Bench

@@ -56,27 +56,39 @@ WorkCases::WorkCases(ScaleInstallation &installation)
 {
 }
 
-WorkFigure WorkCases::of(const char *name, int times, const std::function<void(int)> &work)
+WorkFigure WorkCases::of(const char *name, int times, const std::function<void(int)> &work,
+                         const std::function<void()> &others)
+{
+    WorkFigure sum;
+    sum.name = QString::fromLatin1(name);
+    sum.times = times;
+    for (int i = 0; i < times; ++i) {
+        if (others)
+            others();
+        add(sum, [&work, i] { work(i); });
+    }
+    const double count = times;
+    for (double *figure : {&sum.wallMs, &sum.deskMs, &sum.serverMs, &sum.roundTrips, &sum.sentBytes,
+                           &sum.receivedBytes})
+        *figure /= count;
+    return sum;
+}
+
+void WorkCases::add(WorkFigure &sum, const std::function<void()> &work)
 {
     const Traffic traffic = m_relay.traffic();
     const double server = m_load.processorMs();
     const double desk = threadProcessorMs();
     QElapsedTimer wall;
     wall.start();
-    for (int i = 0; i < times; ++i)
-        work(i);
-    WorkFigure figure;
-    const double count = times;
-    figure.name = QString::fromLatin1(name);
-    figure.times = times;
-    figure.wallMs = static_cast<double>(wall.nsecsElapsed()) / 1e6 / count;
-    figure.deskMs = (threadProcessorMs() - desk) / count;
-    figure.serverMs = (m_load.processorMs() - server) / count;
+    work();
+    sum.wallMs += static_cast<double>(wall.nsecsElapsed()) / 1e6;
+    sum.deskMs += threadProcessorMs() - desk;
+    sum.serverMs += m_load.processorMs() - server;
     const Traffic after = m_relay.traffic();
-    figure.roundTrips = static_cast<double>(after.roundTrips - traffic.roundTrips) / count;
-    figure.sentBytes = static_cast<double>(after.sent - traffic.sent) / count;
-    figure.receivedBytes = static_cast<double>(after.received - traffic.received) / count;
-    return figure;
+    sum.roundTrips += static_cast<double>(after.roundTrips - traffic.roundTrips);
+    sum.sentBytes += static_cast<double>(after.sent - traffic.sent);
+    sum.receivedBytes += static_cast<double>(after.received - traffic.received);
 }
 
 void WorkCases::collectFlows()
@@ -104,11 +116,22 @@ void WorkCases::remark(int number)
         throw std::runtime_error("a remark cannot be written");
 }
 
-/// The changes themselves are not counted: they are somebody else's work.
 WorkFigure WorkCases::followOthers()
 {
     m_installation.changeByOthers(remarks);
     return of("a search after 100 changes by others", 1, [this](int) { search(0); });
+}
+
+/// To be watched again is to look.
+WorkFigure WorkCases::lookForOthers()
+{
+    return of(
+        "a look for others' changes after one", remarks,
+        [](int) {
+            LiveChanges::instance().setWatched(false);
+            LiveChanges::instance().setWatched(true);
+        },
+        [this] { m_installation.changeByOthers(1); });
 }
 
 void WorkCases::wait(int milliseconds)
@@ -130,6 +153,7 @@ std::vector<WorkFigure> WorkCases::measure()
         m_indexBytes = static_cast<double>(SearchIndex::load().bytes);
     }));
     collectFlows();
+    LiveChanges::instance().begin(); // as the host does: from here on own writes are told apart
     search(0);
     m_bytesAfter = ownBytes();
     figures.push_back(of("a search", searches, [this](int i) { search(i); }));
@@ -139,8 +163,8 @@ std::vector<WorkFigure> WorkCases::measure()
         search(i);
     }));
     figures.push_back(followOthers());
-    LiveChanges::instance().begin();
-    LiveChanges::instance().setWatched(true);
+    figures.push_back(lookForOthers());
+    m_installation.endOthers(); // their connection is none of the desk's
     figures.push_back(
         of("ten seconds of watching for others' changes", 1, [](int) { wait(idleMs); }));
     return figures;

@@ -41,12 +41,16 @@ public:
     const ServerLoad &server() const { return m_load; }
 
 private:
-    WorkFigure of(const char *name, int times, const std::function<void(int)> &work);
+    /// What `others` do before each repetition is not counted.
+    WorkFigure of(const char *name, int times, const std::function<void(int)> &work,
+                  const std::function<void()> &others = {});
+    void add(WorkFigure &sum, const std::function<void()> &work);
 
     void collectFlows();
     void search(int number);
     void remark(int number);
     WorkFigure followOthers();
+    WorkFigure lookForOthers();
     static void wait(int milliseconds);
 
     ScaleInstallation &m_installation;
