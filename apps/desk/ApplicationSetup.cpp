@@ -13,6 +13,7 @@ namespace KODMS::Host {
 
 void ApplicationSetup::before(const Options &options)
 {
+    paintWithoutOpenGl();
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
@@ -23,6 +24,15 @@ void ApplicationSetup::before(const Options &options)
     qputenv("QT_FONT_DPI", "96"); // the platform without a screen assumes another
     if (options.scale > 0)
         qputenv("QT_SCALE_FACTOR", QByteArray::number(options.scale));
+}
+
+/// Widgets are painted without it, but its driver would be loaded all the same: 50 MB, and
+/// half of the time to the sign-in window.
+void ApplicationSetup::paintWithoutOpenGl()
+{
+    constexpr auto variable = "QT_XCB_GL_INTEGRATION";
+    if (!qEnvironmentVariableIsSet(variable))
+        qputenv(variable, "none");
 }
 
 void ApplicationSetup::after(QApplication &app, const QString &language)

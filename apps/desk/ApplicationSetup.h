@@ -16,6 +16,9 @@ struct ApplicationSetup {
     /// before QApplication.
     static void before(const Options &options);
 
+    /// Asks X11's platform for no OpenGL, unless the user's environment says otherwise.
+    static void paintWithoutOpenGl();
+
     /// Names, look and language.
     static void after(QApplication &app, const QString &language);
 };

@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "apps/desk/ApplicationSetup.h"
+#include "tests/support/TestMain.h"
+
+#include <QTest>
+
+using KODMS::Host::ApplicationSetup;
+
+class ApplicationSetupTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void noOpenGlIsLoaded();
+    void theUsersOwnWishHolds();
+};
+
+namespace {
+
+constexpr auto variable = "QT_XCB_GL_INTEGRATION";
+
+} // namespace
+
+void ApplicationSetupTest::noOpenGlIsLoaded()
+{
+    qunsetenv(variable);
+    ApplicationSetup::paintWithoutOpenGl();
+    QCOMPARE(qgetenv(variable), QByteArray("none"));
+}
+
+void ApplicationSetupTest::theUsersOwnWishHolds()
+{
+    qputenv(variable, "xcb_egl");
+    ApplicationSetup::paintWithoutOpenGl();
+    QCOMPARE(qgetenv(variable), QByteArray("xcb_egl"));
+}
+
+KODMS_TEST_MAIN(ApplicationSetupTest, QCoreApplication)
+
+#include "ApplicationSetupTest.moc"
