@@ -90,7 +90,9 @@ function(kodms_run_on_postgres)
     endif()
     get_test_property(${name} TIMEOUT timeout)
     math(EXPR timeout "3 * ${timeout}") # a server is asked over and over where a file is at hand
+    math(EXPR function_ms "${timeout} * 1000")
     get_test_property(${name} ENVIRONMENT environment)
+    list(TRANSFORM environment REPLACE "^QTEST_FUNCTION_TIMEOUT=.*" "QTEST_FUNCTION_TIMEOUT=${function_ms}")
     list(APPEND environment KODMS_TEST_ENGINE=postgres "KODMS_TEST_SERVER=${KODMS_TEST_SERVER}")
     add_test(NAME ${name}.postgres COMMAND ${name})
     set_tests_properties(${name}.postgres PROPERTIES
