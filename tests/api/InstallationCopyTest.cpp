@@ -7,21 +7,16 @@
 #include "services/session/Runtime.h"
 #include "tests/api/support/CopyHouse.h"
 #include "tests/api/support/Interlude.h"
-#include "tests/support/ServersImpatience.h"
 #include "tests/support/TestMain.h"
 
 #include <QDir>
 #include <QRegularExpression>
 #include <QTest>
-#include <QThread>
 
 using namespace KODMS::Services;
 using KODMS::Tests::CopyHouse;
 using KODMS::Tests::Installation;
 using KODMS::Tests::Interlude;
-using KODMS::Tests::PlainConnection;
-using KODMS::Tests::ServersImpatience;
-using KODMS::Tests::TestDatabase;
 
 /// A whole installation, moved.
 class InstallationCopyTest : public QObject {
@@ -36,7 +31,6 @@ private Q_SLOTS:
     void aTargetThatWasJustSetUpIsFilled();
     void thereAndBackIsTheSame();
     void theCopyGoesOnWhereTheSourceStopped();
-    void aServersImpatienceEndsNoCopy();
     void filesThatAreRemovedMeanwhileArrive();
 
 private:
@@ -185,34 +179,6 @@ QString InstallationCopyTest::freshPlace(const char *name) const
     if (!saved)
         qFatal("%s", qPrintable(saved.text));
     return ini;
-}
-
-/// A copy is silent on one side while it reads or writes on the other, for as long as that takes.
-void InstallationCopyTest::aServersImpatienceEndsNoCopy()
-{
-    if (!TestDatabase::isServer())
-        QSKIP("an embedded database ends nobody");
-    QVERIFY(InstallationSetup::init(m_house.target(), QStringLiteral("first"),
-                                    QStringLiteral("别人"), QStringLiteral("another password")));
-    const DatabaseSettings server = CopyHouse::databaseOf(m_house.target());
-    {
-        const PlainConnection plain(server);
-        plain.run(QStringLiteral(
-            "CREATE FUNCTION refuse_limits() RETURNS trigger LANGUAGE plpgsql AS $$ BEGIN "
-            "IF EXISTS (SELECT 1 FROM pg_settings WHERE setting <> '0' AND name IN "
-            "('statement_timeout', 'idle_in_transaction_session_timeout')) "
-            "THEN RAISE EXCEPTION 'there is a limit'; END IF; RETURN NEW; END; $$"));
-        plain.run(QStringLiteral("CREATE TRIGGER refuse_limits BEFORE INSERT ON job_flows "
-                                 "FOR EACH ROW EXECUTE FUNCTION refuse_limits()"));
-    }
-    const auto there = m_house.copy();
-    QVERIFY2(there.outcome.ok, qPrintable(there.text()));
-    const QString back = freshPlace("back");
-    const ServersImpatience impatience(server);
-    Interlude silence([] { QThread::msleep(3 * ServersImpatience::Milliseconds); });
-    const auto copied = InstallationCopy::copy(m_house.target(), back, silence);
-    QVERIFY2(copied.outcome.ok, qPrintable(copied.text()));
-    QCOMPARE(CopyHouse::dump(back), m_house.before());
 }
 
 /// By a desk, or by the start of one that settles what was marked.

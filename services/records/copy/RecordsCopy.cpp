@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/records/copy/RecordsCopy.h"
 
+#include "services/notices/NoticeHub.h"
 #include "services/records/Database.h"
 #include "services/records/Dialect.h"
 #include "services/records/Guid.h"
@@ -151,7 +152,21 @@ Result<QVector<CopiedRows>> RecordsCopy::copy(Progress &progress)
     makeWhatWaited();
     m_to.query("forget_unfinished_copy").exec();
     transaction.commit();
+    countWhatArrived();
     return tables;
+}
+
+/// So that the first searches do not wait for the engine to get to know its tables. What has been
+/// copied is there, whatever becomes of this.
+void RecordsCopy::countWhatArrived()
+{
+    try {
+        const QStringList statements = m_to.catalog().script(QStringLiteral("filled"));
+        for (const QString &statement : statements)
+            m_to.run(statement);
+    } catch (const SqlError &error) {
+        qCWarning(lcRecords).noquote() << "statistics of the copy" << error.logText();
+    }
 }
 
 void RecordsCopy::clearTarget()

@@ -55,6 +55,7 @@ private:
     void clearTarget();
     void dropWhatCanWait();
     void makeWhatWaited();
+    void countWhatArrived();
     Result<CopiedRows> copyTable(const CopiedTable &table, Progress &progress);
     void copyCounter(const CopiedTable &table);
 

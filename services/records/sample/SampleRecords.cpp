@@ -209,7 +209,7 @@ Outcome SampleRecords::write(int flows, quint32 seed, Progress &progress)
     runScript(m_database, "sample/end");
     if (isEmpty)
         makeWhatWaited();
-    runScript(m_database, "sample/after");
+    runScript(m_database, "filled");
     transaction.commit();
     return Outcome::success();
 }
