@@ -223,6 +223,14 @@ bool AdminSandbox::hasInstallation() const
                                     : QFileInfo::exists(configPath());
 }
 
+void AdminSandbox::damage() const
+{
+    if (TestDatabase::isServer())
+        PlainConnection(m_database.settings()).run(QStringLiteral("DROP TABLE schema_version"));
+    else
+        write(QStringLiteral("place/kodms.db"), QByteArray(20000, 'x'));
+}
+
 QString AdminSandbox::databaseName() const
 {
     return TestDatabase::isServer() ? m_database.settings().name : QStringLiteral("kodms.db");

@@ -54,6 +54,10 @@ public:
     /// True when there is a configuration that nobody but `init` has made, or a record's table.
     bool hasInstallation() const;
 
+    /// Spoils the records so that nobody can work with them: the bytes of the embedded
+    /// database's file; of a server's, which are its own affair, the table of versions.
+    void damage() const;
+
     /// What people are told that the database is called.
     QString databaseName() const;
 

@@ -87,7 +87,7 @@ void TakeBackTest::whatIsRecordedStays()
 void TakeBackTest::whatIsBeingRecordedStays()
 {
     if (!TestDatabase::isServer())
-        QSKIP("here nobody can save what another connection has begun");
+        QSKIP("an embedded database saves nothing once its connection is gone");
     QSemaphore begun;
     const auto settings = m_home->place().settings();
     const std::unique_ptr<QThread> other(QThread::create([&] {
@@ -106,16 +106,17 @@ void TakeBackTest::whatIsBeingRecordedStays()
     QVERIFY(isStored());
 }
 
+/// A server is asked as a writer, who waits for others and gives up. An embedded database is only
+/// looked at, which no writer keeps anybody from: there is nothing to give up for.
 void TakeBackTest::itStaysWhenTheRecordsAreBusy()
 {
-    if (!TestDatabase::isServer())
-        QSKIP("here a look waits for nobody");
     Database other(m_home->place().settings());
-    m_home->database().run(QStringLiteral("SET lock_timeout = 50"));
+    if (TestDatabase::isServer())
+        m_home->database().run(QStringLiteral("SET lock_timeout = 50"));
     {
         const Transaction writer(other);
         takeBack();
-        QVERIFY(isStored());
+        QCOMPARE(isStored(), TestDatabase::isServer());
     }
     takeBack();
     QVERIFY(!isStored());

@@ -221,7 +221,7 @@ void TestSchema::everyOlderVersionUpgradesToThePresentSchema()
 void TestSchema::aServersFourthVersionThatToldOfEventsUpgradesToo()
 {
     if (!TestDatabase::isServer())
-        QSKIP("the embedded database tells nobody");
+        QSKIP("no version of an embedded database had triggers that tell of changes");
     EmptyDatabase old;
     installVersion(*old, 4);
     old->run(QStringLiteral("CREATE TRIGGER events_notify AFTER INSERT ON events "
@@ -236,7 +236,7 @@ void TestSchema::aServersFourthVersionThatToldOfEventsUpgradesToo()
 void TestSchema::aDatabaseWithoutPicturesTellsItsFiles()
 {
     if (TestDatabase::isServer())
-        QSKIP("a server's database is not a file");
+        QSKIP("a backup of a server's database is no file of ours to look at");
     const QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("old.db"));
     const DatabaseSettings settings = TempDatabase::settingsFor(path);
