@@ -882,10 +882,6 @@
         <translation>Source and target have the same database or the same file store</translation>
     </message>
     <message>
-        <source>复制没有完成：%1（%2）</source>
-        <translation>The copy did not come to its end: %1 (%2)</translation>
-    </message>
-    <message>
         <source>文件 %1 没有复制：%2</source>
         <translation>The file %1 was not copied: %2</translation>
     </message>
@@ -933,6 +929,10 @@
         <source>来源 %1 和目标 %2 是同一个数据库</source>
         <translation>The source %1 and the target %2 are one database</translation>
     </message>
+    <message>
+        <source>复制没有完成：%1</source>
+        <translation>The copy did not come to its end: %1</translation>
+    </message>
 </context>
 <context>
     <name>InstallationSetup</name>
@@ -957,10 +957,6 @@
         <translation>The file store %1 is not empty; restore a backup of its database first, or choose another place</translation>
     </message>
     <message>
-        <source>无法创建数据库：%1（%2）</source>
-        <translation>Cannot make the database: %1 (%2)</translation>
-    </message>
-    <message>
         <source>无法写入 %1：%2</source>
         <translation>Cannot write %1: %2</translation>
     </message>
@@ -971,6 +967,14 @@
     <message>
         <source>%1 中的一行无法识别</source>
         <translation>A line of %1 is not understood</translation>
+    </message>
+    <message>
+        <source>没有数据库 %1，账户 %2 也不能在服务器上新建它（%3）：请先由服务器的管理员新建</source>
+        <translation>There is no database %1, and the account %2 cannot make it on the server (%3): have the server&apos;s administrator make it first</translation>
+    </message>
+    <message>
+        <source>无法创建数据库：%1</source>
+        <translation>Cannot make the database: %1</translation>
     </message>
 </context>
 <context>
@@ -2670,6 +2674,37 @@ Roles: %2</translation>
     </message>
 </context>
 <context>
+    <name>PostgresServer</name>
+    <message>
+        <source>密码文件 %1 不存在</source>
+        <translation>The password file %1 is not there</translation>
+    </message>
+    <message>
+        <source>密码文件 %1 不能读取：%2</source>
+        <translation>The password file %1 cannot be read: %2</translation>
+    </message>
+    <message>
+        <source>密码文件 %1 的第一行是空的，应为密码</source>
+        <translation>The first line of the password file %1 is empty; it should be the password</translation>
+    </message>
+    <message>
+        <source>根证书 %1 不能读取（路径中不能有分号）</source>
+        <translation>The root certificate %1 cannot be read (its path may have no semicolon)</translation>
+    </message>
+    <message>
+        <source>账户 %1 无权在服务器上新建数据库 %2：请先由服务器的管理员新建</source>
+        <translation>The account %1 may not make the database %2 on the server: have the server&apos;s administrator make it first</translation>
+    </message>
+    <message>
+        <source>%1 的版本太旧：需要 PostgreSQL 13 或更新的版本</source>
+        <translation>%1 is too old: PostgreSQL 13 or newer is needed</translation>
+    </message>
+    <message>
+        <source>数据库 %1 不能存放记录：它的编码是 %2，排序规则是 %3，字符类型是 %4，区域提供者是 %5；需要编码 UTF8，排序规则 C.UTF-8（或 C），字符类型 C.UTF-8，区域提供者 libc</source>
+        <translation>The database %1 cannot hold the records: its encoding is %2, its collation %3, its character type %4, its locale provider %5; encoding UTF8, collation C.UTF-8 (or C), character type C.UTF-8 and locale provider libc are needed</translation>
+    </message>
+</context>
+<context>
     <name>QuestionFiling</name>
     <message>
         <source>无法写入 %1：%2</source>
@@ -2728,12 +2763,12 @@ Roles: %2</translation>
         <translation>There is no installation yet (no database %1): run kodms-admin init first</translation>
     </message>
     <message>
-        <source>无法打开数据库 %1：%2（%3）</source>
-        <translation>Cannot open the database %1: %2 (%3)</translation>
-    </message>
-    <message>
         <source>无法创建文件夹 %1</source>
         <translation>Cannot make the folder %1</translation>
+    </message>
+    <message>
+        <source>无法打开数据库 %1：%2</source>
+        <translation>Cannot open the database %1: %2</translation>
     </message>
 </context>
 <context>
@@ -2780,16 +2815,16 @@ Roles: %2</translation>
         <translation>Not a database of this system: %1</translation>
     </message>
     <message>
-        <source>数据库是空的，请先初始化：%1</source>
-        <translation>The database is empty; run kodms-admin init first: %1</translation>
-    </message>
-    <message>
         <source>数据库版本 %1 比本程序所知的版本 %2 新，请升级本程序：%3</source>
         <translation>The database has version %1, newer than version %2 that this program knows; update this program: %3</translation>
     </message>
     <message>
         <source>复制到 %1 的工作没有完成，还不能使用：请再运行一次 kodms-admin copy</source>
         <translation>The copy into %1 was not finished, so it cannot be used yet: run kodms-admin copy again</translation>
+    </message>
+    <message>
+        <source>数据库 %1 是空的：请先运行 kodms-admin init</source>
+        <translation>The database %1 is empty: run kodms-admin init first</translation>
     </message>
 </context>
 <context>
@@ -2867,6 +2902,26 @@ Roles: %2</translation>
     <message>
         <source>保存时与数据库的连接中断，可能已经保存，请先查看再决定是否重做</source>
         <translation>the connection to the database was lost while saving; it may have been saved: please look before you repeat it</translation>
+    </message>
+    <message>
+        <source>数据库服务器不接受这个账户或它的密码</source>
+        <translation>the database server does not accept the account or its password</translation>
+    </message>
+    <message>
+        <source>服务器上没有这个数据库</source>
+        <translation>the server has no such database</translation>
+    </message>
+    <message>
+        <source>数据库或它的设置不能使用</source>
+        <translation>the database or its settings cannot be used</translation>
+    </message>
+    <message>
+        <source>数据库的账户没有这样做的权限</source>
+        <translation>the account of the database has no right to do that</translation>
+    </message>
+    <message>
+        <source>%1（%2）</source>
+        <translation>%1 (%2)</translation>
     </message>
 </context>
 <context>

@@ -113,9 +113,7 @@ Result<CopySummary> InstallationCopy::copy(const QString &fromIni, const QString
         return copyBetween(from.value, to.value, progress);
     } catch (const SqlError &error) {
         qCWarning(lcRecords).noquote() << "copy installation" << error.logText();
-        return Outcome::failure(
-            tr("复制没有完成：%1（%2）").arg(error.userText(), error.driverText()),
-            error.logText());
+        return Outcome::failure(tr("复制没有完成：%1").arg(error.detailedText()), error.logText());
     }
 }
 

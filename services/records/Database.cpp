@@ -13,6 +13,8 @@
 #include <QSqlRecord>
 #include <QThread>
 
+#include <algorithm>
+
 namespace KODMS::Services {
 
 namespace {
@@ -21,7 +23,9 @@ namespace {
 constexpr int longestReopening = 5000; // ms
 /// The last attempt begins when this is left: a client waits for no less.
 constexpr int shortestAttempt = 2000; // ms
-constexpr int pauseOfReopening = 100;
+/// After each attempt twice as long: whoever comes up is not kept from it by many who ask.
+constexpr int firstPause = 100;
+constexpr int longestPause = 800;
 
 constexpr int mostDiscarded = 20; // statements
 
@@ -94,18 +98,20 @@ void Database::reopen()
     m_isBroken = false;
     QElapsedTimer timer;
     timer.start();
-    for (;;) {
+    for (int pause = firstPause;; pause = std::min(2 * pause, longestPause)) {
         close();
         m_dialect->setConnectTimeout(longestReopening - static_cast<int>(timer.elapsed()));
         try {
             open(Open::Existing);
             return;
         } catch (const SqlError &error) {
+            const int left = longestReopening - shortestAttempt - static_cast<int>(timer.elapsed());
             if (error.kind() != SqlError::Kind::Lost || m_reopening != Reopening::Patient ||
-                timer.elapsed() > longestReopening - shortestAttempt - pauseOfReopening)
+                left < firstPause)
                 throw;
+            pause = std::min(pause, left);
         }
-        QThread::msleep(pauseOfReopening);
+        QThread::msleep(static_cast<unsigned long>(pause));
     }
 }
 

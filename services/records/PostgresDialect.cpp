@@ -35,23 +35,61 @@ struct KnownState {
 
 /// Looked through from the top: single errors before their class.
 constexpr KnownState knownStates[] = {
-    {"25006", SqlError::Kind::ReadOnly}, // a reading transaction, or a server that only follows
-    {"25P03", SqlError::Kind::Lost},     // idle in a transaction for too long
-    {"40001", SqlError::Kind::Busy},     // two writers, one row
-    {"40P01", SqlError::Kind::Busy},     // deadlock
-    {"42501", SqlError::Kind::ReadOnly}, // no right to
-    {"53100", SqlError::Kind::Full},     // disk full
-    {"53300", SqlError::Kind::Lost},     // too many connections
-    {"55P03", SqlError::Kind::Busy},     // lock time-out
-    {"57014", SqlError::Kind::Timeout},  // statement time-out
-    {"57P", SqlError::Kind::Lost},       // shut down, crashed, starting up
-    {"08", SqlError::Kind::Lost},        // connection
-    {"23", SqlError::Kind::Constraint},  // rule of the schema
-    {"28", SqlError::Kind::Lost},        // not let in
-    {"3D000", SqlError::Kind::Lost},     // no such database
-    {"XX001", SqlError::Kind::Corrupt},  // damaged data
-    {"XX002", SqlError::Kind::Corrupt},  // damaged index
+    {"25006", SqlError::Kind::ReadOnly},  // a reading transaction, or a server that only follows
+    {"25P03", SqlError::Kind::Lost},      // idle in a transaction for too long
+    {"40001", SqlError::Kind::Busy},      // two writers, one row
+    {"40P01", SqlError::Kind::Busy},      // deadlock
+    {"3D000", SqlError::Kind::Missing},   // no such database
+    {"42501", SqlError::Kind::Forbidden}, // no right to
+    {"53100", SqlError::Kind::Full},      // disk full
+    {"53300", SqlError::Kind::Lost},      // too many connections
+    {"55P03", SqlError::Kind::Busy},      // lock time-out
+    {"57014", SqlError::Kind::Timeout},   // statement time-out
+    {"57P", SqlError::Kind::Lost},        // shut down, crashed, starting up
+    {"08", SqlError::Kind::Lost},         // connection
+    {"23", SqlError::Kind::Constraint},   // rule of the schema
+    {"28", SqlError::Kind::Refused},      // not let in
+    {"XX001", SqlError::Kind::Corrupt},   // damaged data
+    {"XX002", SqlError::Kind::Corrupt},   // damaged index
 };
+
+struct KnownRefusal {
+    const char *begin; ///< of what the server or the client says; a name may follow
+    const char *end;
+    SqlError::Kind kind;
+};
+
+/// Of a connection that was not made nothing is known but the text, in the language of the server
+/// or of the client's machine. What is not found here may be over soon.
+constexpr KnownRefusal knownRefusals[] = {
+    {" authentication failed for user", "", SqlError::Kind::Refused},
+    {"认证失败", "", SqlError::Kind::Refused},
+    {"no password supplied", "", SqlError::Kind::Refused},
+    {"pg_hba.conf", "", SqlError::Kind::Refused}, // no entry there, or one that rejects
+    {"role \"", "\" is not permitted to log in", SqlError::Kind::Refused},
+    {"不允许角色", "进行登录", SqlError::Kind::Refused},
+    {"role \"", "\" does not exist", SqlError::Kind::Refused},
+    {"角色 \"", "\" 不存在", SqlError::Kind::Refused},
+    {"permission denied for database", "", SqlError::Kind::Refused},
+    {"对数据库 ", " 权限不够", SqlError::Kind::Refused},
+    {"database \"", "\" does not exist", SqlError::Kind::Missing},
+    {"数据库 \"", "\" 不存在", SqlError::Kind::Missing},
+    {"server does not support SSL", "", SqlError::Kind::Unfit},
+    {"服务器不支持 SSL", "", SqlError::Kind::Unfit},
+    {"root certificate file", "", SqlError::Kind::Unfit},
+    {"certificate verify failed", "", SqlError::Kind::Unfit},
+    {"server certificate for", "does not match host name", SqlError::Kind::Unfit},
+};
+
+SqlError::Kind kindOfRefusal(const QString &text)
+{
+    for (const KnownRefusal &known : knownRefusals) {
+        const int begin = text.indexOf(QString::fromUtf8(known.begin));
+        if (begin >= 0 && text.indexOf(QString::fromUtf8(known.end), begin) >= 0)
+            return known.kind;
+    }
+    return SqlError::Kind::Lost;
+}
 
 } // namespace
 
@@ -132,7 +170,9 @@ SqlError::Kind PostgresDialect::kindOf(const QSqlError &error) const
 {
     // What the client itself reports, without the server, is always about the connection.
     const QByteArray code = error.nativeErrorCode().toLatin1();
-    if (error.type() == QSqlError::ConnectionError || code.isEmpty())
+    if (error.type() == QSqlError::ConnectionError)
+        return kindOfRefusal(error.databaseText());
+    if (code.isEmpty())
         return SqlError::Kind::Lost;
     for (const KnownState &known : knownStates) {
         if (code.startsWith(known.code))

@@ -6,7 +6,9 @@
 #include "services/records/Guid.h"
 #include "services/records/PostgresDialect.h"
 
+#include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -19,7 +21,13 @@ namespace KODMS::Services {
 
 namespace {
 
-constexpr int oldestVersion = 130000; // the first whose transaction numbers never wrap
+constexpr int oldestVersion = 130000;    // the first whose transaction numbers never wrap
+constexpr int firstOfProviders = 150000; // from here on, a database says whose locales it uses
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("PostgresServer", text);
+}
 
 /// Of these, byte order is character order, as in the embedded database.
 bool isByteOrder(const QString &collation)
@@ -34,6 +42,16 @@ bool knowsAllLetters(const QString &characterType)
 {
     const QString name = characterType.toLower();
     return name.endsWith(QLatin1String(".utf-8")) || name.endsWith(QLatin1String(".utf8"));
+}
+
+/// The catalogue's letter by the name that one types.
+QString providerOf(const QString &letter)
+{
+    if (letter == QLatin1String("c"))
+        return QStringLiteral("libc");
+    if (letter == QLatin1String("i"))
+        return QStringLiteral("icu");
+    return letter == QLatin1String("b") ? QStringLiteral("builtin") : letter;
 }
 
 void run(QSqlQuery &query, const QString &statement)
@@ -71,16 +89,26 @@ QString PostgresServer::password() const
 {
     if (m_settings.passwordFile.isEmpty())
         return {};
-    QFile file(m_settings.passwordFile);
+    const QString path = m_settings.passwordFile;
+    if (!QFileInfo::exists(path))
+        throw SqlError(SqlError::Kind::Unfit, {},
+                       QStringLiteral("the password file %1 is not there").arg(path),
+                       tr("密码文件 %1 不存在").arg(path));
+    QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        throw SqlError(SqlError::Kind::Lost, {},
-                       QStringLiteral("the password file %1 cannot be read: %2")
-                           .arg(m_settings.passwordFile, file.errorString()));
+        throw SqlError(
+            SqlError::Kind::Unfit, {},
+            QStringLiteral("the password file %1 cannot be read: %2").arg(path, file.errorString()),
+            tr("密码文件 %1 不能读取：%2").arg(path, file.errorString()));
     QString line = QString::fromUtf8(file.readLine());
     for (const char end : {'\n', '\r'}) {
         if (line.endsWith(QLatin1Char(end)))
             line.chop(1);
     }
+    if (line.isEmpty())
+        throw SqlError(SqlError::Kind::Unfit, {},
+                       QStringLiteral("the password file %1 is empty").arg(path),
+                       tr("密码文件 %1 的第一行是空的，应为密码").arg(path));
     return line;
 }
 
@@ -95,8 +123,9 @@ QString PostgresServer::sslOptions() const
         return options;
     // The driver makes a blank of a semicolon, wherever it stands.
     if (path.contains(QLatin1Char(';')) || !QFile(path).open(QIODevice::ReadOnly))
-        throw SqlError(SqlError::Kind::Lost, {},
-                       QStringLiteral("the root certificate %1 cannot be read").arg(path));
+        throw SqlError(SqlError::Kind::Unfit, {},
+                       QStringLiteral("the root certificate %1 cannot be read").arg(path),
+                       tr("根证书 %1 不能读取（路径中不能有分号）").arg(path));
     path.replace(QLatin1Char('\\'), QLatin1String("\\\\"));
     path.replace(QLatin1Char('\''), QLatin1String("\\'"));
     return options + QStringLiteral(";sslrootcert='%1'").arg(path);
@@ -161,15 +190,31 @@ void PostgresServer::makeDatabaseOn(QSqlDatabase &connection) const
     if (query.next())
         return;
     run(query, QStringLiteral("SET statement_timeout = 0"));
+    run(query, QStringLiteral("SELECT CAST(current_setting('server_version_num') AS INTEGER)"));
+    query.next();
     try {
-        run(query, QStringLiteral("CREATE DATABASE %1 TEMPLATE template0 ENCODING 'UTF8' "
-                                  "LC_COLLATE 'C.UTF-8' LC_CTYPE 'C.UTF-8'")
-                       .arg(quoted(m_settings.name, QLatin1Char('"'))));
-    } catch (const SqlError &) {
+        run(query, creation(m_settings.name, query.value(0).toInt()));
+    } catch (const SqlError &error) {
         run(query, look); // somebody else has made it meanwhile, or it cannot be made
-        if (!query.next())
+        if (query.next())
+            return;
+        if (error.kind() != SqlError::Kind::Forbidden)
             throw;
+        throw SqlError(error.kind(), error.statement(), error.driverText(),
+                       tr("账户 %1 无权在服务器上新建数据库 %2：请先由服务器的管理员新建")
+                           .arg(m_settings.user, PostgresDialect().placeText(m_settings)));
     }
+}
+
+/// What is not said comes from the server's own beginnings, whose order may be a language's.
+QString PostgresServer::creation(const QString &name, int version)
+{
+    QString statement = QStringLiteral("CREATE DATABASE %1 TEMPLATE template0 ENCODING 'UTF8' "
+                                       "LC_COLLATE 'C.UTF-8' LC_CTYPE 'C.UTF-8'")
+                            .arg(quoted(name, QLatin1Char('"')));
+    if (version >= firstOfProviders)
+        statement += QStringLiteral(" LOCALE_PROVIDER libc");
+    return statement;
 }
 
 /// Not every version knows these, and none lets a connection begin with what it does not know.
@@ -196,20 +241,33 @@ void PostgresServer::check(QSqlDatabase &connection) const
     query.next();
     const QString place = PostgresDialect().placeText(m_settings);
     if (query.value(0).toInt() < oldestVersion)
-        throw SqlError(SqlError::Kind::Lost, {},
-                       place + QStringLiteral(": PostgreSQL 13 or newer is needed"));
+        throw SqlError(SqlError::Kind::Unfit, {},
+                       place + QStringLiteral(": PostgreSQL 13 or newer is needed"),
+                       tr("%1 的版本太旧：需要 PostgreSQL 13 或更新的版本").arg(place));
     const QString encoding = query.value(1).toString();
     const QString collation = query.value(2).toString();
     const QString characterType = query.value(3).toString();
-    const bool isPlain = query.value(4).toString() == QLatin1String("c");
-    if (encoding == QLatin1String("UTF8") && isPlain && isByteOrder(collation) &&
-        knowsAllLetters(characterType))
+    const QString provider = providerOf(query.value(4).toString());
+    if (encoding == QLatin1String("UTF8") && provider == QLatin1String("libc") &&
+        isByteOrder(collation) && knowsAllLetters(characterType))
         return;
-    throw SqlError(SqlError::Kind::Lost, {},
-                   QStringLiteral("%1: a database of encoding %2, collation %3 and character type "
-                                  "%4 cannot hold the records; encoding UTF8, collation C.UTF-8 "
-                                  "(or C) and character type C.UTF-8 are needed")
-                       .arg(place, encoding, collation, characterType));
+    throw notFit(encoding, collation, characterType, provider);
+}
+
+SqlError PostgresServer::notFit(const QString &encoding, const QString &collation,
+                                const QString &characterType, const QString &provider) const
+{
+    const QString place = PostgresDialect().placeText(m_settings);
+    return {SqlError::Kind::Unfit,
+            {},
+            QStringLiteral("%1: a database of encoding %2, collation %3, character type %4 and "
+                           "locale provider %5 cannot hold the records; encoding UTF8, collation "
+                           "C.UTF-8 (or C), character type C.UTF-8 and locale provider libc are "
+                           "needed")
+                .arg(place, encoding, collation, characterType, provider),
+            tr("数据库 %1 不能存放记录：它的编码是 %2，排序规则是 %3，字符类型是 %4，区域提供者是 "
+               "%5；需要编码 UTF8，排序规则 C.UTF-8（或 C），字符类型 C.UTF-8，区域提供者 libc")
+                .arg(place, encoding, collation, characterType, provider)};
 }
 
 } // namespace KODMS::Services

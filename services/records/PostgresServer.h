@@ -3,6 +3,7 @@
 #pragma once
 
 #include "services/config/Configuration.h"
+#include "services/records/SqlError.h"
 
 #include <QString>
 
@@ -26,6 +27,9 @@ public:
     /// Makes the configured database when the server has none of that name.
     void makeDatabase() const;
 
+    /// What makes a fit database of that name, on a server of that version (150000: 15.0).
+    static QString creation(const QString &name, int version);
+
     /// Refuses a server that is too old, and a database in which texts would be
     /// compared, ordered or stored otherwise than in the embedded one.
     void check(QSqlDatabase &connection) const;
@@ -38,6 +42,8 @@ private:
     QString sslOptions() const;
     QString options() const;
     void makeDatabaseOn(QSqlDatabase &connection) const;
+    SqlError notFit(const QString &encoding, const QString &collation, const QString &characterType,
+                    const QString &provider) const;
 
     const DatabaseSettings &m_settings;
 };

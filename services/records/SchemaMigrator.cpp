@@ -26,7 +26,7 @@ template <typename Step> Outcome guarded(const char *operation, const QString &d
     } catch (const SqlError &error) {
         qCWarning(lcRecords).noquote()
             << operation << QStringLiteral("[%1]").arg(database) << error.logText();
-        return Outcome::failure(error.userText());
+        return Outcome::failure(error.detailedText());
     }
 }
 
@@ -103,8 +103,9 @@ Outcome SchemaMigrator::upgradeChecked()
     const int installed = installedVersion();
     if (installed == 0)
         return Outcome::failure(
-            hasTables() ? tr("不是本系统的数据库：%1").arg(m_database.displayText())
-                        : tr("数据库是空的，请先初始化：%1").arg(m_database.displayText()));
+            hasTables()
+                ? tr("不是本系统的数据库：%1").arg(m_database.displayText())
+                : tr("数据库 %1 是空的：请先运行 kodms-admin init").arg(m_database.displayText()));
     if (installed > knownVersion())
         return Outcome::failure(tr("数据库版本 %1 比本程序所知的版本 %2 新，请升级本程序：%3")
                                     .arg(installed)

@@ -19,12 +19,18 @@ public:
         ReadOnly,   ///< the database may not be written
         Corrupt,    ///< damaged, or not a database at all
         Lost,       ///< the connection to the database is gone, or was never there
+        Refused,    ///< the server is there, and does not let the account in
+        Missing,    ///< the server is there, the database is not
+        Unfit,      ///< the database, or what is said of it, cannot be used as it is
+        Forbidden,  ///< the account may not do that
         Timeout,    ///< the statement took longer than the statement time-out
         Unsure,     ///< the connection was lost while saving: it may be saved or not
         Other
     };
 
-    SqlError(Kind kind, const QString &statement, const QString &driverText);
+    /// `said` tells people more than the kind does, translated.
+    SqlError(Kind kind, const QString &statement, const QString &driverText,
+             const QString &said = {});
 
     Kind kind() const { return m_kind; }
 
@@ -42,6 +48,10 @@ public:
     /// What to tell people, translated.
     QString userText() const;
 
+    /// The same for those who set the database up: with the driver's own words, unless it
+    /// says everything itself.
+    QString detailedText() const;
+
     /// Statement and driver text, for the log.
     QString logText() const;
 
@@ -51,6 +61,7 @@ private:
     Kind m_kind;
     QString m_statement;
     QString m_driverText;
+    QString m_said;
     QByteArray m_what;
 };
 

@@ -28,7 +28,7 @@ QString tr(const char *text)
 Outcome notInitialised(const Configuration &configuration)
 {
     return Outcome::failure(tr("尚未初始化（没有数据库 %1）：请先运行 kodms-admin init")
-                                .arg(configuration.database.path));
+                                .arg(databasePlace(configuration.database)));
 }
 
 bool isMissing(const DatabaseSettings &settings)
@@ -44,9 +44,11 @@ Result<std::unique_ptr<Database>> openDatabase(const Configuration &configuratio
         return std::make_unique<Database>(configuration.database);
     } catch (const SqlError &error) {
         qCWarning(lcRecords).noquote() << "open database" << error.logText();
+        if (error.kind() == SqlError::Kind::Missing)
+            return notInitialised(configuration);
         return Outcome::failure(
-            tr("无法打开数据库 %1：%2（%3）")
-                .arg(databasePlace(configuration.database), error.userText(), error.driverText()));
+            tr("无法打开数据库 %1：%2")
+                .arg(databasePlace(configuration.database), error.detailedText()));
     }
 }
 

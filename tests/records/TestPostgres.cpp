@@ -53,9 +53,6 @@ private Q_SLOTS:
     void theConnectionIsSetForDurableWork();
     void aWriterThatSaysNothingIsEnded();
     void aPatientConnectionIsNeverEnded();
-    void aMissingDatabaseIsMadeOnlyWhenAsked();
-    void aDatabaseOfAnotherKindIsRefused_data();
-    void aDatabaseOfAnotherKindIsRefused();
     void aTextWithNulIsNeitherStoredNorFound();
     void hostileTextsAreFoundAsTheyStand_data();
     void hostileTextsAreFoundAsTheyStand();
@@ -132,66 +129,6 @@ void TestPostgres::aPatientConnectionIsNeverEnded()
     const Transaction writer(patient);
     QThread::msleep(3 * ServersImpatience::Milliseconds);
     expectNoLimits();
-}
-
-void TestPostgres::aMissingDatabaseIsMadeOnlyWhenAsked()
-{
-    TempDatabase &server = *m_shared;
-    auto settings = server.settings();
-    settings.name += QStringLiteral(" \"made\" '记录'");
-    QCOMPARE(failureOf([&] { Database database(settings); }), SqlError::Kind::Lost);
-    {
-        Database database(settings, Database::Open::Create);
-        SqlQuery query = database.prepare(
-            QStringLiteral("SELECT datcollate AS a, datctype AS b FROM pg_database "
-                           "WHERE datname = current_database()"));
-        query.exec().next();
-        QCOMPARE(query.text("a"), QStringLiteral("C.UTF-8"));
-        QCOMPARE(query.text("b"), QStringLiteral("C.UTF-8"));
-    }
-    Database again(settings, Database::Open::Create);
-    QString name = settings.name;
-    const PlainConnection plain(server.settings());
-    plain.run(QStringLiteral("DROP DATABASE \"%1\" WITH (FORCE)")
-                  .arg(name.replace(QLatin1Char('"'), QStringLiteral("\"\""))));
-}
-
-void TestPostgres::aDatabaseOfAnotherKindIsRefused_data()
-{
-    QTest::addColumn<QString>("kind");
-    QTest::addColumn<QString>("told"); // empty: taken
-    const auto row = [](const char *name, const char *kind, const char *told) {
-        QTest::newRow(name) << QString::fromLatin1(kind) << QString::fromLatin1(told);
-    };
-    row("as init makes it", "ENCODING 'UTF8' LC_COLLATE 'C.UTF-8' LC_CTYPE 'C.UTF-8'", "");
-    row("byte order said plainly", "ENCODING 'UTF8' LC_COLLATE 'C' LC_CTYPE 'C.UTF-8'", "");
-    row("knows Latin letters only", "ENCODING 'UTF8' LC_COLLATE 'C' LC_CTYPE 'C'",
-        "character type C ");
-    row("another encoding", "ENCODING 'LATIN1' LC_COLLATE 'C' LC_CTYPE 'C'", "encoding LATIN1");
-    row("no encoding", "ENCODING 'SQL_ASCII' LC_COLLATE 'C' LC_CTYPE 'C'", "encoding SQL_ASCII");
-}
-
-void TestPostgres::aDatabaseOfAnotherKindIsRefused()
-{
-    QFETCH(QString, kind);
-    QFETCH(QString, told);
-    TempDatabase &server = *m_shared;
-    auto settings = server.settings();
-    settings.name += QStringLiteral("_other");
-    const PlainConnection plain(server.settings());
-    plain.run(QStringLiteral("CREATE DATABASE %1 TEMPLATE template0 %2").arg(settings.name, kind));
-    QString text;
-    try {
-        Database database(settings, Database::Open::Create);
-    } catch (const SqlError &error) {
-        text = error.driverText();
-    }
-    plain.run(QStringLiteral("DROP DATABASE %1 WITH (FORCE)").arg(settings.name));
-    QCOMPARE(text.isEmpty(), told.isEmpty());
-    QVERIFY2(text.contains(told), qPrintable(text));
-    if (!told.isEmpty())
-        QVERIFY2(text.contains(settings.name) && text.contains(QStringLiteral("C.UTF-8")),
-                 qPrintable(text));
 }
 
 void TestPostgres::aTextWithNulIsNeitherStoredNorFound()

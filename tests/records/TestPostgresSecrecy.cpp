@@ -26,7 +26,7 @@ QString refusal(const DatabaseSettings &settings, Database::Open mode)
         const Database database(settings, mode);
         return {};
     } catch (const SqlError &error) {
-        return error.kind() == SqlError::Kind::Lost ? error.driverText() : error.logText();
+        return error.kind() == SqlError::Kind::Unfit ? error.driverText() : error.logText();
     }
 }
 
@@ -156,7 +156,7 @@ void TestPostgresSecrecy::aRefusedPasswordStaysSecret()
         Database database(settings);
         QFAIL("the server takes any password");
     } catch (const SqlError &error) {
-        QCOMPARE(error.kind(), SqlError::Kind::Lost);
+        QCOMPARE(error.kind(), SqlError::Kind::Refused);
         QVERIFY(!error.logText().contains(QStringLiteral("let-me-in")));
         const QString place =
             QStringLiteral("%1:%2/%3").arg(settings.host).arg(settings.port).arg(settings.name);
@@ -203,7 +203,7 @@ void TestPostgresSecrecy::aPasswordFileThatIsNotThereIsNamed()
         Database database(settings);
         QFAIL("opened without its password file");
     } catch (const SqlError &error) {
-        QCOMPARE(error.kind(), SqlError::Kind::Lost);
+        QCOMPARE(error.kind(), SqlError::Kind::Unfit);
         QVERIFY(error.logText().contains(settings.passwordFile));
     }
 }

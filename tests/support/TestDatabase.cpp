@@ -65,6 +65,18 @@ void runOnServer(const QString &statement)
     PlainConnection(serverSettings(HomeDatabase)).run(statement);
 }
 
+/// Whatever the server's own databases begin with.
+QString plainLocale()
+{
+    constexpr int firstOfProviders = 150000;
+    const QString version = PlainConnection(serverSettings(HomeDatabase))
+                                .texts(QStringLiteral("SHOW server_version_num"))
+                                .value(0);
+    const QString locale = QStringLiteral(" ENCODING 'UTF8' LOCALE 'C.UTF-8'");
+    return version.toInt() < firstOfProviders ? locale
+                                              : locale + QLatin1String(" LOCALE_PROVIDER libc");
+}
+
 } // namespace
 
 bool TestDatabase::isServer()
@@ -122,7 +134,7 @@ void TestDatabase::create(const QString &from)
         return;
     QString statement = QStringLiteral("CREATE DATABASE %1 TEMPLATE %2").arg(m_settings.name, from);
     if (from == EmptyDatabase)
-        statement += QLatin1String(" ENCODING 'UTF8' LOCALE 'C.UTF-8'");
+        statement += plainLocale();
     runOnServer(statement);
     m_isThere = true;
 }

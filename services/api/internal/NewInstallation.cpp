@@ -146,10 +146,21 @@ Outcome NewInstallation::makeRecords(const std::vector<UserRow> &users)
         transaction.commit();
     } catch (const SqlError &error) {
         qCWarning(lcRecords).noquote() << "make database" << error.logText();
-        return Outcome::failure(
-            tr("无法创建数据库：%1（%2）").arg(error.userText(), error.driverText()));
+        return notMade(error);
     }
     return Outcome::success();
+}
+
+/// That it is missing even now means that the server lets nobody in where it could be made.
+Outcome NewInstallation::notMade(const SqlError &error) const
+{
+    const DatabaseSettings &settings = m_configuration.database;
+    if (error.kind() == SqlError::Kind::Missing)
+        return Outcome::failure(
+            tr("没有数据库 %1，账户 %2 也不能在服务器上新建它（%3）："
+               "请先由服务器的管理员新建")
+                .arg(databasePlace(settings), settings.user, error.driverText()));
+    return Outcome::failure(tr("无法创建数据库：%1").arg(error.detailedText()));
 }
 
 void NewInstallation::removeDatabase() const

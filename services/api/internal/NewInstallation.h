@@ -9,6 +9,8 @@
 
 namespace KODMS::Services {
 
+class SqlError;
+
 /// Makes one installation; takes back what it made itself when a step fails. Of several
 /// that are made at the same place at once, one succeeds and the others leave it alone.
 class NewInstallation {
@@ -30,6 +32,7 @@ private:
     Outcome makeStore() const;
     Outcome claimDatabase();
     Outcome makeRecords(const std::vector<UserRow> &users);
+    Outcome notMade(const SqlError &error) const;
     void removeDatabase() const;
 
     Configuration m_configuration;

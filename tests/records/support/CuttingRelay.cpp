@@ -38,6 +38,7 @@ QByteArray CuttingRelay::heard() const
 void CuttingRelay::take(const QString &host, int port)
 {
     while (QTcpSocket *client = m_server->nextPendingConnection()) {
+        ++m_visits;
         if (m_isShut) {
             client->abort();
             client->deleteLater();

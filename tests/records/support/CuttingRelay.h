@@ -37,6 +37,12 @@ public:
 
     void letIn() { m_isShut = false; }
 
+    /// Whoever comes from now on is sent away at once.
+    void shut() { m_isShut = true; }
+
+    /// How often somebody came, let in or not.
+    int visits() const { return m_visits; }
+
     bool hasCut() const { return m_cut == Cut::Never; }
 
     /// All that clients have said.
@@ -51,6 +57,7 @@ private:
     std::atomic<Cut> m_cut{Cut::Never};
     std::atomic<bool> m_isLast{false};
     std::atomic<bool> m_isShut{false};
+    std::atomic<int> m_visits{0};
     QThread m_thread;
     QTcpServer *m_server; ///< of the thread
 };
