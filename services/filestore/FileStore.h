@@ -66,9 +66,6 @@ public:
     Outcome removeIfThere(const QString &name);
     /// Whether there is such a file; failure when the store cannot be asked.
     virtual Result<bool> has(const QString &name) const = 0;
-    /// For whom it is all one whether it is not there or cannot be reached. Who forgets
-    /// or removes something because there is no such file asks has().
-    virtual bool exists(const QString &name) const = 0;
     /// What was recorded with the file; failure when there is none.
     virtual Result<StoredFileInfo> find(const QString &name) const = 0;
     /// Every stored file, by name.

@@ -84,7 +84,7 @@ Outcome FolderStore::put(const QString &localPath, const QString &name, Progress
 {
     if (!isValidStoredName(name))
         return badNameFailure(name);
-    if (exists(name))
+    if (entry(name))
         return takenFailure(name);
     const Result<IncomingFolder *> folder = incoming();
     if (!folder)
@@ -201,11 +201,6 @@ Result<bool> FolderStore::has(const QString &name) const
     }
     if (error)
         return ioFailure("look for", name, error.value());
-    return bool(entry(name));
-}
-
-bool FolderStore::exists(const QString &name) const
-{
     return bool(entry(name));
 }
 

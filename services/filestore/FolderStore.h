@@ -22,7 +22,6 @@ public:
     Outcome get(const QString &name, const QString &localPath, Progress &progress) const override;
     Outcome remove(const QString &name) override;
     Result<bool> has(const QString &name) const override;
-    bool exists(const QString &name) const override;
     Result<StoredFileInfo> find(const QString &name) const override;
     Result<QVector<StoredFileInfo>> list() const override;
     Outcome verify(const QString &name, Progress &progress) const override;

@@ -6,6 +6,7 @@
 #include "services/api/internal/SampleArchive.h"
 #include "tests/archive/SampleArchives.h"
 #include "tests/common/support/TestInstallation.h"
+#include "tests/support/HasFile.h"
 #include "tests/support/TestMain.h"
 
 #include <QDir>
@@ -18,6 +19,7 @@
 #include <utility>
 
 using namespace KODMS::Services;
+using KODMS::Tests::hasFile;
 using KODMS::Tests::TestInstallation;
 
 namespace {
@@ -140,7 +142,7 @@ void RobotWorkTest::aFolderIsPacked()
     QVERIFY2(delivered, qPrintable(delivered.text));
     QCOMPARE(result(QStringLiteral("file_type")).toString(), QStringLiteral("zip"));
     QCOMPARE(result(QStringLiteral("base_name")).toString(), QStringLiteral("board_8"));
-    QVERIFY(m_home->store().exists(result(QStringLiteral("stored_name")).toString()));
+    QVERIFY(hasFile(m_home->store(), result(QStringLiteral("stored_name")).toString()));
     QCOMPARE(TestInstallation::entries(m_home->staging()), QStringList());
 }
 

@@ -8,6 +8,7 @@
 #include "services/records/StoredFiles.h"
 #include "services/session/Runtime.h"
 #include "tests/api/support/Installation.h"
+#include "tests/support/HasFile.h"
 #include "tests/support/NoticeLog.h"
 #include "tests/support/PlainConnection.h"
 #include "tests/support/TestDatabase.h"
@@ -20,6 +21,7 @@
 #include <memory>
 
 using namespace KODMS::Services;
+using KODMS::Tests::hasFile;
 using KODMS::Tests::Installation;
 using KODMS::Tests::NoticeLog;
 
@@ -256,8 +258,8 @@ void ServiceRuntimeTest::settlesDeleteMarks()
                        "VALUES ('marked.zip', 0, ''), ('gone.zip', 1, ''), ('never.zip', 1, '')"));
     QVERIFY(runtime().start(m_home->iniPath()));
     FileStore &reopened = Runtime::current()->fileStore();
-    QVERIFY(reopened.exists(QStringLiteral("marked.zip")));
-    QVERIFY(!reopened.exists(QStringLiteral("gone.zip")));
+    QVERIFY(hasFile(reopened, QStringLiteral("marked.zip")));
+    QVERIFY(!hasFile(reopened, QStringLiteral("gone.zip")));
     QCOMPARE(deleteMarks(), 0);
 }
 
@@ -281,7 +283,7 @@ void ServiceRuntimeTest::keepsDeleteMarksWhileTheStoreIsAway()
     QVERIFY(QDir().rename(away, root));
     QVERIFY(runtime().start(m_home->iniPath()));
     QCOMPARE(deleteMarks(), 0);
-    QVERIFY(!Runtime::current()->fileStore().exists(QStringLiteral("gone.zip")));
+    QVERIFY(!hasFile(Runtime::current()->fileStore(), QStringLiteral("gone.zip")));
 }
 
 /// Between the end of a deletion here and the removal, a start elsewhere settled its mark.

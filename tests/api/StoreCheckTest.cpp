@@ -8,6 +8,7 @@
 #include "tests/archive/RawZip.h"
 #include "tests/archive/SampleArchives.h"
 #include "tests/common/support/TestInstallation.h"
+#include "tests/support/HasFile.h"
 #include "tests/support/PlainConnection.h"
 #include "tests/support/TestMain.h"
 
@@ -96,7 +97,7 @@ private Q_SLOTS:
         QVERIFY(check().isClean());
         const CheckReport repaired = check(true);
         QVERIFY(repaired.findings.first().isRepaired);
-        QVERIFY(!m_home->store().exists(QStringLiteral("orphan.zip")));
+        QVERIFY(!hasFile(m_home->store(), QStringLiteral("orphan.zip")));
         QCOMPARE(kinds(check()), QStringList());
         QCOMPARE(m_home
                      ->value(QStringLiteral("SELECT record_name FROM events "
@@ -111,7 +112,7 @@ private Q_SLOTS:
         const CheckReport report = check(true);
         QCOMPARE(kinds(report), QStringList(QStringLiteral("unrecorded-file coming.zip")));
         QVERIFY(report.isClean());
-        QVERIFY(m_home->store().exists(QStringLiteral("coming.zip")));
+        QVERIFY(hasFile(m_home->store(), QStringLiteral("coming.zip")));
     }
 
     void marks()
@@ -125,8 +126,8 @@ private Q_SLOTS:
         QCOMPARE(found.findings.size(), 2);
         const CheckReport repaired = check(true);
         QVERIFY(repaired.findings.at(0).isRepaired && repaired.findings.at(1).isRepaired);
-        QVERIFY(m_home->store().exists(kept));
-        QVERIFY(!m_home->store().exists(QStringLiteral("going.zip")));
+        QVERIFY(hasFile(m_home->store(), kept));
+        QVERIFY(!hasFile(m_home->store(), QStringLiteral("going.zip")));
         QCOMPARE(kinds(check()), QStringList());
     }
 
@@ -142,7 +143,7 @@ private Q_SLOTS:
         QVERIFY(!check(true).findings.first().isRepaired);
         QVERIFY(QDir().rename(away, storeFolder()));
         QVERIFY(check(true).findings.first().isRepaired);
-        QVERIFY(!m_home->store().exists(QStringLiteral("going.zip")));
+        QVERIFY(!hasFile(m_home->store(), QStringLiteral("going.zip")));
         QCOMPARE(kinds(check()), QStringList());
     }
 
@@ -172,7 +173,7 @@ private Q_SLOTS:
         const CheckReport repaired = check(true);
         QVERIFY(repaired.isClean());
         QVERIFY(repaired.findings.first().isRepaired);
-        QVERIFY(m_home->store().exists(name));
+        QVERIFY(hasFile(m_home->store(), name));
         QCOMPARE(kinds(check()), QStringList());
     }
 

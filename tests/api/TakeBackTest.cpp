@@ -7,6 +7,7 @@
 #include "services/records/bll/StoredFileRecords.h"
 #include "tests/archive/SampleArchives.h"
 #include "tests/common/support/TestInstallation.h"
+#include "tests/support/HasFile.h"
 #include "tests/support/PlainConnection.h"
 #include "tests/support/TestMain.h"
 
@@ -38,7 +39,7 @@ private:
 
     void takeBack() { takeBackUnrecorded(m_home->runtime(), name()); }
 
-    bool isStored() { return m_home->store().exists(name()); }
+    bool isStored() { return hasFile(m_home->store(), name()); }
 
     static QString name() { return QStringLiteral("a1b2c3_board.zip"); }
 

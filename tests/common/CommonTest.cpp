@@ -9,6 +9,7 @@
 #include "services/records/bll/StoredFileRecords.h"
 #include "tests/archive/SampleArchives.h"
 #include "tests/common/support/TestInstallation.h"
+#include "tests/support/HasFile.h"
 #include "tests/support/TestMain.h"
 
 #include <QDir>
@@ -81,14 +82,14 @@ private Q_SLOTS:
     void putStoresTheFile()
     {
         QCOMPARE(put("a.zip"), 0);
-        QVERIFY(m_home->store().exists(QStringLiteral("a.zip")));
+        QVERIFY(hasFile(m_home->store(), QStringLiteral("a.zip")));
         QVERIFY(m_home->store().verify(QStringLiteral("a.zip"), m_progress));
     }
 
     void putElsewhere()
     {
         QCOMPARE(Common::MongodbPut("other", "place", m_file.toStdString(), "a.zip"), 0);
-        QVERIFY(!m_home->store().exists(QStringLiteral("a.zip")));
+        QVERIFY(!hasFile(m_home->store(), QStringLiteral("a.zip")));
     }
 
     void putsThatFail_data()
@@ -135,7 +136,7 @@ private Q_SLOTS:
         recordFile(QStringLiteral("recorded.zip"));
         m_home->actAs(QStringLiteral("somebody"), {static_cast<Role>(role)});
         QCOMPARE(put("a.zip") == 0, allowed);
-        QCOMPARE(m_home->store().exists(QStringLiteral("a.zip")), allowed);
+        QCOMPARE(hasFile(m_home->store(), QStringLiteral("a.zip")), allowed);
         QCOMPARE(Common::MongodbDel(m_database, m_bucket, "recorded.zip") == 0, allowed);
         std::string packed = "before";
         QCOMPARE(pack(packed) == 0, allowed);
@@ -148,14 +149,14 @@ private Q_SLOTS:
     {
         m_home->signOut();
         QCOMPARE(put("a.zip"), -1);
-        QVERIFY(!m_home->store().exists(QStringLiteral("a.zip")));
+        QVERIFY(!hasFile(m_home->store(), QStringLiteral("a.zip")));
     }
 
     void delOnlyMarks()
     {
         recordFile(QStringLiteral("a.zip"));
         QCOMPARE(Common::MongodbDel(m_database, m_bucket, "a.zip"), 0);
-        QVERIFY(m_home->store().exists(QStringLiteral("a.zip")));
+        QVERIFY(hasFile(m_home->store(), QStringLiteral("a.zip")));
         QCOMPARE(marks(), 1);
         QCOMPARE(Common::MongodbDel(m_database, m_bucket, "a.zip"), 0);
         QCOMPARE(marks(), 1);
@@ -167,7 +168,7 @@ private Q_SLOTS:
         QCOMPARE(Common::MongodbDel(m_database, m_bucket, "a.zip"), 0);
         m_home->start();
         QCOMPARE(marks(), 0);
-        QVERIFY(m_home->store().exists(QStringLiteral("a.zip")));
+        QVERIFY(hasFile(m_home->store(), QStringLiteral("a.zip")));
     }
 
     void delOfWhatIsNotThere()

@@ -70,11 +70,6 @@ Result<bool> FaultyFileStore::has(const QString &name) const
     return asked(Result<bool>(gone()), [&] { return m_inner->has(name); });
 }
 
-bool FaultyFileStore::exists(const QString &name) const
-{
-    return asked(false, [&] { return m_inner->exists(name); });
-}
-
 Result<StoredFileInfo> FaultyFileStore::find(const QString &name) const
 {
     return asked(Result<StoredFileInfo>(gone()), [&] { return m_inner->find(name); });

@@ -19,7 +19,6 @@ public:
                           Services::Progress &progress) const override;
     Services::Outcome remove(const QString &name) override;
     Services::Result<bool> has(const QString &name) const override;
-    bool exists(const QString &name) const override;
     Services::Result<Services::StoredFileInfo> find(const QString &name) const override;
     Services::Result<QVector<Services::StoredFileInfo>> list() const override;
     Services::Outcome verify(const QString &name, Services::Progress &progress) const override;

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/filestore/support/StoreTestMain.h"
+#include "tests/support/HasFile.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -41,7 +42,7 @@ private Q_SLOTS:
     void whatIsPutCanBeGot()
     {
         put(QStringLiteral("a.tgz"));
-        QVERIFY(m_store->exists(QStringLiteral("a.tgz")));
+        QVERIFY(hasFile(*m_store, QStringLiteral("a.tgz")));
         QVERIFY(m_store->get(QStringLiteral("a.tgz"), m_target, m_progress));
         QCOMPARE(bytesOf(m_target), m_content);
         QVERIFY(QFileInfo(m_target).isWritable());
@@ -148,10 +149,10 @@ private Q_SLOTS:
         QFETCH(bool, valid);
         QCOMPARE(FileStore::isValidStoredName(name), valid);
         QCOMPARE(bool(m_store->put(m_source, name, m_progress)), valid);
-        QCOMPARE(m_store->exists(name), valid);
+        QCOMPARE(hasFile(*m_store, name), valid);
         QCOMPARE(bool(m_store->get(name, m_target, m_progress)), valid);
         QCOMPARE(bool(m_store->remove(name)), valid);
-        QVERIFY(!m_store->exists(name));
+        QVERIFY(!hasFile(*m_store, name));
         noRemains();
     }
 
@@ -171,7 +172,7 @@ private Q_SLOTS:
         FileStoreSettings settings = m_place->settings();
         const auto store = FileStore::create(settings);
         QVERIFY(store);
-        QVERIFY(store.value->exists(QStringLiteral("a")));
+        QVERIFY(hasFile(*store.value, QStringLiteral("a")));
         QVERIFY(store.value->placeText().contains(settings.database));
         QVERIFY(store.value->placeText().contains(settings.bucket));
         settings.kind = QStringLiteral("floppy");
@@ -182,18 +183,18 @@ private Q_SLOTS:
     {
         put(QStringLiteral("a"));
         const auto other = m_place->opened(QStringLiteral("other"));
-        QVERIFY(!other->exists(QStringLiteral("a")));
+        QVERIFY(!hasFile(*other, QStringLiteral("a")));
     }
 
     void removedIsGone()
     {
         put(QStringLiteral("a"));
         QVERIFY(m_store->remove(QStringLiteral("a")));
-        QVERIFY(!m_store->exists(QStringLiteral("a")));
+        QVERIFY(!hasFile(*m_store, QStringLiteral("a")));
         QVERIFY(!m_store->get(QStringLiteral("a"), m_target, m_progress));
         QVERIFY(!m_store->remove(QStringLiteral("a")));
         put(QStringLiteral("a"));
-        QVERIFY(m_store->exists(QStringLiteral("a")));
+        QVERIFY(hasFile(*m_store, QStringLiteral("a")));
         noRemains();
     }
 
@@ -290,7 +291,7 @@ private Q_SLOTS:
         auto hold = m_store->hold();
         QVERIFY(hold);
         QVERIFY(opened()->remove(QStringLiteral("removed")));
-        QVERIFY(!m_store->exists(QStringLiteral("removed")));
+        QVERIFY(!hasFile(*m_store, QStringLiteral("removed")));
         for (const QString &name : {QStringLiteral("kept"), QStringLiteral("removed")}) {
             QCOMPARE(hold.value->find(name).value.size, qint64{m_content.size()});
             QCOMPARE(readThrough(*hold.value, name), m_content);

@@ -3,6 +3,7 @@
 #include "services/filestore/FolderStore.h"
 #include "tests/filestore/support/MeddlingProgress.h"
 #include "tests/filestore/support/StoreUnderTest.h"
+#include "tests/support/HasFile.h"
 #include "tests/support/TestMain.h"
 #include "tests/support/WithoutPrivilege.h"
 
@@ -83,13 +84,13 @@ private Q_SLOTS:
         if (!ordinary.isBound())
             QSKIP("the account keeps its power to write everywhere");
         const auto store = opened();
-        QVERIFY(store && store->exists(m_name));
+        QVERIFY(store && hasFile(*store, m_name));
         QVERIFY(store->verify(m_name, m_progress));
         const Outcome put = store->put(m_source, QStringLiteral("other"), m_progress);
         QVERIFY(!put && !put.text.isEmpty());
-        QVERIFY(!store->exists(QStringLiteral("other")));
+        QVERIFY(!hasFile(*store, QStringLiteral("other")));
         QVERIFY(!store->remove(m_name));
-        QVERIFY(store->exists(m_name));
+        QVERIFY(hasFile(*store, m_name));
     }
 
     void theRemainsOfAKilledWriterAreSweptAtTheNextOpening()
@@ -178,7 +179,7 @@ private:
 
     void nothingStored()
     {
-        QVERIFY(!m_store->exists(m_name));
+        QVERIFY(!hasFile(*m_store, m_name));
         for (const QString &file : filesBelow(m_dir->filePath(QStringLiteral("root"))))
             QVERIFY2(file.contains(QStringLiteral("/live/owner-")), qPrintable(file));
     }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/filestore/support/RawBucket.h"
 #include "tests/filestore/support/StoreTestMain.h"
+#include "tests/support/HasFile.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -143,7 +144,7 @@ private Q_SLOTS:
         putTheirs(id, "theirs.tgz", length, 4);
         putChunk(id, 0, "abcd");
         putChunk(id, 1, "ef");
-        QVERIFY(m_store->exists(QStringLiteral("theirs.tgz")));
+        QVERIFY(hasFile(*m_store, QStringLiteral("theirs.tgz")));
         const auto list = m_store->list();
         QCOMPARE(list.value.size(), 1);
         QCOMPARE(list.value.at(0).size, qint64{6});
@@ -158,7 +159,7 @@ private Q_SLOTS:
         QCOMPARE(hold.value->find(QStringLiteral("theirs.tgz")).value.sha256,
                  QCryptographicHash::hash("abcdef", QCryptographicHash::Sha256).toHex());
         QVERIFY(m_store->remove(QStringLiteral("theirs.tgz")));
-        QVERIFY(!m_store->exists(QStringLiteral("theirs.tgz")));
+        QVERIFY(!hasFile(*m_store, QStringLiteral("theirs.tgz")));
     }
 
     void aFileOfOthersThatIsNotWhole()

@@ -130,15 +130,6 @@ Result<bool> GridFsStore::has(const QString &name) const
     return GridFsCatalog(place).has(name);
 }
 
-/// Whoever asks cannot be told that the server does not answer; the log and the people are.
-bool GridFsStore::exists(const QString &name) const
-{
-    const auto isThere = has(name);
-    if (!isThere)
-        reportFailure(lcFileStore(), "look for", name, isThere.outcome.cause, isThere.text());
-    return isThere && isThere.value;
-}
-
 Result<StoredFileInfo> GridFsStore::find(const QString &name) const
 {
     const auto stored = file(name);
