@@ -20,8 +20,7 @@ namespace KODMS::Services {
 namespace {
 
 constexpr int longestInterval = 60'000;
-constexpr int intervalWhenTold = 10'000; // the connection may be lost without a word
-constexpr int gathering = 100;           // one look for a burst of changes
+constexpr int gathering = 100; // one look for a burst of changes
 
 } // namespace
 
@@ -69,7 +68,7 @@ void LiveChanges::listen()
 {
     const bool isTold =
         Runtime::current()->records().database().dialect().listen([this] { lookSoon(); });
-    m_interval = isTold ? intervalWhenTold : Interval;
+    m_interval = isTold ? m_intervalWhenTold : Interval;
     m_timer.setInterval(m_interval);
 }
 

@@ -48,6 +48,12 @@ public:
 
     /// Milliseconds between two looks while nothing fails and nobody tells.
     static constexpr int Interval = 2000;
+    /// The same where the database server tells: its connection may be lost without a word.
+    static constexpr int IntervalWhenTold = 10'000;
+
+    /// Another one in its place, from the next begin() on: for tests, which find out that the
+    /// server's word alone is enough when nobody looks of oneself for a day.
+    void setIntervalWhenTold(int milliseconds) { m_intervalWhenTold = milliseconds; }
 
 Q_SIGNALS:
     void countChanged(int records);
@@ -76,6 +82,7 @@ private:
     QTimer m_timer;
     QTimer m_told; ///< runs a moment after somebody told of changes, or of an error
     int m_interval = Interval;
+    int m_intervalWhenTold = IntervalWhenTold;
     int m_count = 0;
     bool m_isOn = false; ///< from begin() until the user signs out
     bool m_hasFailed = false;

@@ -8,39 +8,23 @@
 #include "services/records/Transaction.h"
 #include "services/session/Runtime.h"
 #include "tests/api/support/Installation.h"
+#include "tests/api/support/OtherDesk.h"
 #include "tests/support/TestMain.h"
 
-#include <QProcess>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
 
-#include <cstdio>
 #include <memory>
 
 using namespace KODMS::Services;
 using KODMS::Tests::Installation;
+using KODMS::Tests::OtherDesk;
 using KODMS::UI::DMS_UICommon;
 
 namespace {
 
 constexpr int patience = 30'000;
-
-/// The other program: pays the orders of the jobs that it is told.
-int payOrders(const QString &iniPath, const QStringList &jobs)
-{
-    const Outcome started = ServiceRuntime::instance().start(iniPath);
-    if (!started) {
-        std::fprintf(stderr, "%s\n", qPrintable(started.text));
-        return 1;
-    }
-    SignIn::actAsOperator();
-    for (const QString &job : jobs) {
-        if (!Orders::pay(job))
-            return 1;
-    }
-    return 0;
-}
 
 } // namespace
 
@@ -63,7 +47,10 @@ private Q_SLOTS:
     void withoutServicesNothingHappens();
 
 private:
-    void payElsewhere(const QStringList &jobs) const;
+    void payElsewhere(const QStringList &jobs) const
+    {
+        QVERIFY(OtherDesk::pay(m_home->iniPath(), jobs));
+    }
 
     static Database &database() { return Runtime::current()->records().database(); }
 
@@ -78,14 +65,7 @@ void LiveChangesTest::init()
 {
     m_home = std::make_unique<Installation>();
     m_home->initAndStart();
-    for (const char *sql :
-         {"INSERT INTO customers (code, create_time) VALUES ('web', '')",
-          "INSERT INTO jobs (name, customer_id, serial_number, create_time) "
-          "VALUES ('web000001', 1, 1, ''), ('web000002', 1, 2, ''), ('web000003', 1, 3, '')",
-          "INSERT INTO job_flows (guid, job_name, create_time) "
-          "VALUES ('g1', 'web000001', ''), ('g2', 'web000002', ''), ('g3', 'web000003', '')",
-          "INSERT INTO orders (flow_id, create_time) VALUES (1, ''), (2, ''), (3, '')"})
-        database().run(QString::fromLatin1(sql));
+    OtherDesk::makeOrders(database());
     LiveChanges::instance().begin();
     LiveChanges::instance().setWatched(true);
 }
@@ -94,16 +74,6 @@ void LiveChangesTest::cleanup()
 {
     LiveChanges::instance().setWatched(false);
     m_home.reset();
-}
-
-void LiveChangesTest::payElsewhere(const QStringList &jobs) const
-{
-    QProcess other;
-    other.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    other.start(QCoreApplication::applicationFilePath(),
-                QStringList{QStringLiteral("--pay"), m_home->iniPath()} + jobs);
-    QVERIFY(other.waitForFinished(patience));
-    QCOMPARE(other.exitCode(), 0);
 }
 
 /// What otherwise happens within two seconds.
@@ -274,11 +244,10 @@ int main(int argc, char **argv)
 {
     KODMS::Tests::prepareEnvironment();
     QCoreApplication app(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() > 3 && arguments[1] == QLatin1String("--pay"))
-        return payOrders(arguments[2], arguments.mid(3));
+    if (const auto code = OtherDesk::workIfAsked())
+        return *code;
     LiveChangesTest test;
-    return KODMS::Tests::runTests(&test, arguments);
+    return KODMS::Tests::runTests(&test, QCoreApplication::arguments());
 }
 
 #include "LiveChangesTest.moc"
