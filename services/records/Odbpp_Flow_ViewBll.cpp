@@ -27,6 +27,7 @@ void remember(RecordContext &context, const SqlQuery &query)
     shown.flowId = shown.rowId;
     shown.flowGuid = query.text("Flow_FlowGUID");
     shown.versions = Services::versionsOf(query);
+    shown.jobName = query.text("KoJobName");
     context.shownRecords()->shown(shown);
 }
 

@@ -29,6 +29,7 @@ struct ShownRow {
     int flowId = 0; ///< the flow it belongs to
     QString flowGuid;
     RowVersions versions;
+    QString jobName = {};
 };
 
 /// Remembers what was shown, so that a write on something that somebody else has

@@ -80,6 +80,7 @@ private Q_SLOTS:
     void readsOnAFailingDatabase_data();
     void readsOnAFailingDatabase();
     void aRefusalThatCannotBeAuditedIsStillARefusal();
+    void theNoticeCallsTheJobByItsName();
     void withoutAFileStore();
     void aStoreThatCannotBeAskedIsNotTakenForAMissingFile_data();
     void aStoreThatCannotBeAskedIsNotTakenForAMissingFile();
@@ -220,6 +221,29 @@ void FailuresTest::aRefusalThatCannotBeAuditedIsStillARefusal()
     QVERIFY(!BLL::Odbpp_JobFlowBll().UpdateTips(nobody, "x", job.flowGuid));
     QCOMPARE(log.notices.size(), 1);
     QCOMPARE(log.notices[0].level, int(Services::NoticeLevel::Warning));
+}
+
+/// Nobody knows a flow by its GUID, and the records cannot be asked: what was shown is remembered.
+void FailuresTest::theNoticeCallsTheJobByItsName()
+{
+    const TestJob job = m_home.addJob();
+    const int user = m_home.addUser(QStringLiteral("somebody"), RoleSet{Services::Role::Admin});
+    m_home.signIn(user);
+    for (const bool isShown : {false, true}) {
+        if (isShown)
+            m_home.show(m_home.session(), job);
+        breakIt(QStringLiteral("table gone"), "job_flows");
+        QTest::ignoreMessage(QtWarningMsg,
+                             QRegularExpression(QString::fromStdString(job.flowGuid)));
+        const Tests::NoticeLog log;
+        QVERIFY(!BLL::Odbpp_JobFlowBll().UpdateTips(user, "x", job.flowGuid));
+        QCOMPARE(log.notices.size(), 1);
+        const QString text = log.notices[0].text;
+        QCOMPARE(text.contains(QString::fromStdString(job.jobName)), isShown);
+        QCOMPARE(text.contains(QString::fromStdString(job.flowGuid)), !isShown);
+        m_home.database().run(m_undo);
+        m_undo.clear();
+    }
 }
 
 void FailuresTest::withoutAFileStore()

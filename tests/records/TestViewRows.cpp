@@ -206,6 +206,8 @@ void TestViewRows::shownRowsAreRemembered()
     QCOMPARE(memory.rows.size(), 2);
     QCOMPARE(memory.rows.at(0).view, ShownRow::View::Flow);
     QCOMPARE(memory.rows.at(1).view, ShownRow::View::OrigFile);
+    QCOMPARE(memory.rows.at(0).jobName, QStringLiteral("A1B000004"));
+    QCOMPARE(memory.rows.at(1).jobName, QString()); // of which that desk shows the parts alone
     for (const ShownRow &row : qAsConst(memory.rows)) {
         QCOMPARE(row.rowId, 4);
         QCOMPARE(row.flowId, 4);

@@ -191,11 +191,14 @@ Outcome Change::reportFailed(const QString &cause, const QString &userText) cons
     return Outcome::failure(userText, cause);
 }
 
+/// Before the record was found, or when it cannot be, it is called what the session was shown.
 QString Change::noticeText(const QString &userText) const
 {
     if (m_recordName.isEmpty())
         return tr("%1：%2").arg(tr(m_operation.title), userText);
-    return tr("%1（%2）：%3").arg(tr(m_operation.title), m_recordName, userText);
+    const SessionMemory *known = memory();
+    const QString name = known != nullptr ? known->nameOf(m_recordName) : m_recordName;
+    return tr("%1（%2）：%3").arg(tr(m_operation.title), name, userText);
 }
 
 Database &Change::database()
@@ -219,7 +222,7 @@ bool Change::isStored(const QString &storedName)
     return answer.value;
 }
 
-SessionMemory *Change::memory()
+SessionMemory *Change::memory() const
 {
     return dynamic_cast<SessionMemory *>(m_context.shownRecords());
 }

@@ -54,7 +54,7 @@ public:
     StoredFiles &storedFiles();
     /// Fails when the store cannot tell.
     bool isStored(const QString &storedName);
-    SessionMemory *memory();
+    SessionMemory *memory() const;
 
     /// The caller names the acting user; it must be the one who is signed in.
     void actsAs(int userId) const;

@@ -15,6 +15,8 @@ std::size_t at(FieldGroup group)
 
 void SessionMemory::shown(const ShownRow &row)
 {
+    if (!row.jobName.isEmpty())
+        m_names.insert(row.flowGuid, row.jobName);
     Versions &known = m_versions[row.flowId];
     known[at(FieldGroup::File)] = row.versions.file;
     known[at(FieldGroup::Assignment)] = row.versions.assignment;
@@ -40,6 +42,7 @@ void SessionMemory::wrote(int flowId, FieldGroup group, int version)
 void SessionMemory::clear()
 {
     m_versions.clear();
+    m_names.clear();
     m_failedReplacements.clear();
     m_failedFlags.clear();
     m_failedMoves.clear();

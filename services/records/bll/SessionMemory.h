@@ -25,6 +25,9 @@ public:
     /// Nothing when the group was never shown to this session.
     std::optional<int> lastShown(int flowId, FieldGroup group) const;
 
+    /// The job's name for a flow's GUID, as it was shown; what else is given stays as it is.
+    QString nameOf(const QString &record) const { return m_names.value(record, record); }
+
     /// This session's own write made the group's version `version`.
     void wrote(int flowId, FieldGroup group, int version);
 
@@ -64,6 +67,7 @@ private:
     using Versions = std::array<std::optional<int>, 4>;
 
     QHash<int, Versions> m_versions;
+    QHash<QString, QString> m_names; ///< of jobs, by their flows' GUIDs
     QSet<QString> m_failedReplacements;
     QSet<int> m_failedFlags;
     QSet<QString> m_failedMoves;

@@ -227,7 +227,7 @@ void RecordsHome::show(TestSession &session, const TestJob &job)
 {
     const auto flow = FlowRecords(*m_database).byId(job.flowId);
     session.memory.shown({ShownRow::View::Flow, job.flowId, job.flowId,
-                          QString::fromStdString(job.flowGuid), flow->versions});
+                          QString::fromStdString(job.flowGuid), flow->versions, flow->jobName});
 }
 
 } // namespace KODMS::Tests
