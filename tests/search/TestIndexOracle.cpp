@@ -44,13 +44,11 @@ private:
 
 namespace {
 
-constexpr int flows = 300;
-
-ColumnIndex::Options smallSegments()
+ColumnIndex::Options segments()
 {
     ColumnIndex::Options options;
     options.smallestTable = 0;
-    options.segmentRows = 50;
+    options.segmentRows = KODMS_SEGMENT_ROWS;
     options.mostRefusals = std::numeric_limits<int>::max(); // it is all about these
     return options;
 }
@@ -59,13 +57,13 @@ ColumnIndex::Options smallSegments()
 struct House {
     explicit House(quint32 seed)
     {
-        RandomRecords(seed).fill(*temp, flows);
+        RandomRecords(seed, KODMS_MOST_PIECES).fill(*temp, KODMS_FLOWS);
         context = std::make_unique<RecordContext>(temp.take());
     }
 
     TempDatabase temp;
     std::unique_ptr<RecordContext> context;
-    ColumnIndex index{temp.settings(), smallSegments()};
+    ColumnIndex index{temp.settings(), segments()};
 };
 
 /// A list and the one to count by, which nearly always asks the same.

@@ -51,6 +51,17 @@ QString RandomRecords::awkwardText(QRandomGenerator &random)
     return text;
 }
 
+QString RandomRecords::writing()
+{
+    constexpr int oneIn = 40;
+    QString text = awkwardText(m_random);
+    if (m_mostPieces == 0 || m_random.bounded(oneIn) != 0)
+        return text;
+    for (int pieces = m_random.bounded(m_mostPieces); pieces > 0; pieces -= 3) // on average
+        text += awkwardText(m_random);
+    return text;
+}
+
 QVariant RandomRecords::someone()
 {
     const int id = m_random.bounded(users + 2);
@@ -121,17 +132,16 @@ void RandomRecords::fillFlow(Database &database, int id)
         {column("id", id), column("guid", Services::newGuid()), column("job_name", job),
          column("orig_job_name", awkwardText(m_random)), column("flow_status", m_random.bounded(4)),
          column("check_flag", m_random.bounded(3)), column("batch_number", m_random.bounded(130)),
-         column("tips", awkwardText(m_random)), column("orig_file_id", id),
-         column("create_user_id", someone()), column("create_time", created),
+         column("tips", writing()), column("orig_file_id", id), column("create_user_id", someone()),
+         column("create_time", created),
          column("last_import_user_id", isImported ? someone() : QVariant(QVariant::Int)),
          column("last_import_time", isImported ? QVariant(time()) : QVariant())});
     insertRow(database, "job_compress",
               {column("id", id), column("flow_id", id), column("customer_id", customer),
-               column("serial_number", m_random.bounded(40)),
-               column("orig_name", awkwardText(m_random)), column("tips", awkwardText(m_random)),
-               column("description", awkwardText(m_random)), column("orig_file_id", id),
-               column("flow_create_time", created), column("create_time", created),
-               column("update_time", time())});
+               column("serial_number", m_random.bounded(40)), column("orig_name", writing()),
+               column("tips", writing()), column("description", writing()),
+               column("orig_file_id", id), column("flow_create_time", created),
+               column("create_time", created), column("update_time", time())});
 }
 
 void RandomRecords::fillAssignments(Database &database, int id)

@@ -11,10 +11,14 @@
 namespace KODMS::Tests {
 
 /// Fills an empty database with records whose texts are as awkward as texts get:
-/// both alphabets, emoji, wildcards, quotes, nothing at all. Same seed, same data.
+/// both alphabets, emoji, wildcards, quotes, nothing at all; on request, a few of them very long.
+/// Same seed, same data.
 class RandomRecords {
 public:
-    explicit RandomRecords(quint32 seed) : m_random(seed) {}
+    explicit RandomRecords(quint32 seed, int mostPieces = 0)
+        : m_random(seed), m_mostPieces(mostPieces)
+    {
+    }
 
     void fill(Services::Database &database, int flows);
 
@@ -32,10 +36,13 @@ private:
     void fillCustomers(Services::Database &database);
     void fillFlow(Services::Database &database, int id);
     void fillAssignments(Services::Database &database, int id);
+    /// For what people write at length: one in forty has up to so many pieces.
+    QString writing();
     QVariant someone();
     QString time();
 
     QRandomGenerator m_random;
+    int m_mostPieces; ///< 0: no long texts
 };
 
 /// Runs one insert: column names and values side by side.
