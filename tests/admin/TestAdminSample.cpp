@@ -14,6 +14,7 @@ class TestAdminSample : public QObject {
 
 private Q_SLOTS:
     void addsFlowsAndStaysClean();
+    void statusTellsOfTheIndexOverThem();
     void theSameSeedGivesTheSameRecords();
     void storesFilesWhenAsked();
     void refusesAnInstallationWithRealWork();
@@ -32,6 +33,28 @@ void TestAdminSample::addsFlowsAndStaysClean()
              QStringLiteral("500"));
     const AdminRun check = sandbox.runJson({QStringLiteral("check")});
     QVERIFY2(check.code == 0, check.all());
+}
+
+void TestAdminSample::statusTellsOfTheIndexOverThem()
+{
+    const AdminSandbox sandbox;
+    QCOMPARE(sandbox.init().code, 0);
+    QCOMPARE(
+        sandbox.run({QStringLiteral("sample"), QStringLiteral("--flows"), QStringLiteral("40")})
+            .code,
+        0);
+    const QString files = sandbox.queried(QStringLiteral("SELECT COUNT(*) FROM job_compress"));
+    const AdminRun lines = sandbox.run({QStringLiteral("status")});
+    QVERIFY2(lines.code == 0, lines.all());
+    QVERIFY2(
+        lines.output.contains("search index   40 flows, " + files.toUtf8() + " original files, "),
+        lines.all());
+    const AdminRun run = sandbox.runJson({QStringLiteral("status")});
+    const QJsonObject index = run.json()[QStringLiteral("searchIndex")].toObject();
+    QCOMPARE(index[QStringLiteral("ready")], QJsonValue(true));
+    QCOMPARE(index[QStringLiteral("flows")], QJsonValue(40));
+    QCOMPARE(index[QStringLiteral("originalFiles")].toInt(), files.toInt());
+    QVERIFY2(files.toInt() > 0, run.all());
 }
 
 void TestAdminSample::theSameSeedGivesTheSameRecords()
