@@ -7,7 +7,6 @@
 #include "services/records/Guid.h"
 #include "services/records/Transaction.h"
 
-#include <QElapsedTimer>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlRecord>
@@ -91,23 +90,42 @@ void Database::abandon()
     close();
 }
 
+/// Who has waited in vain is not kept waiting by each of the next actions again.
+int Database::longestWait() const
+{
+    const bool isWaitOver = m_sinceFailure.isValid() && m_sinceFailure.elapsed() < longestReopening;
+    return m_reopening == Reopening::Patient && !isWaitOver ? longestReopening : shortestAttempt;
+}
+
 void Database::reopen()
 {
     qCInfo(lcRecords).noquote() << "the connection to" << displayText() << "is made anew";
     ++m_generation;
     m_isBroken = false;
+    try {
+        reopenWithin(longestWait());
+        m_sinceFailure.invalidate();
+    } catch (const SqlError &) {
+        if (m_reopening == Reopening::Patient)
+            m_sinceFailure.start();
+        throw;
+    }
+}
+
+/// Milliseconds; at least one attempt.
+void Database::reopenWithin(int longest)
+{
     QElapsedTimer timer;
     timer.start();
     for (int pause = firstPause;; pause = std::min(2 * pause, longestPause)) {
         close();
-        m_dialect->setConnectTimeout(longestReopening - static_cast<int>(timer.elapsed()));
+        m_dialect->setConnectTimeout(longest - static_cast<int>(timer.elapsed()));
         try {
             open(Open::Existing);
             return;
         } catch (const SqlError &error) {
-            const int left = longestReopening - shortestAttempt - static_cast<int>(timer.elapsed());
-            if (error.kind() != SqlError::Kind::Lost || m_reopening != Reopening::Patient ||
-                left < firstPause)
+            const int left = longest - shortestAttempt - static_cast<int>(timer.elapsed());
+            if (error.kind() != SqlError::Kind::Lost || left < firstPause)
                 throw;
             pause = std::min(pause, left);
         }

@@ -7,6 +7,7 @@
 #include "services/records/SqlError.h"
 #include "services/records/SqlQuery.h"
 
+#include <QElapsedTimer>
 #include <QHash>
 #include <QString>
 #include <QVector>
@@ -88,7 +89,8 @@ public:
     int generation() const { return m_generation; }
 
     enum class Reopening {
-        Patient, ///< a server may need seconds to come up again
+        Patient, ///< a server may need seconds to come up again; once it was waited for in
+                 ///< vain, each of the following actions makes one attempt
         Once,    ///< by one attempt
         Never    ///< what finds the connection lost fails at once
     };
@@ -113,6 +115,8 @@ private:
     void open(Open mode);
     void close();
     void reopen();
+    void reopenWithin(int longest);
+    int longestWait() const;
 
     /// After an error: true when the connection was made anew, and the statement may
     /// be run again. Throws SqlError when it cannot be made.
@@ -135,6 +139,7 @@ private:
     QString m_transactionId;    ///< of a writing one, where the engine names them
     int m_generation = 0;
     Reopening m_reopening = Reopening::Patient;
+    QElapsedTimer m_sinceFailure;   ///< valid after a patient reopening that failed
     QVector<QSqlQuery> m_discarded; ///< statements that are done with
 };
 

@@ -58,6 +58,7 @@ private Q_SLOTS:
     void whatWaitingDoesNotMendIsToldAtOnce_data();
     void whatWaitingDoesNotMendIsToldAtOnce();
     void aServerThatIsAwayIsAskedMoreAndMoreSeldom();
+    void whoHasWaitedInVainIsNotKeptWaitingAgain();
     void aPasswordFileThatIsOfNoUseIsNamed_data();
     void aPasswordFileThatIsOfNoUseIsNamed();
     void whoMayNotMakeADatabaseIsTold();
@@ -217,6 +218,33 @@ void TestPostgresRefusal::aServerThatIsAwayIsAskedMoreAndMoreSeldom()
              qPrintable(QString::number(relay.visits() - visits)));
     relay.letIn();
     database.run(QStringLiteral("SELECT 1"));
+}
+
+/// As somebody does who types on: each letter is a search.
+void TestPostgresRefusal::whoHasWaitedInVainIsNotKeptWaitingAgain()
+{
+    DatabaseSettings settings = withAccount();
+    CuttingRelay relay(settings.host, settings.port);
+    settings.host = QStringLiteral("127.0.0.1");
+    settings.port = relay.port();
+    Database database(settings);
+    const auto fails = [&database] {
+        return failureOf([&] { database.run(QStringLiteral("SELECT 1")); }) == SqlError::Kind::Lost;
+    };
+    for (int outage = 0; outage < 2; ++outage) {
+        relay.shut();
+        cut();
+        const int before = relay.visits();
+        QVERIFY(fails());
+        QVERIFY(relay.visits() > before + 1); // the first one waits, in each outage
+        const int visits = relay.visits();
+        for (int letter = 1; letter <= 8; ++letter) {
+            QVERIFY(fails());
+            QCOMPARE(relay.visits(), visits + letter);
+        }
+        relay.letIn();
+        database.run(QStringLiteral("SELECT 1"));
+    }
 }
 
 void TestPostgresRefusal::aPasswordFileThatIsOfNoUseIsNamed_data()
