@@ -933,6 +933,14 @@
         <source>复制没有完成：%1</source>
         <translation>The copy did not come to its end: %1</translation>
     </message>
+    <message>
+        <source>来源的文件库：%1</source>
+        <translation>in the file store of the source: %1</translation>
+    </message>
+    <message>
+        <source>目标的文件库：%1</source>
+        <translation>in the file store of the target: %1</translation>
+    </message>
 </context>
 <context>
     <name>InstallationSetup</name>

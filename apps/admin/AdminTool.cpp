@@ -70,6 +70,8 @@ Report AdminTool::runCommand(Command &command, const QStringList &arguments)
     // An empty variable of a script must not open another installation.
     if (invocation.has(QStringLiteral("config")) && invocation.configPath().isEmpty())
         return Report::usage(QStringLiteral("--config names no file"));
+    if (invocation.has(QStringLiteral("config")) && !command.configFault().isEmpty())
+        return Report::usage(command.configFault());
     QString fault = argumentFault(command, parser.positionalArguments());
     if (fault.isEmpty())
         fault = command.fault(invocation);

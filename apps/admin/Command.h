@@ -32,6 +32,9 @@ public:
 
     virtual QList<QCommandLineOption> options() const { return {}; }
 
+    /// Why --config would mean nothing here; empty where it names the installation.
+    virtual QString configFault() const { return {}; }
+
     /// What is wrong with the values that were typed; nothing has been opened yet.
     virtual QString fault(const Invocation &) const { return {}; }
 

@@ -17,13 +17,13 @@ using Console::Interrupt;
 static constexpr qint64 ShowEveryMs = 200;
 
 ConsoleProgress::ConsoleProgress(const QString &what, Unit unit)
-    : m_what(what), m_unit(unit), m_visible(isatty(STDERR_FILENO) == 1)
+    : m_what(what), m_unit(unit), m_isTerminal(isatty(STDERR_FILENO) == 1)
 {
 }
 
 ConsoleProgress::~ConsoleProgress()
 {
-    if (m_visible && m_sinceShown.isValid())
+    if (m_isTerminal && m_sinceShown.isValid())
         std::fputs("\r\033[K", stderr);
 }
 
@@ -36,12 +36,17 @@ void ConsoleProgress::setUnit(Services::Progress::Unit unit)
 void ConsoleProgress::setTotal(qint64 total)
 {
     m_total = total;
+    m_toldTenths = 0;
 }
 
 void ConsoleProgress::advance(qint64 done)
 {
     m_done += done;
-    if (!m_visible || (m_sinceShown.isValid() && m_sinceShown.elapsed() < ShowEveryMs))
+    if (!m_isTerminal) {
+        tellTenth();
+        return;
+    }
+    if (m_sinceShown.isValid() && m_sinceShown.elapsed() < ShowEveryMs)
         return;
     m_sinceShown.start();
     show();
@@ -56,9 +61,24 @@ void ConsoleProgress::show() const
 {
     QString line = QStringLiteral("\r\033[K%1: %2").arg(m_what, amount(m_done));
     if (m_total > 0)
-        line += QStringLiteral(" of %1 (%2 %)").arg(amount(m_total)).arg(100 * m_done / m_total);
+        line += QStringLiteral(" of %1 (%2 %)").arg(amount(m_total)).arg(percent());
     std::fputs(line.toLocal8Bit().constData(), stderr);
     std::fflush(stderr);
+}
+
+int ConsoleProgress::percent() const
+{
+    return static_cast<int>(qMin<qint64>(100, 100 * m_done / m_total));
+}
+
+void ConsoleProgress::tellTenth()
+{
+    if (m_total <= 0 || percent() / 10 <= m_toldTenths)
+        return;
+    m_toldTenths = percent() / 10;
+    const QString line =
+        QStringLiteral("%1: %2 % of %3\n").arg(m_what).arg(percent()).arg(amount(m_total));
+    std::fputs(line.toLocal8Bit().constData(), stderr);
 }
 
 QString ConsoleProgress::amount(qint64 value) const

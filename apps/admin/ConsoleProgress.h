@@ -9,8 +9,9 @@
 
 namespace KODMS::Admin {
 
-/// Shows on standard error how far a long command is, at most five times a second, and
-/// only when that is a terminal; passes Ctrl-C on to the work.
+/// Shows on standard error how far a long command is: on a terminal in one line that changes at
+/// most five times a second, elsewhere (a log, a pipe) by a plain line for each tenth. Passes
+/// Ctrl-C on to the work.
 class ConsoleProgress final : public Services::Progress {
 public:
     /// `what`: "Packing", "Writing the backup"; `unit`: what is counted.
@@ -29,13 +30,16 @@ public:
 
 private:
     void show() const;
+    void tellTenth();
+    int percent() const;
     QString amount(qint64 value) const;
 
     const QString m_what;
     Unit m_unit;
-    const bool m_visible;
+    const bool m_isTerminal;
     qint64 m_total = 0;
     qint64 m_done = 0;
+    int m_toldTenths = 0;
     QElapsedTimer m_sinceShown;
 };
 

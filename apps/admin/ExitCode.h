@@ -10,7 +10,7 @@ enum class ExitCode {
     Failed = 1,     ///< said why; nothing half done
     Usage = 2,      ///< the command line was wrong; nothing was begun
     Findings = 3,   ///< `check` ran to its end and found something
-    Cancelled = 130 ///< Ctrl-C; nothing half done
+    Cancelled = 130 ///< Ctrl-C; said what stands now
 };
 
 } // namespace KODMS::Admin

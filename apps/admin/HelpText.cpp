@@ -4,6 +4,8 @@
 
 #include "apps/admin/CommandSet.h"
 
+#include <algorithm>
+
 namespace KODMS::Admin {
 
 static constexpr int Width = 100;
@@ -113,7 +115,14 @@ QString HelpText::ofCommand(const Command &command, const QList<QCommandLineOpti
     }
     if (!command.options().isEmpty())
         text += QStringLiteral("\nOptions:\n") + optionRows(command.options());
-    return text + QStringLiteral("\nOptions of every command:\n") + optionRows(options);
+    QList<QCommandLineOption> common = options;
+    if (!command.configFault().isEmpty())
+        common.erase(std::remove_if(common.begin(), common.end(),
+                                    [](const QCommandLineOption &option) {
+                                        return option.names().contains(QStringLiteral("config"));
+                                    }),
+                     common.end());
+    return text + QStringLiteral("\nOptions of every command:\n") + optionRows(common);
 }
 
 } // namespace KODMS::Admin

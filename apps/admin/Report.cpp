@@ -25,9 +25,9 @@ Report Report::usage(const QString &error)
     return {ExitCode::Usage, error, {}, {}};
 }
 
-Report Report::cancelled()
+Report Report::cancelled(const QString &state)
 {
-    return {ExitCode::Cancelled, QStringLiteral("cancelled; nothing was left half done"), {}, {}};
+    return {ExitCode::Cancelled, QStringLiteral("cancelled; ") + state, {}, {}};
 }
 
 Report Report::unanswered(const QString &error)

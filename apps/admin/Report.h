@@ -21,7 +21,8 @@ struct Report {
     static Report success(const QStringList &lines, const QJsonObject &data = {});
     static Report failure(const QString &error);
     static Report usage(const QString &error);
-    static Report cancelled();
+    /// `state`: what stands now.
+    static Report cancelled(const QString &state = QStringLiteral("nothing was left half done"));
     /// A question that got no answer: Ctrl-C at the prompt, or a failure.
     static Report unanswered(const QString &error);
     /// Success with this line and data, or the outcome's failure.

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/api/InstallationCopy.h"
 
+#include "services/api/internal/CopySide.h"
 #include "services/api/internal/FileCopy.h"
 #include "services/config/Configuration.h"
 #include "services/filestore/FileStore.h"
@@ -54,24 +55,26 @@ Result<CopySummary> copyBetween(const Configuration &from, const Configuration &
                                 Progress &progress)
 {
     auto source = FileStore::create(from.fileStore);
-    auto target = FileStore::create(to.fileStore);
     if (!source)
-        return source.outcome;
+        return CopySide::source(source.outcome);
+    auto target = FileStore::create(to.fileStore);
     if (!target)
-        return target.outcome;
+        return CopySide::target(target.outcome);
     const QTemporaryDir passing(to.paths.staging + QStringLiteral("/copy-XXXXXX"));
     if (!passing.isValid())
         return Outcome::failure(tr("无法创建文件夹 %1").arg(to.paths.staging) +
                                 QStringLiteral("/copy-..."));
     Database fromRecords(from.database.patient());
-    Database toRecords(to.database.patient(), Database::Open::Create);
-    RecordsCopy records(fromRecords, toRecords);
     FileCopy files(*source.value, *target.value, passing.path());
-    Outcome outcome = records.checkSource();
+    Outcome outcome = RecordsCopy::checkSource(fromRecords);
     if (outcome)
         outcome = files.begin(fromRecords);
-    if (outcome)
-        outcome = records.prepareTarget();
+    if (!outcome)
+        return outcome;
+    // Only now: a target whose files have no place gets no database either.
+    Database toRecords(to.database.patient(), Database::Open::Create);
+    RecordsCopy records(fromRecords, toRecords);
+    outcome = records.prepareTarget();
     if (!outcome)
         return outcome;
     const Transaction oneMoment(fromRecords, Transaction::Purpose::Read);

@@ -12,6 +12,7 @@
 #include <QJsonDocument>
 #include <QProcess>
 
+#include <csignal>
 #include <fcntl.h>
 #include <poll.h>
 #include <stdlib.h>
@@ -58,6 +59,18 @@ QByteArray readShown(int terminal)
         shown.append(buffer, static_cast<int>(count));
     }
     return shown;
+}
+
+bool watchesForTermination(qint64 process)
+{
+    QFile status(QStringLiteral("/proc/%1/status").arg(process));
+    if (!status.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray mark = "SigCgt:";
+    const QByteArray all = status.readAll();
+    const QByteArray line = all.mid(all.indexOf(mark) + mark.size());
+    const quint64 caught = line.left(line.indexOf('\n')).trimmed().toULongLong(nullptr, 16);
+    return (caught >> (SIGTERM - 1) & 1) != 0;
 }
 
 } // namespace
@@ -165,6 +178,21 @@ AdminRun AdminSandbox::runAndInterrupt(const QStringList &arguments, int delayMs
     if (process.waitForFinished(delayMs))
         return finish(process); // too early to interrupt: the test compares the exit code
     process.terminate();
+    return finish(process);
+}
+
+AdminRun AdminSandbox::runInterrupted(const QStringList &arguments,
+                                      const std::function<void()> &afterwards) const
+{
+    QProcess process;
+    process.setEnvironment(environment());
+    process.start(QStringLiteral(KODMS_ADMIN_PROGRAM), arguments);
+    process.closeWriteChannel();
+    while (process.waitForStarted(TimeoutMs) && !watchesForTermination(process.processId()) &&
+           !process.waitForFinished(10)) {
+    }
+    process.terminate();
+    afterwards();
     return finish(process);
 }
 

@@ -10,6 +10,8 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+#include <functional>
+
 namespace KODMS::Tests {
 
 /// What one run of kodms-admin left behind.
@@ -63,6 +65,11 @@ public:
 
     /// Starts a command, sends it the termination signal after `delayMs`, and waits for its end.
     AdminRun runAndInterrupt(const QStringList &arguments, int delayMs) const;
+
+    /// Starts a command, sends it the termination signal as soon as it watches for one, and only
+    /// then calls `afterwards`, which lets go of what the command waits for.
+    AdminRun runInterrupted(const QStringList &arguments,
+                            const std::function<void()> &afterwards) const;
 
     /// A tgz with some files in it; returns its path.
     QString makeArchive(const QString &below, const QByteArray &content) const;

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/admin/AdminSandbox.h"
+#include "tests/support/PlainConnection.h"
 #include "tests/support/TestMain.h"
 
 #include <QFile>
@@ -11,6 +12,7 @@
 
 using KODMS::Tests::AdminRun;
 using KODMS::Tests::AdminSandbox;
+using KODMS::Tests::PlainConnection;
 
 /// Moving an installation, as whoever looks after it does.
 class TestAdminCopy : public QObject {
@@ -23,6 +25,9 @@ private Q_SLOTS:
     void bothSidesHaveToBeNamed_data();
     void bothSidesHaveToBeNamed();
     void anInstallationAtWorkIsNoTarget();
+    void aCancelledCopySaysWhatStands();
+    void withoutATerminalEachTenthIsALine_data();
+    void withoutATerminalEachTenthIsALine();
 
 private:
     QStringList copyTo(const QString &target) const
@@ -93,6 +98,9 @@ void TestAdminCopy::bothSidesHaveToBeNamed_data()
     QTest::newRow("neither") << QStringList{};
     QTest::newRow("no target") << QStringList{QStringLiteral("--from"), QStringLiteral("a.ini")};
     QTest::newRow("no source") << QStringList{QStringLiteral("--to"), QStringLiteral("b.ini")};
+    QTest::newRow("a third one") << QStringList{
+        QStringLiteral("--config"), QStringLiteral("c.ini"), QStringLiteral("--from"),
+        QStringLiteral("a.ini"),    QStringLiteral("--to"),  QStringLiteral("b.ini")};
 }
 
 void TestAdminCopy::bothSidesHaveToBeNamed()
@@ -114,6 +122,75 @@ void TestAdminCopy::anInstallationAtWorkIsNoTarget()
     const AdminRun check =
         m_sandbox->run({QStringLiteral("--config"), m_target, QStringLiteral("check")});
     QVERIFY2(check.code == 0, check.all());
+}
+
+/// The copy waits for the target, which somebody else writes, until it was cancelled.
+void TestAdminCopy::aCancelledCopySaysWhatStands()
+{
+    const AdminRun made = m_sandbox->run(
+        {QStringLiteral("--config"), m_target, QStringLiteral("init"), QStringLiteral("--login"),
+         QStringLiteral("other"), QStringLiteral("--name"), QStringLiteral("别人"),
+         QStringLiteral("--password-file"), QStringLiteral("-")},
+        "another long password\n");
+    QVERIFY2(made.code == 0, made.all());
+    KODMS::Services::DatabaseSettings embedded;
+    embedded.driver = QStringLiteral("sqlite");
+    const QStringList files = m_sandbox->filesBelow(QStringLiteral("second"));
+    for (const QString &line : files) {
+        const QString file = line.left(line.lastIndexOf(QLatin1Char(' ')));
+        if (file.endsWith(QLatin1String(".db")))
+            embedded.path = file;
+    }
+    QVERIFY(QFile::exists(embedded.path));
+    const PlainConnection writer(embedded);
+    writer.run(QStringLiteral("BEGIN IMMEDIATE"));
+    const AdminRun run = m_sandbox->runInterrupted(copyTo(m_target),
+                                                   [&] { writer.run(QStringLiteral("ROLLBACK")); });
+    QVERIFY2(run.code == 130, run.all());
+    QVERIFY2(run.errors.contains("none of its records"), run.all());
+    QVERIFY2(!run.errors.contains("half done"), run.all());
+    QCOMPARE(writer.texts(QStringLiteral("SELECT login_name FROM users")),
+             QStringList(QStringLiteral("other")));
+    const AdminRun status =
+        m_sandbox->run({QStringLiteral("--config"), m_target, QStringLiteral("status")});
+    QVERIFY2(status.code == 1 && status.errors.contains("copy"), status.all());
+    const AdminRun again = m_sandbox->run(copyTo(m_target));
+    QVERIFY2(again.code == 0, again.all());
+}
+
+void TestAdminCopy::withoutATerminalEachTenthIsALine_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QByteArray>("what");
+    QTest::newRow("check") << QStringList{QStringLiteral("check")} << QByteArray("Checking");
+    QTest::newRow("sample") << QStringList{QStringLiteral("sample"), QStringLiteral("--flows"),
+                                           QStringLiteral("200")}
+                            << QByteArray("Flows");
+    QTest::newRow("copy") << QStringList() << QByteArray("Copying");
+}
+
+void TestAdminCopy::withoutATerminalEachTenthIsALine()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QByteArray, what);
+    if (what == "Copying")
+        arguments = copyTo(m_target);
+    const AdminSandbox fresh; // no sample goes beside real records
+    QCOMPARE(fresh.init().code, 0);
+    const AdminRun run = what == "Flows" ? fresh.runJson(arguments) : m_sandbox->runJson(arguments);
+    QVERIFY2(run.code == 0, run.all());
+    QVERIFY2(!run.json().isEmpty(), run.all());
+    QVERIFY2(run.errors.contains(what + ": 100 % of "), run.all());
+    int last = 0;
+    QByteArrayList lines = run.errors.split('\n');
+    QCOMPARE(lines.takeLast(), QByteArray());
+    for (const QByteArray &line : qAsConst(lines)) {
+        for (const char letter : line)
+            QVERIFY2(letter < 0 || letter >= ' ', run.all());
+        const int percent = line.mid(line.indexOf(": ") + 2).split(' ').first().toInt();
+        QVERIFY2(percent >= 10 && percent / 10 != last / 10, run.all());
+        last = percent == 100 ? 0 : percent;
+    }
 }
 
 KODMS_TEST_MAIN(TestAdminCopy, QCoreApplication)

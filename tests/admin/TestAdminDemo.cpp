@@ -23,6 +23,7 @@ private Q_SLOTS:
     void demoAccountsCanSignIn();
     void demoAccountsAreReadableByTheirOwnerOnly();
     void refusesADemoWhereSomethingStands();
+    void refusesAnotherConfiguration();
     void aCancelledDemoLeavesNothing();
     void namesNoAccountsOfARealInstallation();
 };
@@ -144,6 +145,20 @@ void TestAdminDemo::refusesADemoWhereSomethingStands()
     const AdminRun run = demo(sandbox);
     QVERIFY2(run.code == 1, run.all());
     QCOMPARE(sandbox.filesBelow(QStringLiteral("demo")).size(), 1);
+}
+
+/// What would have been ignored, by somebody who thinks of another installation.
+void TestAdminDemo::refusesAnotherConfiguration()
+{
+    const AdminSandbox sandbox;
+    const AdminRun run =
+        sandbox.run({QStringLiteral("--config"), sandbox.path(QStringLiteral("mine.ini")),
+                     QStringLiteral("demo"), sandbox.path(QStringLiteral("demo"))});
+    QVERIFY2(run.code == 2, run.all());
+    QVERIFY2(run.errors.contains("--config"), run.all());
+    QVERIFY(!QFileInfo::exists(sandbox.path(QStringLiteral("demo"))));
+    const AdminRun help = sandbox.run({QStringLiteral("demo"), QStringLiteral("--help")});
+    QVERIFY2(!help.output.contains("--config"), help.all());
 }
 
 void TestAdminDemo::aCancelledDemoLeavesNothing()

@@ -3,8 +3,10 @@
 #include "services/api/InstallationCopy.h"
 #include "services/filestore/FileStore.h"
 #include "services/records/Database.h"
+#include "services/records/SchemaMigrator.h"
 #include "tests/api/support/CopyHouse.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/WithoutPrivilege.h"
 
 #include <QDir>
 #include <QFile>
@@ -18,6 +20,7 @@
 using namespace KODMS::Services;
 using KODMS::Tests::CopyHouse;
 using KODMS::Tests::TestDatabase;
+using KODMS::Tests::WithoutPrivilege;
 
 namespace {
 
@@ -72,8 +75,11 @@ private Q_SLOTS:
     void aProbeOfAKilledCopyIsClearedAway();
     void anotherSchemaIsRefused_data();
     void anotherSchemaIsRefused();
+    void aDamagedFileIsNamed_data();
     void aDamagedFileIsNamed();
     void aMissingFileIsNamed();
+    void aTargetThatCannotBeWrittenGetsNoDatabase_data();
+    void aTargetThatCannotBeWrittenGetsNoDatabase();
     void aStoreThatIsAwayIsNotTakenForMissingFiles();
     void aCancelledCopyIsRepeated_data();
     void aCancelledCopyIsRepeated();
@@ -284,9 +290,24 @@ void InstallationCopyFailuresTest::expectUnfinished() const
     QVERIFY2(said.contains(QStringLiteral("kodms-admin copy")), qPrintable(said));
 }
 
+void InstallationCopyFailuresTest::aDamagedFileIsNamed_data()
+{
+    QTest::addColumn<QString>("side");
+    QTest::newRow("on the source") << "来源的文件库";
+    QTest::newRow("on the target, where it had arrived") << "目标的文件库";
+}
+
 void InstallationCopyFailuresTest::aDamagedFileIsNamed()
 {
-    const QString path = m_house.bodies().first();
+    QFETCH(QString, side);
+    QString path = m_house.bodies().first();
+    if (side.startsWith(QStringLiteral("目标"))) {
+        Watcher watcher;
+        watcher.cancels = true;
+        watcher.atRows = true;
+        QVERIFY(!InstallationCopy::copy(m_house.source(), m_house.target(), watcher));
+        path = CopyHouse::bodies(m_house.target()).first();
+    }
     const QString storedName = QFileInfo(QFileInfo(path).path()).fileName();
     QFile file(path);
     const QFile::Permissions usual = file.permissions();
@@ -303,6 +324,7 @@ void InstallationCopyFailuresTest::aDamagedFileIsNamed()
     QVERIFY(write(whole));
     QVERIFY(!refused);
     QVERIFY2(refused.text().contains(storedName), qPrintable(refused.text()));
+    QVERIFY2(refused.text().contains(side), qPrintable(refused.text()));
     expectUnfinished();
     QVERIFY(m_house.copy());
     QCOMPARE(CopyHouse::dump(m_house.target()), m_house.before());
@@ -320,6 +342,38 @@ void InstallationCopyFailuresTest::aMissingFileIsNamed()
     QVERIFY2(refused.text().contains(storedName), qPrintable(refused.text()));
     QCOMPARE(CopyHouse::filesOf(m_house.target()).size(), 0);
     expectUnfinished();
+}
+
+void InstallationCopyFailuresTest::aTargetThatCannotBeWrittenGetsNoDatabase_data()
+{
+    QTest::addColumn<bool>("isEmpty");
+    QTest::newRow("from a source with files") << false;
+    QTest::newRow("from one without") << true;
+}
+
+void InstallationCopyFailuresTest::aTargetThatCannotBeWrittenGetsNoDatabase()
+{
+    QFETCH(bool, isEmpty);
+    const QString from = isEmpty ? emptyInstallation() : m_house.source();
+    const Configuration target = Configuration::load(m_house.target()).value;
+    QVERIFY(QDir().mkpath(target.fileStore.root));
+    QVERIFY(QFile::setPermissions(target.fileStore.root, QFile::ReadOwner | QFile::ExeOwner));
+    Result<CopySummary> refused(Outcome::success());
+    {
+        const WithoutPrivilege ordinary;
+        if (!ordinary.isBound())
+            QSKIP("this system does not let go of the administrator's power");
+        NoProgress progress;
+        refused = InstallationCopy::copy(from, m_house.target(), progress);
+    }
+    QVERIFY(!refused);
+    QVERIFY2(refused.text().contains(QStringLiteral("目标的文件库")), qPrintable(refused.text()));
+    if (TestDatabase::isServer()) {
+        Database records(target.database);
+        QCOMPARE(SchemaMigrator(records).installedVersion(), 0);
+    } else {
+        QVERIFY(!QFileInfo::exists(target.database.path));
+    }
 }
 
 /// As when the disk with the files is not mounted; and nothing is made in its place.

@@ -68,6 +68,12 @@ QList<QCommandLineOption> CopyCommand::options() const
              QStringLiteral("INI")}};
 }
 
+QString CopyCommand::configFault() const
+{
+    return QStringLiteral(
+        "copy is told both installations by --from and --to; --config does not go with it");
+}
+
 QString CopyCommand::fault(const Invocation &invocation) const
 {
     return invocation.value(From).isEmpty() || invocation.value(To).isEmpty()
@@ -82,7 +88,11 @@ Report CopyCommand::run(const Invocation &invocation)
         Services::InstallationCopy::copy(invocation.value(From), invocation.value(To), progress);
     if (summary)
         return Report::success(linesOf(summary.value), dataOf(summary.value));
-    return progress.isCancelled() ? Report::cancelled() : Report::failure(summary.text());
+    if (!progress.isCancelled())
+        return Report::failure(summary.text());
+    return Report::cancelled(QStringLiteral(
+        "the source is as it was. The target has none of its records, perhaps some of its files, "
+        "and cannot be used: run the same command again, it keeps the files that have arrived"));
 }
 
 } // namespace KODMS::Admin

@@ -18,6 +18,7 @@ public:
 
     QString details() const override;
     QList<QCommandLineOption> options() const override;
+    QString configFault() const override;
     QString fault(const Invocation &invocation) const override;
     Report run(const Invocation &invocation) override;
 };

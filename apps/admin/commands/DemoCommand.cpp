@@ -60,6 +60,11 @@ static Result<qint64> flowsOf(const Invocation &invocation)
     return invocation.number(QStringLiteral("flows"), 1, SampleData::mostFlows);
 }
 
+QString DemoCommand::configFault() const
+{
+    return QStringLiteral("demo writes FOLDER/kodms.ini itself; --config does not go with it");
+}
+
 QString DemoCommand::fault(const Invocation &invocation) const
 {
     return flowsOf(invocation).text();

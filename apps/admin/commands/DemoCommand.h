@@ -15,6 +15,7 @@ public:
     QString details() const override;
     QList<Argument> arguments() const override;
     QList<QCommandLineOption> options() const override;
+    QString configFault() const override;
     QString fault(const Invocation &invocation) const override;
     Report run(const Invocation &invocation) override;
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/api/internal/FileCopy.h"
 
+#include "services/api/internal/CopySide.h"
 #include "services/disk/FileHandle.h"
 #include "services/records/Database.h"
 #include "services/records/Guid.h"
@@ -66,18 +67,16 @@ QStringList FileCopy::recordedNames(Database &records)
 
 Outcome FileCopy::begin(Database &records)
 {
-    const auto areOne = areOneStore();
-    // A store without a single file need not be there yet.
-    if (!areOne && !recordedNames(records).isEmpty())
-        return areOne.outcome;
-    if (areOne.value)
-        return Outcome::failure(tr("来源和目标用的是同一个文件库：%1").arg(m_to.placeText()));
+    const Outcome another = refuseOneStore(!recordedNames(records).isEmpty());
+    if (!another)
+        return another;
     auto hold = m_from.hold();
     m_hold = std::move(hold.value);
-    return hold.outcome;
+    return CopySide::source(hold.outcome);
 }
 
-Result<bool> FileCopy::areOneStore()
+/// Also shows that the target can be written.
+Outcome FileCopy::refuseOneStore(bool hasFiles)
 {
     const QString name = probePrefix + newGuid();
     const QString path = m_passing + QStringLiteral("/probe");
@@ -88,10 +87,14 @@ Result<bool> FileCopy::areOneStore()
     const Outcome put = m_to.put(path, name, silent);
     file.remove();
     if (!put)
-        return put;
+        return CopySide::target(put);
     const auto isThere = m_from.has(name);
-    const Outcome removed = m_to.removeIfThere(name);
-    return removed ? isThere : removed;
+    if (const Outcome removed = m_to.removeIfThere(name); !removed)
+        return CopySide::target(removed);
+    if (isThere.value)
+        return Outcome::failure(tr("来源和目标用的是同一个文件库：%1").arg(m_to.placeText()));
+    // A source without a single file need not be there yet.
+    return hasFiles ? CopySide::source(isThere.outcome) : Outcome::success();
 }
 
 Outcome FileCopy::prepare(Database &records, bool goesOn)
@@ -104,7 +107,7 @@ Outcome FileCopy::readSource(const QStringList &names)
 {
     const auto files = m_from.list();
     if (!files)
-        return files.outcome;
+        return CopySide::source(files.outcome);
     for (const StoredFileInfo &file : files.value)
         m_source.insert(file.name, file);
     m_names = names;
@@ -128,13 +131,13 @@ Result<StoredFileInfo> FileCopy::sourceFile(const QString &name) const
     const StoredFileInfo listed = m_source.value(name);
     if (!listed.sha256.isEmpty())
         return listed;
-    const auto held = m_hold->find(name);
+    auto held = m_hold->find(name);
     if (held)
         return held;
     const auto isThere = m_from.has(name);
     if (!isThere)
-        return isThere.outcome;
-    return isThere.value ? held.outcome
+        return CopySide::source(isThere.outcome);
+    return isThere.value ? failed(name, CopySide::source(held.outcome))
                          : Outcome::failure(tr("来源的文件库里没有记录中的文件 %1：请先运行 "
                                                "kodms-admin check")
                                                 .arg(name));
@@ -144,12 +147,12 @@ Outcome FileCopy::checkTarget(bool goesOn)
 {
     const auto files = m_to.list();
     if (!files)
-        return files.outcome;
+        return CopySide::target(files.outcome);
     const QSet<QString> wanted(m_names.cbegin(), m_names.cend());
     for (const StoredFileInfo &file : files.value) {
         if (file.name.startsWith(probePrefix)) { // of a copy that was killed
             if (Outcome removed = m_to.removeIfThere(file.name); !removed)
-                return removed;
+                return CopySide::target(removed);
             continue;
         }
         const bool hasArrived =
@@ -180,16 +183,16 @@ Outcome FileCopy::copyOne(const StoredFileInfo &file, Progress &progress)
     if (silent.isCancelled())
         return Outcome::failure(tr("已取消"));
     const auto isThere = m_to.has(file.name);
-    Outcome done = isThere.outcome;
+    Outcome done = CopySide::target(isThere.outcome);
     if (done && !isThere.value)
         done = passOn(file.name, silent);
     if (done)
-        done = m_to.verify(file.name, silent);
+        done = CopySide::target(m_to.verify(file.name, silent));
     if (!done)
         return done;
     const auto arrived = m_to.find(file.name);
     if (!arrived)
-        return arrived.outcome;
+        return CopySide::target(arrived.outcome);
     return arrived.value.sha256 == file.sha256 && arrived.value.size == file.size
                ? Outcome::success()
                : Outcome::failure(tr("目标上的内容与来源不同"));
@@ -200,7 +203,7 @@ Outcome FileCopy::passOn(const QString &name, Progress &progress)
     const QString path = m_passing + QStringLiteral("/file");
     Outcome moved = fetch(name, path, progress);
     if (moved)
-        moved = m_to.put(path, name, progress);
+        moved = CopySide::target(m_to.put(path, name, progress));
     QFile::remove(path);
     return moved;
 }
@@ -210,11 +213,15 @@ Outcome FileCopy::fetch(const QString &name, const QString &path, Progress &prog
     auto local = FileHandle::createNew(path);
     if (!local)
         return local.outcome;
-    const auto sink = [&local](const char *data, qint64 size) {
-        return local.value.write(data, size);
+    Outcome written;
+    const auto sink = [&](const char *data, qint64 size) {
+        written = local.value.write(data, size);
+        return written;
     };
     const Outcome read = m_hold->read(name, sink, progress);
-    return read ? local.value.close() : read;
+    if (!written)
+        return written;
+    return read ? local.value.close() : CopySide::source(read);
 }
 
 } // namespace KODMS::Services

@@ -44,7 +44,7 @@ private:
     Outcome copyOne(const StoredFileInfo &file, Progress &progress);
     Outcome passOn(const QString &name, Progress &progress);
     Outcome fetch(const QString &name, const QString &path, Progress &progress) const;
-    Result<bool> areOneStore();
+    Outcome refuseOneStore(bool hasFiles);
 
     FileStore &m_from;
     FileStore &m_to;

@@ -42,16 +42,16 @@ Outcome cancelled()
 
 RecordsCopy::RecordsCopy(Database &from, Database &to) : m_from(from), m_to(to) {}
 
-Outcome RecordsCopy::checkSource()
+Outcome RecordsCopy::checkSource(Database &from)
 {
-    SchemaMigrator migrator(m_from);
+    SchemaMigrator migrator(from);
     const int version = migrator.installedVersion();
     if (version == migrator.knownVersion())
         return Outcome::success();
     return Outcome::failure(
         tr("来源 %1 的数据库版本是 %2，本程序的是 %3：请先用本程序打开来源（例如 kodms-admin "
            "status）升级它，或者换用合适的程序版本")
-            .arg(m_from.displayText())
+            .arg(from.displayText())
             .arg(version)
             .arg(migrator.knownVersion()));
 }

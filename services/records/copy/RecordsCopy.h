@@ -28,7 +28,7 @@ public:
     RecordsCopy(Database &from, Database &to);
 
     /// Refuses a source of another schema version than this program's.
-    Outcome checkSource();
+    static Outcome checkSource(Database &from);
 
     /// Refuses a target that is the source, or has records in it. One without tables gets
     /// them, and the mark. Changes nothing else.

@@ -98,10 +98,10 @@ QStringList CopyHouse::filesOf(const QString &ini)
     return lines;
 }
 
-QStringList CopyHouse::bodies() const
+QStringList CopyHouse::bodies(const QString &ini)
 {
     QStringList paths;
-    QDirIterator files(QFileInfo(source()).path(), QDir::Files, QDirIterator::Subdirectories);
+    QDirIterator files(QFileInfo(ini).path(), QDir::Files, QDirIterator::Subdirectories);
     while (files.hasNext()) {
         if (files.next().contains(QStringLiteral("/files/")))
             paths << files.filePath();

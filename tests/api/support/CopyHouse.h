@@ -43,7 +43,9 @@ public:
     static Services::DatabaseSettings databaseOf(const QString &ini);
 
     /// The source's stored files, where they lie.
-    QStringList bodies() const;
+    QStringList bodies() const { return bodies(source()); }
+
+    static QStringList bodies(const QString &ini);
 
     Services::Result<Services::CopySummary> copy() const;
     /// What a start on the target says.
