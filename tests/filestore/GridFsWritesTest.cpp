@@ -8,7 +8,9 @@
 #include <QTest>
 
 #include <dlfcn.h>
+#include <functional>
 #include <mutex>
+#include <utility>
 
 using namespace KODMS::Services;
 using namespace KODMS::Tests;
@@ -32,14 +34,13 @@ public:
             QStringLiteral("findAndModify"), QStringLiteral("create"),
             QStringLiteral("drop"),          QStringLiteral("dropDatabase")};
         const QString verb = QString::fromLatin1(name);
+        const QString write = verb + QLatin1Char(' ') + partOf(name, command);
         if (verb == QLatin1String("find") || verb == QLatin1String("getMore"))
             addRead(command);
+        if (write == QLatin1String("find files"))
+            meddle();
         if (!writes.contains(verb))
             return;
-        bson_iter_t where;
-        const bool isNamed = bson_iter_init_find(&where, command, name);
-        const QString bucket = QString::fromUtf8(isNamed ? bson_iter_utf8(&where, nullptr) : "");
-        const QString write = verb + QLatin1Char(' ') + bucket.section(QLatin1Char('.'), 1);
         const std::lock_guard<std::mutex> guard(m_mutex);
         m_writes.insert(write);
         if (!waitsForMajority(command))
@@ -58,6 +59,13 @@ public:
         return m_batches;
     }
 
+    /// Done once, when a file is looked for after one was published.
+    void beforeReadBack(std::function<void()> what)
+    {
+        const std::lock_guard<std::mutex> guard(m_mutex);
+        m_beforeReadBack = std::move(what);
+    }
+
     void forget()
     {
         const std::lock_guard<std::mutex> guard(m_mutex);
@@ -67,6 +75,28 @@ public:
     }
 
 private:
+    /// Of a bucket's collections, the one that a command is about.
+    static QString partOf(const char *name, const bson_t *command)
+    {
+        bson_iter_t where;
+        const bool isNamed =
+            bson_iter_init_find(&where, command, name) && BSON_ITER_HOLDS_UTF8(&where);
+        return QString::fromUtf8(isNamed ? bson_iter_utf8(&where, nullptr) : "")
+            .section(QLatin1Char('.'), 1);
+    }
+
+    void meddle()
+    {
+        std::function<void()> what;
+        {
+            const std::lock_guard<std::mutex> guard(m_mutex);
+            if (m_writes.contains(QStringLiteral("insert files")))
+                what = std::exchange(m_beforeReadBack, nullptr);
+        }
+        if (what)
+            what();
+    }
+
     void addRead(const bson_t *command)
     {
         bson_iter_t size;
@@ -98,6 +128,7 @@ private:
     QSet<QString> m_writes;
     QSet<QString> m_hasty;
     QSet<qint64> m_batches;
+    std::function<void()> m_beforeReadBack;
 };
 
 void started(const mongoc_apm_command_started_t *event)
@@ -185,6 +216,43 @@ private Q_SLOTS:
         NoProgress progress;
         QVERIFY(store->verify(QStringLiteral("theirs.tgz"), progress));
         QCOMPARE(SentCommands::all().batches(), QSet<qint64>{chunks});
+    }
+
+    /// What the server says that it has is what counts, not what it acknowledged.
+    void aPutThatReadsBackOtherwiseFails_data()
+    {
+        QTest::addColumn<QByteArray>("change");
+        QTest::newRow("nothing else") << QByteArray("{'$set': {'contentType': 'text/plain'}}");
+        QTest::newRow("another size") << QByteArray("{'$set': {'length': {'$numberLong': '6'}}}");
+        QTest::newRow("another content")
+            << QByteArray("{'$set': {'metadata.sha256': '" + QByteArray(64, '0') + "'}}");
+        QTest::newRow("gone") << QByteArray();
+    }
+
+    void aPutThatReadsBackOtherwiseFails()
+    {
+        QFETCH(QByteArray, change);
+        const StoreUnderTest place;
+        const RawBucket bucket(place.settings());
+        const QTemporaryDir dir;
+        const QString source = dir.filePath(QStringLiteral("source"));
+        QVERIFY(writeFile(source, "content"));
+        const auto store = place.opened();
+        int met = 0;
+        SentCommands::all().forget();
+        SentCommands::all().beforeReadBack([&] {
+            met += change.isEmpty() ? bucket.remove(".files", "{}")
+                                    : bucket.update(".files", "{}", change);
+        });
+        NoProgress progress;
+        const Outcome put = store->put(source, QStringLiteral("a.tgz"), progress);
+        QCOMPARE(met, 1);
+        const bool isSame = change.contains("contentType");
+        QCOMPARE(put.ok, isSame);
+        QCOMPARE(put.cause.contains(QStringLiteral("recorded 7 bytes")), !isSame);
+        for (const char *part : {".files", ".chunks"})
+            QCOMPARE(bucket.count(part), isSame ? 1 : 0);
+        QCOMPARE(bucket.count(".kodms.puts"), 0);
     }
 
 private:
