@@ -28,14 +28,18 @@ Transaction::Purpose lookFor(Database &database)
     return database.dialect().isServer() ? Transaction::Purpose::Write : Transaction::Purpose::Read;
 }
 
+bool isRecorded(Database &database, const QString &storedName)
+{
+    const Transaction look(database, lookFor(database));
+    return StoredFileRecords(database).isRecorded(storedName);
+}
+
 } // namespace
 
 void takeBackUnrecorded(Runtime &runtime, const QString &storedName)
 {
     try {
-        Database &database = runtime.records().database();
-        const Transaction untilRemoved(database, lookFor(database));
-        if (StoredFileRecords(database).isRecorded(storedName))
+        if (isRecorded(runtime.records().database(), storedName))
             return;
         const Outcome removed = runtime.fileStore().remove(storedName);
         if (!removed)

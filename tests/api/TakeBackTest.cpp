@@ -7,6 +7,7 @@
 #include "services/records/bll/StoredFileRecords.h"
 #include "tests/archive/SampleArchives.h"
 #include "tests/common/support/TestInstallation.h"
+#include "tests/common/support/WatchedFileStore.h"
 #include "tests/support/HasFile.h"
 #include "tests/support/PlainConnection.h"
 #include "tests/support/TestMain.h"
@@ -33,6 +34,7 @@ private Q_SLOTS:
     void whatIsBeingRecordedStays();
     void itStaysWhenTheRecordsAreBusy();
     void itStaysWhenTheRecordsAreAway();
+    void othersWriteWhileItIsRemoved();
 
 private:
     static void record(Database &database);
@@ -129,6 +131,31 @@ void TakeBackTest::itStaysWhenTheRecordsAreAway()
     takeBack();
     QVERIFY(isStored());
     QVERIFY(!m_home->database().isInTransaction());
+}
+
+/// A store may take minutes to remove a large file.
+void TakeBackTest::othersWriteWhileItIsRemoved()
+{
+    Database other(m_home->place().settings());
+    int written = 0;
+    const auto write = [&] {
+        Transaction writer(other);
+        other.run(QStringLiteral("UPDATE users SET post = 5"));
+        writer.commit();
+        ++written;
+    };
+    using Opened = Result<std::unique_ptr<FileStore>>;
+    const auto open = [&](const FileStoreSettings &settings) -> Opened {
+        Opened inner = FileStore::create(settings);
+        if (!inner)
+            return inner;
+        return std::unique_ptr<FileStore>(new WatchedFileStore(std::move(inner.value), write));
+    };
+    const auto runtime = Runtime::open(m_home->iniPath(), open);
+    QVERIFY2(runtime, qPrintable(runtime.text()));
+    takeBackUnrecorded(*runtime.value, name());
+    QVERIFY(!isStored());
+    QCOMPARE(written, 1);
 }
 
 KODMS_TEST_MAIN(TakeBackTest, QCoreApplication)
