@@ -117,15 +117,19 @@ private Q_SLOTS:
 
     void aServerKilledDuringAGet()
     {
+        const QByteArray content(MoreThanAGetIsAhead, 'g');
+        const QString name = QStringLiteral("large.tgz");
+        QVERIFY(writeFile(m_source, content));
+        QVERIFY(m_store->put(m_source, name, m_progress));
         MeddlingProgress progress([this] { m_server->kill(); });
         const auto impatient = openedImpatiently();
-        const Outcome got = impatient->get(m_name, m_target, progress);
+        const Outcome got = impatient->get(name, m_target, progress);
         QVERIFY(!got);
         QVERIFY2(got.text.contains(m_server->address()), qPrintable(got.text));
         QCOMPARE(filesBelow(m_dir->path()), QStringList(m_source));
         QVERIFY(m_server->start());
-        QVERIFY(m_store->get(m_name, m_target, m_progress));
-        QVERIFY(bytesOf(m_target) == m_content);
+        QVERIFY(m_store->get(name, m_target, m_progress));
+        QVERIFY(bytesOf(m_target) == content);
     }
 
     /// A person who has pressed cancel does not wait for a server that answers nobody: here
@@ -171,7 +175,10 @@ private:
     }
 
     const QString m_name = QStringLiteral("stored.tgz");
-    // More than is on its way at any time.
+    // Two answers of the server: what waits to be written, and what is being taken in.
+    static constexpr int MoreThanAGetIsAhead = 24 * 1024 * 1024;
+
+    // More than a put has on its way at any time.
     const QByteArray m_content = QByteArray(8 * 1024 * 1024, 'c');
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<OwnServer> m_server;
