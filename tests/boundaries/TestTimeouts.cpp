@@ -2,11 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/support/TestMain.h"
 
+#include <QFile>
 #include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QTemporaryDir>
 #include <QTest>
 
 /// How long the tests may take, as CTest knows it.
@@ -52,13 +54,19 @@ TestTimeouts::Times TestTimeouts::timesOf(const QJsonArray &properties)
 void TestTimeouts::initTestCase()
 {
     constexpr int patience = 60000; // ms
+    // Asked in the build's folder, CTest would empty the log of the run that is at work there.
+    const QTemporaryDir elsewhere;
+    QFile tests(elsewhere.filePath(QStringLiteral("CTestTestfile.cmake")));
+    QVERIFY(tests.open(QIODevice::WriteOnly));
+    tests.write("subdirs(\"" KODMS_BUILD_DIR "\")\n");
+    tests.close();
     QProcess ctest;
-    ctest.setWorkingDirectory(QStringLiteral(KODMS_BUILD_DIR));
+    ctest.setWorkingDirectory(elsewhere.path());
     ctest.start(QStringLiteral(KODMS_CTEST), {QStringLiteral("--show-only=json-v1")});
     QVERIFY(ctest.waitForFinished(patience) && ctest.exitCode() == 0);
     const QJsonObject all = QJsonDocument::fromJson(ctest.readAllStandardOutput()).object();
-    const QJsonArray tests = all[QStringLiteral("tests")].toArray();
-    for (const QJsonValue &test : tests) {
+    const QJsonArray known = all[QStringLiteral("tests")].toArray();
+    for (const QJsonValue &test : known) {
         const Times times = timesOf(test[QStringLiteral("properties")].toArray());
         if (times.function > 0)
             m_times.insert(test[QStringLiteral("name")].toString(), times);
