@@ -64,7 +64,7 @@ private Q_SLOTS:
     void cleanup()
     {
         QFile::remove(path());
-        m_home->database().run(QStringLiteral("UPDATE job_flows SET tips = ''"));
+        m_home->database().run(QStringLiteral("UPDATE job_flows SET tips = '' WHERE tips <> ''"));
     }
 
     void everyPageInTheOrderOfTheDesk_data() { formats(); }
