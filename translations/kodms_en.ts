@@ -2136,6 +2136,10 @@ Roles: %2</translation>
         <source>已取消</source>
         <translation>Cancelled</translation>
     </message>
+    <message>
+        <source>文件正被其他程序使用：%1</source>
+        <translation>Another program is using the file: %1</translation>
+    </message>
 </context>
 <context>
     <name>KODMS::Services::LinkPlan</name>

@@ -3,28 +3,26 @@
 #include "apps/admin/ConsoleProgress.h"
 
 #include "apps/console/Interrupt.h"
+#include "apps/console/Terminal.h"
 
 #include <QLocale>
-
-#include <unistd.h>
-
-#include <cstdio>
 
 namespace KODMS::Admin {
 
 using Console::Interrupt;
+using Console::Terminal;
 
 static constexpr qint64 ShowEveryMs = 200;
 
 ConsoleProgress::ConsoleProgress(const QString &what, Unit unit)
-    : m_what(what), m_unit(unit), m_isTerminal(isatty(STDERR_FILENO) == 1)
+    : m_what(what), m_unit(unit), m_isTerminal(Terminal::isErrorShown())
 {
 }
 
 ConsoleProgress::~ConsoleProgress()
 {
     if (m_isTerminal && m_sinceShown.isValid())
-        std::fputs("\r\033[K", stderr);
+        Terminal::showForNow(QString());
 }
 
 void ConsoleProgress::setUnit(Services::Progress::Unit unit)
@@ -59,11 +57,10 @@ bool ConsoleProgress::isCancelled() const
 
 void ConsoleProgress::show() const
 {
-    QString line = QStringLiteral("\r\033[K%1: %2").arg(m_what, amount(m_done));
+    QString line = QStringLiteral("%1: %2").arg(m_what, amount(m_done));
     if (m_total > 0)
         line += QStringLiteral(" of %1 (%2 %)").arg(amount(m_total)).arg(percent());
-    std::fputs(line.toLocal8Bit().constData(), stderr);
-    std::fflush(stderr);
+    Terminal::showForNow(line);
 }
 
 int ConsoleProgress::percent() const
@@ -77,8 +74,8 @@ void ConsoleProgress::tellTenth()
         return;
     m_toldTenths = percent() / 10;
     const QString line =
-        QStringLiteral("%1: %2 % of %3\n").arg(m_what).arg(percent()).arg(amount(m_total));
-    std::fputs(line.toLocal8Bit().constData(), stderr);
+        QStringLiteral("%1: %2 % of %3").arg(m_what).arg(percent()).arg(amount(m_total));
+    Terminal::writeError(line);
 }
 
 QString ConsoleProgress::amount(qint64 value) const

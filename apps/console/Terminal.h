@@ -24,6 +24,11 @@ public:
     /// named their files. A control character becomes a question mark.
     static QString printable(const QString &text);
 
+    /// Whether somebody sees standard error as it is written.
+    static bool isErrorShown();
+    /// In place of what stands in the terminal's present line; only where isErrorShown().
+    static void showForNow(const QString &line);
+
     static void writeError(const QString &line);
     static void writeOutput(const QByteArray &bytes);
 };

@@ -4,46 +4,14 @@
 
 #include "apps/robot/RobotLog.h"
 
-#include <QHostAddress>
-
-#include <arpa/inet.h>
-#include <fcntl.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
-
-#include <cerrno>
-
 namespace KODMS::Robot {
 
-namespace {
-
-QString peerOf(int socket)
-{
-    sockaddr_storage address{};
-    socklen_t size = sizeof address;
-    if (::getpeername(socket, reinterpret_cast<sockaddr *>(&address), &size) != 0)
-        return QStringLiteral("?");
-    const bool isV6 = address.ss_family == AF_INET6;
-    const quint16 port = isV6 ? reinterpret_cast<const sockaddr_in6 *>(&address)->sin6_port
-                              : reinterpret_cast<const sockaddr_in *>(&address)->sin_port;
-    const QString host = QHostAddress(reinterpret_cast<const sockaddr *>(&address)).toString();
-    return (isV6 ? QStringLiteral("[%1]:%2") : QStringLiteral("%1:%2")).arg(host).arg(ntohs(port));
-}
-
-bool wouldBlock()
-{
-    return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR;
-}
-
-} // namespace
-
-Connection::Connection(int socket, const ConnectionRules &rules, const RequestHandler &handler,
+Connection::Connection(qintptr socket, const ConnectionRules &rules, const RequestHandler &handler,
                        QObject *parent)
-    : QObject(parent), m_socket(socket), m_rules(rules), m_handler(handler), m_peer(peerOf(socket)),
-      m_readable(socket, QSocketNotifier::Read), m_writable(socket, QSocketNotifier::Write)
+    : QObject(parent), m_socket(socket), m_rules(rules), m_handler(handler),
+      m_peer(m_socket.peerText()), m_readable(socket, QSocketNotifier::Read),
+      m_writable(socket, QSocketNotifier::Write)
 {
-    ::fcntl(socket, F_SETFL, ::fcntl(socket, F_GETFL) | O_NONBLOCK);
     m_writable.setEnabled(false);
     m_limit.setSingleShot(true);
     m_nextByte.setSingleShot(true);
@@ -56,11 +24,8 @@ Connection::Connection(int socket, const ConnectionRules &rules, const RequestHa
 
 Connection::~Connection()
 {
-    if (m_stage == Stage::Over)
-        return;
     m_readable.setEnabled(false);
     m_writable.setEnabled(false);
-    ::close(m_socket);
 }
 
 void Connection::enter(Stage stage, int limit)
@@ -73,12 +38,12 @@ void Connection::enter(Stage stage, int limit)
 void Connection::readMore()
 {
     char data[4096];
-    const ssize_t count = ::recv(m_socket, data, sizeof data, 0);
+    const int count = m_socket.receive(data, sizeof data);
     if (count > 0)
-        receive(data, static_cast<int>(count));
+        receive(data, count);
     else if (count == 0)
         peerClosed();
-    else if (!wouldBlock())
+    else if (count != PeerSocket::Later)
         finish();
 }
 
@@ -165,13 +130,12 @@ void Connection::answer(const RobotAnswer &answer)
 void Connection::writeMore()
 {
     const bool isSlow = m_rules.manner == ConnectionRules::Manner::Slow;
-    const auto size = static_cast<size_t>(isSlow ? 1 : m_toSend.size());
-    const ssize_t count = ::send(m_socket, m_toSend.constData(), size, MSG_NOSIGNAL);
-    if (count < 0 && !wouldBlock()) {
+    const int count = m_socket.send(m_toSend.constData(), isSlow ? 1 : m_toSend.size());
+    if (count == PeerSocket::Broken) {
         finish();
         return;
     }
-    m_toSend.remove(0, static_cast<int>(qMax<ssize_t>(count, 0)));
+    m_toSend.remove(0, qMax(count, 0));
     m_writable.setEnabled(!isSlow && !m_toSend.isEmpty());
     if (m_toSend.isEmpty())
         lingerOrFinish();
@@ -183,7 +147,7 @@ void Connection::writeMore()
 /// sending.
 void Connection::lingerOrFinish()
 {
-    ::shutdown(m_socket, SHUT_WR);
+    m_socket.endSending();
     if (m_isPeerDone)
         finish();
     else
@@ -199,7 +163,7 @@ void Connection::finish()
     m_nextByte.stop();
     m_readable.setEnabled(false);
     m_writable.setEnabled(false);
-    ::close(m_socket);
+    m_socket.close();
     Q_EMIT finished();
 }
 

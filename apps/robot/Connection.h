@@ -3,6 +3,7 @@
 #pragma once
 
 #include "apps/robot/ConnectionRules.h"
+#include "apps/robot/PeerSocket.h"
 #include "apps/robot/RequestScanner.h"
 
 #include <QObject>
@@ -19,7 +20,7 @@ class Connection : public QObject {
 
 public:
     /// Takes over the accepted socket.
-    Connection(int socket, const ConnectionRules &rules, const RequestHandler &handler,
+    Connection(qintptr socket, const ConnectionRules &rules, const RequestHandler &handler,
                QObject *parent);
     ~Connection() override;
 
@@ -43,7 +44,7 @@ private:
     void finish();
     void enter(Stage stage, int limit);
 
-    int m_socket;
+    PeerSocket m_socket;
     ConnectionRules m_rules;
     RequestHandler m_handler;
     QString m_peer;

@@ -3,9 +3,6 @@
 #pragma once
 
 #include <QObject>
-#include <QSocketNotifier>
-
-#include <memory>
 
 namespace KODMS::Robot {
 
@@ -17,11 +14,11 @@ class QuitOnSignal : public QObject {
 public:
     QuitOnSignal();
 
-    /// False when the system gave no pipe for it; then the signals end the process at once.
-    bool isWatching() const { return m_notifier != nullptr; }
+    /// False when the system gave nothing to do it with; then the signals end the process at once.
+    bool isWatching() const { return m_isWatching; }
 
 private:
-    std::unique_ptr<QSocketNotifier> m_notifier;
+    bool m_isWatching = false;
 };
 
 } // namespace KODMS::Robot

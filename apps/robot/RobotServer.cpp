@@ -7,8 +7,6 @@
 
 #include <QTimer>
 
-#include <unistd.h>
-
 namespace KODMS::Robot {
 
 using Services::Outcome;
@@ -46,13 +44,13 @@ QString RobotServer::place() const
 void RobotServer::incomingConnection(qintptr socket)
 {
     if (m_connections >= m_rules.mostConnections) {
-        ::close(static_cast<int>(socket));
+        PeerSocket(socket).close();
         RobotLog::write(QStringLiteral("a connection was turned away: there are %1 already")
                             .arg(m_connections));
         return;
     }
     ++m_connections;
-    auto *connection = new Connection(static_cast<int>(socket), m_rules, m_handler, this);
+    auto *connection = new Connection(socket, m_rules, m_handler, this);
     connect(connection, &Connection::finished, this, [this, connection] {
         --m_connections;
         connection->deleteLater();

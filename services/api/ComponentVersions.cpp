@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/api/ComponentVersions.h"
 
+#include "services/disk/Sha256.h"
 #include "services/notices/NoticeHub.h"
 #include "services/records/RecordContext.h"
 
 #include <archive.h>
 #include <isa-l.h>
 #include <mongoc/mongoc.h>
-#include <openssl/crypto.h>
 #include <sodium.h>
 #include <xlsxwriter.h>
 
@@ -56,9 +56,9 @@ QVector<ComponentVersion> componentVersions()
                 QStringLiteral("BSD-2-Clause")});
     all.append({QStringLiteral("libmongoc"), QString::fromLatin1(mongoc_get_version()),
                 QStringLiteral("Apache-2.0")});
-    all.append({QStringLiteral("OpenSSL"),
-                QString::fromLatin1(OpenSSL_version(OPENSSL_VERSION_STRING)),
-                QStringLiteral("Apache-2.0")});
+    if (const QByteArray version = Sha256::libraryVersion(); !version.isEmpty())
+        all.append({QStringLiteral("OpenSSL"), QString::fromLatin1(version),
+                    QStringLiteral("Apache-2.0")});
     all.append({QStringLiteral("libsodium"), QString::fromLatin1(sodium_version_string()),
                 QStringLiteral("ISC")});
     return all;

@@ -3,7 +3,9 @@
 #include "services/archive/ArchiveReader.h"
 
 #include "services/archive/ArchiveLimits.h"
+#include "services/archive/EntryText.h"
 #include "services/archive/ZipDirectory.h"
+#include "services/disk/OpenArchive.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -76,13 +78,6 @@ bool isBeyondLibrary(const QString &cause)
         if (cause.contains(QLatin1String(word), Qt::CaseInsensitive))
             return true;
     return false;
-}
-
-QByteArray linkBytes(archive_entry *raw, ArchiveEntry::Kind kind)
-{
-    if (kind == ArchiveEntry::Kind::HardLink)
-        return archive_entry_hardlink(raw);
-    return kind == ArchiveEntry::Kind::SymbolicLink ? archive_entry_symlink(raw) : nullptr;
 }
 
 } // namespace
@@ -162,10 +157,8 @@ Outcome ArchiveReader::openFile()
                                                                  : failure(QString());
     if (m_isEmptyZip) // the library takes an archive without entries for damage
         return Outcome::success();
-    const QByteArray name = QFile::encodeName(m_path);
-    return archive_read_open_filename(m_archive, name.constData(), BlockSize) == ARCHIVE_OK
-               ? Outcome::success()
-               : failure(QString());
+    return openArchive(m_archive, m_path, BlockSize) == ARCHIVE_OK ? Outcome::success()
+                                                                   : failure(QString());
 }
 
 Outcome ArchiveReader::readZipDirectory(qint64 maxEntries)
@@ -241,9 +234,8 @@ Outcome ArchiveReader::describe(archive_entry *raw, ArchiveEntry &entry)
         return Outcome::failure(ArchiveReaderTexts::encrypted(m_path),
                                 QStringLiteral("%1 is encrypted").arg(m_path));
     entry.kind = kindOf(raw);
-    const char *bytes = archive_entry_pathname(raw);
-    const auto name = bytes ? m_names.decode(bytes) : std::nullopt;
-    const auto target = m_names.decode(linkBytes(raw, entry.kind));
+    const auto name = entryName(raw, m_type, m_names);
+    const auto target = entryLink(raw, m_type, m_names);
     if (!name || !target)
         return Outcome::failure(
             ArchiveReaderTexts::badName(m_path),

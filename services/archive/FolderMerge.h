@@ -30,8 +30,7 @@ private:
     };
 
     Outcome plan(const std::filesystem::path &relative);
-    Outcome planChild(const std::filesystem::directory_entry &child,
-                      const std::filesystem::path &relative);
+    Outcome planChild(const std::filesystem::path &child, const std::filesystem::path &relative);
     Outcome moveAll(const Progress &progress);
     Outcome moveOne(const Move &move);
     void undo();

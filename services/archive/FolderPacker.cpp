@@ -4,6 +4,7 @@
 
 #include "services/archive/ArchiveWalk.h"
 #include "services/archive/ZipWriter.h"
+#include "services/disk/Disk.h"
 #include "services/disk/FileHandle.h"
 #include "services/disk/FsPath.h"
 #include "services/disk/IoFailure.h"
@@ -14,7 +15,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <sys/stat.h>
 #include <vector>
 
 namespace KODMS::Services {
@@ -77,9 +77,9 @@ public:
     {
         std::error_code error;
         const fs::path root = fsPath(m_folder);
-        if (!fs::is_directory(root, error))
+        if (Disk::typeBehindLinks(root, error) != Disk::FileType::directory)
             return ioFailure("pack", m_folder, error ? error.value() : ENOTDIR);
-        const QByteArray rootName = QByteArray::fromStdString(root.filename().string());
+        const QByteArray rootName = nameBytes(root);
         if (Outcome found = collect(root, rootName.isEmpty() ? rootName : rootName + '/'); !found)
             return found;
         if (m_files == 0)
@@ -109,7 +109,7 @@ public:
     Outcome checkRatio() const
     {
         std::error_code error;
-        const auto size = static_cast<qint64>(fs::file_size(fsPath(m_zipPath), error));
+        const auto size = static_cast<qint64>(Disk::fileSize(fsPath(m_zipPath), error));
         const qint64 allowed = allowedBytes(size, m_limits);
         return m_bytes > allowed ? tooManyBytes(m_folder, allowed) : Outcome::success();
     }
@@ -118,9 +118,7 @@ private:
     Outcome collect(const fs::path &folder, const QByteArray &prefix)
     {
         std::error_code error;
-        std::vector<fs::path> children;
-        for (const auto &child : fs::directory_iterator(folder, error))
-            children.push_back(child.path());
+        std::vector<fs::path> children = Disk::children(folder, error);
         if (error)
             return ioFailure("list", fromFsPath(folder), error.value());
         std::sort(children.begin(), children.end());
@@ -135,18 +133,18 @@ private:
 
     Outcome add(const fs::path &path, const QByteArray &prefix)
     {
-        const QByteArray own = QByteArray::fromStdString(path.filename().string());
+        const QByteArray own = nameBytes(path);
         if (QString::fromUtf8(own).toUtf8() != own)
             return FolderPackerTexts::badName(fromFsPath(path));
         std::error_code error;
-        const auto status = fs::symlink_status(path, error);
-        Member member{path, prefix + own, status.type() == fs::file_type::directory, 0};
+        const Disk::FileType type = Disk::typeOf(path, error);
+        Member member{path, prefix + own, type == Disk::FileType::directory, 0};
         if (member.isFolder)
             member.name += '/';
-        else if (status.type() != fs::file_type::regular)
+        else if (type != Disk::FileType::regular)
             return FolderPackerTexts::special(fromFsPath(path));
         else
-            member.size = static_cast<qint64>(fs::file_size(path, error));
+            member.size = static_cast<qint64>(Disk::fileSize(path, error));
         if (Outcome good = checkMember(member); !good)
             return good;
         m_members.push_back(member);
@@ -167,7 +165,7 @@ private:
             done = checkRatio();
         if (!done) {
             std::error_code ignored;
-            fs::remove(fsPath(m_zipPath), ignored);
+            Disk::remove(fsPath(m_zipPath), ignored);
         }
         return done;
     }
@@ -182,13 +180,13 @@ private:
 
     Outcome writeMember(const Member &member, ZipWriter &zip)
     {
-        struct stat info {};
-
-        if (::lstat(member.path.c_str(), &info) != 0)
-            return ioFailure("stat", fromFsPath(member.path), errno);
+        std::error_code error;
+        const qint64 modified = Disk::modifiedAt(member.path, error);
+        if (error)
+            return ioFailure("stat", fromFsPath(member.path), error.value());
         if (member.isFolder)
-            return zip.addFolder(member.name, info.st_mtime);
-        if (Outcome begun = zip.beginFile(member.name, info.st_mtime, member.size); !begun)
+            return zip.addFolder(member.name, modified);
+        if (Outcome begun = zip.beginFile(member.name, modified, member.size); !begun)
             return begun;
         const Outcome content = writeContent(member, zip);
         return content ? zip.endFile() : content;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/archive/UnpackFolder.h"
 
+#include "services/disk/Disk.h"
 #include "services/disk/FsPath.h"
 #include "services/disk/IoFailure.h"
 #include "services/disk/RunAside.h"
@@ -20,7 +21,7 @@ constexpr std::size_t LargestSmallFile = std::size_t{1} << 18;
 void removeAll(const QString &path)
 {
     std::error_code ignored;
-    std::filesystem::remove_all(fsPath(path), ignored);
+    Disk::removeAll(fsPath(path), ignored);
 }
 
 void sweepRemains(const QDir &parent)
@@ -38,7 +39,7 @@ void sweepRemains(const QDir &parent)
 Outcome makeFolders(const QString &path)
 {
     std::error_code error;
-    std::filesystem::create_directories(fsPath(path), error);
+    Disk::createFolders(fsPath(path), error);
     return error ? ioFailure("create folder", path, error.value()) : Outcome::success();
 }
 
@@ -108,7 +109,7 @@ Outcome UnpackFolder::beginFile(const QString &path)
     if (Outcome written = m_writers->drain(); !written)
         return written;
     std::error_code error;
-    std::filesystem::remove(fsPath(m_filePath), error);
+    Disk::remove(fsPath(m_filePath), error);
     return error ? ioFailure("replace", m_filePath, error.value()) : Outcome::success();
 }
 
@@ -149,8 +150,7 @@ Outcome UnpackFolder::copy(const QString &from, const QString &to)
     if (Outcome made = makeFolderOf(to); !made)
         return made;
     std::error_code error;
-    std::filesystem::copy_file(fsPath(below(from)), fsPath(below(to)),
-                               std::filesystem::copy_options::overwrite_existing, error);
+    Disk::copyFile(fsPath(below(from)), fsPath(below(to)), error);
     return error ? ioFailure("copy", below(to), error.value()) : Outcome::success();
 }
 

@@ -6,7 +6,7 @@
 
 #include <QString>
 
-#include <optional>
+#include <cstdint>
 
 namespace KODMS::Services {
 
@@ -56,15 +56,20 @@ public:
     /// Takes the system's lock of the file, which dies with the process. Waits when asked to.
     bool lock(bool wait);
 
-    bool isOpen() const { return m_handle >= 0; }
+    bool isOpen() const { return m_handle != -1; }
 
     const QString &path() const { return m_path; }
 
 private:
-    FileHandle(int handle, QString path);
-    static Result<FileHandle> open(const QString &path, int flags, const char *doing);
+#ifdef _WIN32
+    using Native = std::intptr_t;
+#else
+    using Native = int;
+#endif
 
-    int m_handle = -1;
+    FileHandle(Native handle, QString path);
+
+    Native m_handle = -1;
     QString m_path;
 };
 

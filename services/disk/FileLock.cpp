@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
 #include "services/disk/FileLock.h"
+#include "services/disk/Disk.h"
 
 #include "services/disk/FsPath.h"
 #include "services/disk/IoFailure.h"
@@ -37,10 +38,10 @@ bool FileLock::isAlive(const QString &path)
     std::error_code ignored;
     Result<FileHandle> file = FileHandle::openForReading(path);
     if (!file) // somebody else's that we may not open is taken for alive
-        return std::filesystem::exists(fsPath(path), ignored);
+        return Disk::isThere(Disk::typeBehindLinks(fsPath(path), ignored));
     if (!file.value.lock(false))
         return true;
-    std::filesystem::remove(fsPath(path), ignored);
+    Disk::remove(fsPath(path), ignored);
     return false;
 }
 
@@ -49,7 +50,7 @@ FileLock::~FileLock()
     if (!m_file.isOpen())
         return;
     std::error_code ignored;
-    std::filesystem::remove(fsPath(m_file.path()), ignored);
+    Disk::remove(fsPath(m_file.path()), ignored);
 }
 
 } // namespace KODMS::Services

@@ -24,4 +24,22 @@ QString fromFsPath(const std::filesystem::path &path)
 #endif
 }
 
+QByteArray libraryPath(const QString &path)
+{
+#ifdef _WIN32
+    return path.toUtf8();
+#else
+    return QFile::encodeName(path);
+#endif
+}
+
+QByteArray nameBytes(const std::filesystem::path &path)
+{
+#ifdef _WIN32
+    return fromFsPath(path.filename()).toUtf8();
+#else
+    return QByteArray::fromStdString(path.filename().string());
+#endif
+}
+
 } // namespace KODMS::Services

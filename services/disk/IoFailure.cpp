@@ -19,7 +19,9 @@ public:
     {
         switch (error) {
         case ENOSPC:
+#ifdef EDQUOT // not everywhere
         case EDQUOT:
+#endif
             return tr("磁盘空间不足：%1").arg(path);
         case EROFS:
         case EACCES:
@@ -27,6 +29,8 @@ public:
             return tr("没有权限：%1").arg(path);
         case ENOENT:
             return tr("文件不存在：%1").arg(path);
+        case EBUSY:
+            return tr("文件正被其他程序使用：%1").arg(path);
         case ENAMETOOLONG:
             return tr("路径过长：%1").arg(path);
         case EISDIR:
@@ -38,7 +42,10 @@ public:
         }
     }
 
-    static QString cancelled() { return tr("已取消"); }
+    static QString cancelled()
+    {
+        return tr("已取消");
+    }
 };
 
 } // namespace

@@ -8,8 +8,8 @@
 
 namespace KODMS::Services {
 
-/// SHA-256 of a stream of bytes. libcrypto computes it, with the processor's own
-/// instructions where it has them. Any thread, one at a time.
+/// SHA-256 of a stream of bytes. libcrypto computes it, and on Windows the system itself, with
+/// the processor's own instructions where it has them. Any thread, one at a time.
 class Sha256 {
 public:
     Sha256();
@@ -22,6 +22,8 @@ public:
     QByteArray finish();
 
     static QByteArray of(const QByteArray &data);
+    /// The version of libcrypto; empty where the system computes it.
+    static QByteArray libraryVersion();
 
 private:
     struct Context;

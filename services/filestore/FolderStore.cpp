@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/filestore/FolderStore.h"
 
+#include "services/disk/Disk.h"
 #include "services/disk/FsPath.h"
 #include "services/disk/IoFailure.h"
 #include "services/disk/RunAside.h"
@@ -127,7 +128,7 @@ Outcome FolderStore::fillSlot(const QString &localPath, const QString &slot, con
     const QString named =
         slot + QLatin1Char('/') + StoredEntry::bodyName(sums.value.sha256, sums.value.size, owner);
     std::error_code error;
-    std::filesystem::rename(fsPath(body.value.path()), fsPath(named), error);
+    Disk::rename(fsPath(body.value.path()), fsPath(named), error);
     if (error)
         return ioFailure("rename", named, error.value());
     return syncFolder(slot);
@@ -140,13 +141,13 @@ Outcome FolderStore::publishSlot(const QString &slot, const QString &name) const
         return made;
     const QString target = m_layout.entry(name);
     std::error_code error;
-    std::filesystem::rename(fsPath(slot), fsPath(target), error);
+    Disk::rename(fsPath(slot), fsPath(target), error);
     if (error)
         return isTaken(error.value()) ? takenFailure(name)
                                       : ioFailure("rename", target, error.value());
     Outcome synced = syncFolder(fan);
     if (!synced)
-        std::filesystem::rename(fsPath(target), fsPath(slot), error);
+        Disk::rename(fsPath(target), fsPath(slot), error);
     return synced;
 }
 
@@ -180,7 +181,7 @@ Outcome FolderStore::remove(const QString &name)
     const QString trashed =
         m_layout.trash() + QLatin1Char('/') + name + QLatin1Char('@') + FolderLayout::newId();
     std::error_code error;
-    std::filesystem::rename(fsPath(m_layout.entry(name)), fsPath(trashed), error);
+    Disk::rename(fsPath(m_layout.entry(name)), fsPath(trashed), error);
     if (error)
         return ioFailure("remove", name, error.value());
     if (!hasLiveHold(m_layout))
@@ -195,7 +196,7 @@ Result<bool> FolderStore::has(const QString &name) const
         return false;
     std::error_code error;
     for (const QString &folder : {m_layout.entry(name), m_layout.place()}) {
-        const std::filesystem::directory_iterator it(fsPath(folder), error);
+        Disk::children(fsPath(folder), error);
         if (error != std::errc::no_such_file_or_directory)
             break;
     }

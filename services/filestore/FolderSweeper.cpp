@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/filestore/FolderSweeper.h"
 
+#include "services/disk/Disk.h"
 #include "services/disk/FileLock.h"
 #include "services/disk/FsPath.h"
 #include "services/disk/IoFailure.h"
@@ -68,7 +69,7 @@ Outcome FolderSweeper::sweep() const
 {
     for (const QString &path : deadIncoming() + freeTrash()) {
         std::error_code error;
-        std::filesystem::remove_all(fsPath(path), error);
+        Disk::removeAll(fsPath(path), error);
         if (error)
             return ioFailure("remove", path, error.value());
     }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/filestore/IncomingFolder.h"
 
+#include "services/disk/Disk.h"
 #include "services/disk/FsPath.h"
 
 namespace KODMS::Services {
@@ -44,7 +45,7 @@ Result<QString> IncomingFolder::newSlot() const
 void IncomingFolder::discardSlot(const QString &slot)
 {
     std::error_code ignored;
-    std::filesystem::remove_all(fsPath(slot), ignored);
+    Disk::removeAll(fsPath(slot), ignored);
 }
 
 } // namespace KODMS::Services

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/filestore/LocalTarget.h"
 
+#include "services/disk/Disk.h"
 #include "services/disk/FileLock.h"
 #include "services/disk/FsPath.h"
 #include "services/disk/IoFailure.h"
@@ -25,11 +26,10 @@ Outcome removeStanding(const QString &path)
 {
     const std::filesystem::path target = fsPath(path);
     std::error_code error;
-    const auto status = std::filesystem::symlink_status(target, error);
-    if (status.type() == std::filesystem::file_type::directory)
+    if (Disk::typeOf(target, error) == Disk::FileType::directory)
         return ioFailure("replace", path, EISDIR);
     error.clear();
-    std::filesystem::remove(target, error);
+    Disk::remove(target, error);
     return error ? ioFailure("remove", path, error.value()) : Outcome::success();
 }
 
@@ -68,7 +68,7 @@ Result<LocalTarget> LocalTarget::create(const QString &path)
 Outcome LocalTarget::publish()
 {
     std::error_code error;
-    std::filesystem::rename(fsPath(m_file.path()), fsPath(m_path), error);
+    Disk::rename(fsPath(m_file.path()), fsPath(m_path), error);
     if (error)
         return ioFailure("rename", m_path, error.value());
     return m_file.close();
@@ -79,7 +79,7 @@ LocalTarget::~LocalTarget()
     if (!m_file.isOpen())
         return;
     std::error_code ignored;
-    std::filesystem::remove(fsPath(m_file.path()), ignored);
+    Disk::remove(fsPath(m_file.path()), ignored);
     // The name is gone at once; giving up a large content is what takes time.
     runAside([file = std::make_shared<FileHandle>(std::move(m_file))] {});
 }

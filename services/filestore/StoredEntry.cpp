@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/filestore/StoredEntry.h"
 
+#include "services/disk/Disk.h"
 #include "services/disk/FsPath.h"
 #include "services/filestore/StoreFailures.h"
 
@@ -50,18 +51,15 @@ QString StoredEntry::bodyName(const QByteArray &sha256, qint64 size, const QStri
 Result<StoredEntry> StoredEntry::read(const QString &name, const QString &folder)
 {
     std::error_code error;
-    std::filesystem::directory_iterator it(fsPath(folder), error);
-    const std::filesystem::directory_iterator end;
-    if (error == std::errc::no_such_file_or_directory || (!error && it == end))
+    const std::vector<Disk::Path> bodies = Disk::children(fsPath(folder), error);
+    if (error == std::errc::no_such_file_or_directory || (!error && bodies.empty()))
         return missingFailure(name);
-    if (error)
+    if (error || bodies.size() != 1)
         return StoredEntryTexts::damaged(name, folder);
-    const std::filesystem::path body = it->path();
-    auto entry = parsed(name, fromFsPath(body.filename()));
-    it.increment(error);
-    if (!entry || error || it != end)
+    auto entry = parsed(name, fromFsPath(bodies.front().filename()));
+    if (!entry)
         return StoredEntryTexts::damaged(name, folder);
-    entry->bodyPath = fromFsPath(body);
+    entry->bodyPath = fromFsPath(bodies.front());
     return *entry;
 }
 

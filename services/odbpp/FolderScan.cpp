@@ -3,6 +3,7 @@
 #include "services/odbpp/FolderScan.h"
 
 #include "services/archive/ArchiveWalk.h"
+#include "services/disk/Disk.h"
 #include "services/disk/FileHandle.h"
 #include "services/disk/FsPath.h"
 #include "services/disk/IoFailure.h"
@@ -49,10 +50,7 @@ Outcome FolderScan::run(const QString &folder, JobScan &scan)
 Outcome FolderScan::collect(const fs::path &folder, const QString &prefix, int depth)
 {
     std::error_code error;
-    std::vector<fs::path> children;
-    for (auto it = fs::directory_iterator(folder, error); !error && it != fs::directory_iterator();
-         it.increment(error))
-        children.push_back(it->path());
+    std::vector<fs::path> children = Disk::children(folder, error);
     if (error)
         return ioFailure("list", fromFsPath(folder), error.value());
     std::sort(children.begin(), children.end());
@@ -71,15 +69,15 @@ Outcome FolderScan::add(const fs::path &path, const QString &name, int depth)
     if (++m_entries > m_limits.archiveEntries || depth > MaxDepth)
         return tooManyEntries(name, m_limits.archiveEntries);
     std::error_code error;
-    const auto status = fs::symlink_status(path, error);
+    const Disk::FileType type = Disk::typeOf(path, error);
     if (error)
         return ioFailure("stat", fromFsPath(path), error.value());
-    if (status.type() == fs::file_type::directory)
+    if (type == Disk::FileType::directory)
         return collect(path, name + QLatin1Char('/'), depth + 1);
-    if (status.type() != fs::file_type::regular)
+    if (type != Disk::FileType::regular)
         return odbRefused(name, 0,
                           {tr("是链接或特殊文件"), QStringLiteral("a link or a special file")});
-    const auto size = static_cast<qint64>(fs::file_size(path, error));
+    const auto size = static_cast<qint64>(Disk::fileSize(path, error));
     if (error)
         return ioFailure("stat", fromFsPath(path), error.value());
     if (JobScan::wants(name))

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/tables/TableFile.h"
 
+#include "services/disk/Disk.h"
 #include "services/disk/FileLock.h"
 #include "services/disk/FsPath.h"
 #include "services/disk/IoFailure.h"
@@ -76,7 +77,7 @@ Outcome TableFile::publish()
     if (Outcome synced = m_file.sync(); !synced)
         return synced;
     std::error_code error;
-    std::filesystem::rename(fsPath(m_file.path()), fsPath(m_path), error);
+    Disk::rename(fsPath(m_file.path()), fsPath(m_path), error);
     if (error)
         return ioFailure("rename", m_path, error.value());
     // The file has its name: what goes wrong now takes nothing of it away.
@@ -90,7 +91,7 @@ TableFile::~TableFile()
     if (!m_file.isOpen())
         return;
     std::error_code ignored;
-    std::filesystem::remove(fsPath(m_file.path()), ignored);
+    Disk::remove(fsPath(m_file.path()), ignored);
 }
 
 } // namespace KODMS::Services

@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/tables/XlsxFile.h"
 
+#include "services/disk/FsPath.h"
 #include "services/disk/IoFailure.h"
 #include "services/tables/CellText.h"
 #include "services/tables/XlsxProof.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QFileInfo>
 
 #include <cerrno>
@@ -72,8 +72,8 @@ XlsxFile::~XlsxFile() = default;
 Outcome XlsxFile::begin(const QVector<TableColumn> &columns)
 {
     m_columns = columns;
-    m_book->file = QFile::encodeName(m_path);
-    m_book->folder = QFile::encodeName(QFileInfo(m_path).path());
+    m_book->file = libraryPath(m_path);
+    m_book->folder = libraryPath(QFileInfo(m_path).path());
     lxw_workbook_options options{};
     options.constant_memory = LXW_TRUE;
     options.tmpdir = m_book->folder.data();

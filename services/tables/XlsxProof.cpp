@@ -2,9 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/tables/XlsxProof.h"
 
+#include "services/disk/OpenArchive.h"
+
 #include <QByteArray>
 #include <QCoreApplication>
-#include <QFile>
 
 #include <archive.h>
 #include <archive_entry.h>
@@ -76,8 +77,7 @@ Outcome proveSheet(const QString &path, int rows)
 {
     const Reader reader(archive_read_new());
     archive_read_support_format_zip_seekable(reader.get());
-    const QByteArray name = QFile::encodeName(path);
-    if (archive_read_open_filename(reader.get(), name.constData(), BlockSize) != ARCHIVE_OK)
+    if (openArchive(reader.get(), path, BlockSize) != ARCHIVE_OK)
         return damaged(path, QString::fromUtf8(archive_error_string(reader.get())));
     RowCount count;
     archive_entry *entry = nullptr;

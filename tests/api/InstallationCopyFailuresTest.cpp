@@ -1,11 +1,13 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
 #include "services/api/InstallationCopy.h"
+#include "services/disk/FsPath.h"
 #include "services/filestore/FileStore.h"
 #include "services/records/Database.h"
 #include "services/records/SchemaMigrator.h"
 #include "tests/api/support/CopyHouse.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/UnixTricks.h"
 #include "tests/support/WithoutPrivilege.h"
 
 #include <QDir>
@@ -14,13 +16,8 @@
 #include <QProcess>
 #include <QTest>
 
-#include <csignal>
-#include <unistd.h>
-
 using namespace KODMS::Services;
-using KODMS::Tests::CopyHouse;
-using KODMS::Tests::TestDatabase;
-using KODMS::Tests::WithoutPrivilege;
+using namespace KODMS::Tests;
 
 namespace {
 
@@ -34,7 +31,7 @@ public:
     void advance(qint64) override
     {
         if (inRows == atRows && kills)
-            std::raise(SIGKILL);
+            killThisProcess();
         isStopped = isStopped || (inRows == atRows && cancels);
     }
 
@@ -226,12 +223,13 @@ void InstallationCopyFailuresTest::twoNamesOfOneDatabaseAreRefused()
         QCOMPARE(other.database.host, QStringLiteral("127.0.0.1"));
         other.database.host = QStringLiteral("127.1");
     } else {
-        const QString file = Configuration::load(from).value.database.path;
+        const auto file = fsPath(Configuration::load(from).value.database.path);
         other.database.path = QFileInfo(m_house.place("other-name")).path();
-        const int made = name == QLatin1String("hard link")
-                             ? ::link(qPrintable(file), qPrintable(other.database.path))
-                             : ::symlink(qPrintable(file), qPrintable(other.database.path));
-        QCOMPARE(made, 0);
+        const auto second = fsPath(other.database.path);
+        if (name == QLatin1String("hard link"))
+            std::filesystem::create_hard_link(file, second);
+        else
+            std::filesystem::create_symlink(file, second);
     }
     other.filePath = m_house.place("same-database");
     other.fileStore.root = QFileInfo(m_house.place("own-files")).path();

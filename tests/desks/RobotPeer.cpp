@@ -6,11 +6,6 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
-
 #include <memory>
 
 namespace KODMS::Tests {
@@ -20,9 +15,6 @@ namespace {
 constexpr int PollMs = 20;
 constexpr int PatienceMs = 10000;
 constexpr int FloodBytes = 10 * 1024 * 1024;
-
-/// More than any system adds to a queue of length 0.
-constexpr int QueuedAttempts = 16;
 
 void require(bool ok, const char *what)
 {
@@ -98,31 +90,6 @@ quint16 refusedPort()
     QTcpServer server;
     require(server.listen(QHostAddress::LocalHost), "cannot listen");
     return server.serverPort();
-}
-
-BlackHole::BlackHole()
-{
-    sockaddr_in place{};
-    place.sin_family = AF_INET;
-    place.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t size = sizeof place;
-    auto *address = reinterpret_cast<sockaddr *>(&place);
-    const int listening = ::socket(AF_INET, SOCK_STREAM, 0);
-    m_handles << listening;
-    require(::bind(listening, address, size) == 0 && ::listen(listening, 0) == 0 &&
-                ::getsockname(listening, address, &size) == 0,
-            "cannot listen");
-    m_port = ntohs(place.sin_port);
-    for (int attempt = 0; attempt < QueuedAttempts; ++attempt) {
-        m_handles << ::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0);
-        static_cast<void>(::connect(m_handles.last(), address, size)); // waits; that is the point
-    }
-}
-
-BlackHole::~BlackHole()
-{
-    for (int handle : qAsConst(m_handles))
-        ::close(handle);
 }
 
 } // namespace KODMS::Tests

@@ -68,7 +68,7 @@ public:
     quint16 port() const { return m_port; }
 
 private:
-    QVector<int> m_handles;
+    QVector<qintptr> m_handles;
     quint16 m_port = 0;
 };
 

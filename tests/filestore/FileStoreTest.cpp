@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
+#include "services/disk/FsPath.h"
 #include "tests/filestore/support/StoreTestMain.h"
 #include "tests/support/HasFile.h"
 
@@ -10,7 +11,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <sys/stat.h>
+#include <filesystem>
 #include <thread>
 
 using namespace KODMS::Services;
@@ -240,11 +241,7 @@ private Q_SLOTS:
         QVERIFY(m_store->get(QStringLiteral("a"), m_target, m_progress));
         QVERIFY(writeFile(m_target, "scribbled over"));
         QVERIFY(m_store->verify(QStringLiteral("a"), m_progress));
-
-        struct stat info {};
-
-        QCOMPARE(::stat(m_target.toUtf8().constData(), &info), 0);
-        QCOMPARE(info.st_nlink, nlink_t{1});
+        QCOMPARE(std::filesystem::hard_link_count(fsPath(m_target)), std::uintmax_t{1});
     }
 
     void whatStandsAtTheDestinationIsReplaced()

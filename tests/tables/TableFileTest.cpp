@@ -210,7 +210,9 @@ void TableFileTest::aFullDiskLeavesWhatStoodThere()
     const auto before = read(path("list"), format).rows;
     Outcome outcome;
     {
-        const SmallFiles full(static_cast<rlim_t>(room));
+        const SmallFiles full(room);
+        if (!full.isInForce())
+            QSKIP("files cannot be kept small here");
         outcome = write(path("list"), format, rows);
     }
     QVERIFY2(!outcome.ok, "it claims to have written what there is no room for");

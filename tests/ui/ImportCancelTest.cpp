@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "foundation/ui/DMS_Import_Widget.h"
 #include "foundation/ui/DMS_UICommon.h"
+#include "services/disk/FsPath.h"
 #include "services/notices/NoticeHub.h"
 #include "services/ui/imports/ImportForm.h"
 #include "tests/imports/support/ImportHome.h"
@@ -18,8 +19,6 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
-
-#include <unistd.h>
 
 using namespace KODMS::Services;
 using namespace KODMS::Tests;
@@ -124,12 +123,12 @@ QString ImportCancelTest::largeFolder()
     writeJob(parent, {{QStringLiteral("job/matrix/matrix"), matrix},
                       {QStringLiteral("job/steps/pcb/layers/l0/features"), features}});
     const QString layers = parent + QStringLiteral("/job/steps/pcb/layers/l");
-    const QByteArray first = QFile::encodeName(layers + QStringLiteral("0/features"));
+    const std::filesystem::path first = fsPath(layers + QStringLiteral("0/features"));
     for (int layer = 1; layer < Layers; ++layer) {
         const QString folder = layers + QString::number(layer);
-        const QByteArray next = QFile::encodeName(folder + QStringLiteral("/features"));
-        if (!QDir().mkpath(folder) || link(first.constData(), next.constData()) != 0)
+        if (!QDir().mkpath(folder))
             qFatal("cannot write");
+        std::filesystem::create_hard_link(first, fsPath(folder + QStringLiteral("/features")));
     }
     return parent + QStringLiteral("/job");
 }

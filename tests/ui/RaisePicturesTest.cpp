@@ -5,6 +5,7 @@
 #include "services/ui/questions/PictureFile.h"
 #include "tests/support/PlainConnection.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/UnixTricks.h"
 #include "tests/ui/QuestionWindowCase.h"
 
 #include <QApplication>
@@ -18,8 +19,6 @@
 #include <QMimeData>
 #include <QSignalSpy>
 #include <QTimer>
-
-#include <sys/stat.h>
 
 using namespace KODMS::Services;
 using namespace KODMS::Tests;
@@ -305,7 +304,8 @@ void RaisePicturesTest::aPhotoStandsUpright()
 void RaisePicturesTest::oneBadPictureDoesNotStopTheOthers()
 {
     const QString pipe = m_home->house.path(QStringLiteral("pipe.png"));
-    QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    if (!makePipe(pipe))
+        QSKIP("a folder cannot hold a pipe here");
     drop({QUrl::fromLocalFile(m_home->house.path(QStringLiteral("nothing.png"))),
           QUrl::fromLocalFile(m_home->file(QStringLiteral("one.png"))), QUrl::fromLocalFile(pipe),
           QUrl::fromLocalFile(m_home->house.path(QString())),

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/api/internal/BackupRestore.h"
 
+#include "services/disk/Disk.h"
 #include "services/disk/FsPath.h"
 #include "services/disk/IoFailure.h"
 #include "services/records/DatabaseFile.h"
@@ -191,7 +192,7 @@ Outcome BackupRestore::publish()
     }
     std::error_code error;
     const QString path = m_configuration.database.path;
-    std::filesystem::rename(fsPath(m_newDatabase), fsPath(path), error);
+    Disk::rename(fsPath(m_newDatabase), fsPath(path), error);
     if (error)
         return ioFailure("rename", path, error.value());
     m_isWhole = true;

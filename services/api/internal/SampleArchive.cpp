@@ -3,10 +3,10 @@
 #include "services/api/internal/SampleArchive.h"
 
 #include "services/archive/Utf8Locale.h"
+#include "services/disk/OpenArchive.h"
 #include "services/records/sample/SampleWords.h"
 
 #include <QCoreApplication>
-#include <QFile>
 
 #include <archive.h>
 #include <archive_entry.h>
@@ -46,7 +46,7 @@ bool open(archive *target, const QString &path)
         archive_write_set_options(target, "hdrcharset=UTF-8");
     else
         archive_write_add_filter_gzip(target);
-    return archive_write_open_filename(target, QFile::encodeName(path).constData()) == ARCHIVE_OK;
+    return createArchive(target, path) == ARCHIVE_OK;
 }
 
 QByteArray drill()

@@ -2,8 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <csignal>
-#include <sys/resource.h>
+#include <QtGlobal>
 
 namespace KODMS::Tests {
 
@@ -11,26 +10,18 @@ namespace KODMS::Tests {
 /// then, as on a full disk, however it is done.
 class SmallFiles {
 public:
-    explicit SmallFiles(rlim_t bytes)
-    {
-        m_handler = std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit{bytes, m_before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-
-    ~SmallFiles()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-
+    explicit SmallFiles(qint64 bytes);
+    ~SmallFiles();
     SmallFiles(const SmallFiles &) = delete;
     SmallFiles &operator=(const SmallFiles &) = delete;
 
+    /// False where the system has no such limit: nothing can be tested then.
+    bool isInForce() const { return m_isInForce; }
+
 private:
-    rlimit m_before{};
-    void (*m_handler)(int) = SIG_DFL;
+    quint64 m_before = 0;
+    void (*m_handler)(int) = nullptr;
+    bool m_isInForce = false;
 };
 
 } // namespace KODMS::Tests

@@ -3,6 +3,7 @@
 #include "apps/robot/QuitOnSignal.h"
 
 #include <QCoreApplication>
+#include <QSocketNotifier>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -30,11 +31,12 @@ QuitOnSignal::QuitOnSignal()
     if (::pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0)
         return;
     g_toLoop = ends[1];
-    m_notifier = std::make_unique<QSocketNotifier>(ends[0], QSocketNotifier::Read);
-    connect(m_notifier.get(), &QSocketNotifier::activated, this, [this] {
-        m_notifier->setEnabled(false);
+    auto *notifier = new QSocketNotifier(ends[0], QSocketNotifier::Read, this);
+    connect(notifier, &QSocketNotifier::activated, this, [notifier] {
+        notifier->setEnabled(false);
         QCoreApplication::quit();
     });
+    m_isWatching = true;
     struct sigaction action = {};
     action.sa_handler = wakeLoop;
     action.sa_flags = static_cast<int>(SA_RESETHAND);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "services/disk/Sha256.h"
 
+#include <openssl/crypto.h>
 #include <openssl/evp.h>
 
 #include <QtGlobal>
@@ -58,6 +59,11 @@ QByteArray Sha256::of(const QByteArray &data)
     Sha256 hash;
     hash.add(data.constData(), data.size());
     return hash.finish();
+}
+
+QByteArray Sha256::libraryVersion()
+{
+    return OpenSSL_version(OPENSSL_VERSION_STRING);
 }
 
 } // namespace KODMS::Services

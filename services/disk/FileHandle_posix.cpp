@@ -34,9 +34,16 @@ template <typename Call> auto uninterrupted(Call call)
     return result;
 }
 
+int opened(const QString &path, int flags)
+{
+    const QByteArray name = QFile::encodeName(path);
+    return uninterrupted(
+        [&] { return ::open(name.constData(), flags | O_CLOEXEC | O_NOCTTY, NewFileMode); });
+}
+
 } // namespace
 
-FileHandle::FileHandle(int handle, QString path) : m_handle(handle), m_path(std::move(path)) {}
+FileHandle::FileHandle(Native handle, QString path) : m_handle(handle), m_path(std::move(path)) {}
 
 FileHandle::FileHandle(FileHandle &&other) noexcept
     : m_handle(std::exchange(other.m_handle, -1)), m_path(std::move(other.m_path))
@@ -52,38 +59,31 @@ FileHandle &FileHandle::operator=(FileHandle &&other) noexcept
 
 FileHandle::~FileHandle()
 {
-    if (m_handle >= 0)
+    if (isOpen())
         ::close(m_handle);
-}
-
-Result<FileHandle> FileHandle::open(const QString &path, int flags, const char *doing)
-{
-    const QByteArray name = QFile::encodeName(path);
-    const int handle = uninterrupted(
-        [&] { return ::open(name.constData(), flags | O_CLOEXEC | O_NOCTTY, NewFileMode); });
-    if (handle < 0)
-        return ioFailure(doing, path, errno);
-    return FileHandle(handle, path);
 }
 
 Result<FileHandle> FileHandle::openForReading(const QString &path)
 {
-    Result<FileHandle> file = open(path, O_RDONLY | O_NONBLOCK, "open");
-    if (!file)
-        return file;
+    FileHandle file(opened(path, O_RDONLY | O_NONBLOCK), path);
+    if (!file.isOpen())
+        return ioFailure("open", path, errno);
 
     struct stat info {};
 
-    if (::fstat(file.value.m_handle, &info) != 0)
+    if (::fstat(file.m_handle, &info) != 0)
         return ioFailure("stat", path, errno);
     if (!S_ISREG(info.st_mode))
         return ioFailure("open", path, S_ISDIR(info.st_mode) ? EISDIR : EINVAL);
-    return file;
+    return Result<FileHandle>(std::move(file));
 }
 
 Result<FileHandle> FileHandle::createNew(const QString &path)
 {
-    return open(path, O_RDWR | O_CREAT | O_EXCL, "create");
+    FileHandle file(opened(path, O_RDWR | O_CREAT | O_EXCL), path);
+    if (!file.isOpen())
+        return ioFailure("create", path, errno);
+    return Result<FileHandle>(std::move(file));
 }
 
 Result<qint64> FileHandle::read(char *buffer, qint64 size)
@@ -148,7 +148,7 @@ bool FileHandle::cloneFrom(const FileHandle &source)
 
 Outcome FileHandle::close()
 {
-    if (m_handle < 0)
+    if (!isOpen())
         return Outcome::success();
     if (::close(std::exchange(m_handle, -1)) != 0 && errno != EINTR)
         return ioFailure("close", m_path, errno);

@@ -6,13 +6,6 @@
 
 namespace KODMS::Services {
 
-#ifdef _WIN32
-
-Utf8Locale::Utf8Locale() = default;
-Utf8Locale::~Utf8Locale() = default;
-
-#else
-
 namespace {
 
 locale_t utf8Locale()
@@ -33,7 +26,5 @@ Utf8Locale::~Utf8Locale()
     if (m_locale)
         ::freelocale(m_locale);
 }
-
-#endif
 
 } // namespace KODMS::Services

@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/support/UnixTricks.h"
+
+#include <QFile>
+
+#include <csignal>
+#include <cstdlib>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace KODMS::Tests {
+
+std::optional<int> exitCodeOfCopy(const std::function<int()> &work)
+{
+    constexpr int firstOfSignals = 128; // as shells say it
+    const pid_t copy = ::fork();
+    if (copy == 0)
+        endAtOnce(work());
+    int status = 0;
+    if (copy < 0 || ::waitpid(copy, &status, 0) != copy)
+        qFatal("the test cannot copy its process");
+    return WIFEXITED(status) ? WEXITSTATUS(status) : firstOfSignals + WTERMSIG(status);
+}
+
+void endAtOnce(int code)
+{
+    ::_exit(code);
+}
+
+void killThisProcess()
+{
+    ::raise(SIGKILL);
+    std::abort(); // never reached
+}
+
+bool makePipe(const QString &path)
+{
+    return ::mkfifo(QFile::encodeName(path).constData(), S_IRUSR | S_IWUSR) == 0;
+}
+
+} // namespace KODMS::Tests

@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: the KODMS desks authors
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/support/UnixTricks.h"
+
+#include <cstdlib>
+
+#include <windows.h>
+
+namespace KODMS::Tests {
+
+std::optional<int> exitCodeOfCopy(const std::function<int()> &)
+{
+    return std::nullopt;
+}
+
+void endAtOnce(int code)
+{
+    std::_Exit(code);
+}
+
+void killThisProcess()
+{
+    constexpr UINT killed = 0xf291; // what Qt itself ends processes with
+    ::TerminateProcess(::GetCurrentProcess(), killed);
+    std::abort(); // never reached
+}
+
+bool makePipe(const QString &)
+{
+    return false;
+}
+
+} // namespace KODMS::Tests
