@@ -11,6 +11,9 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
 set(CMAKE_INSTALL_RPATH "$ORIGIN/../lib")
+if(WIN32)
+  set(CMAKE_SHARED_LIBRARY_PREFIX "") # kodms_desks.dll, whatever the compiler's custom
+endif()
 
 add_library(kodms_build_flags INTERFACE)
 target_compile_definitions(kodms_build_flags INTERFACE

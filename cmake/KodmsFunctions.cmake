@@ -117,6 +117,7 @@ endfunction()
 # A test of the desks: the desk objects on the recording fakes.
 function(kodms_add_desk_test name)
   kodms_add_test(${name} ${ARGN} LINK kodms_desk_objects kodms_fakes Qt5::Widgets Qt5::Network)
+  target_compile_definitions(${name} PRIVATE KODMS_DESKS_STATIC)
 endfunction()
 
 # A test of the services: every service module, private classes in reach.

@@ -31,3 +31,16 @@ write_basic_package_version_file("${CMAKE_BINARY_DIR}/KodmsDesksConfigVersion.cm
 install(FILES "${CMAKE_BINARY_DIR}/KodmsDesksConfig.cmake"
               "${CMAKE_BINARY_DIR}/KodmsDesksConfigVersion.cmake"
         DESTINATION ${package_dir})
+
+# A package for Windows brings every library along (scripts/package-windows collects them).
+if(KODMS_WINDOWS_LIBRARIES)
+  install(DIRECTORY "${KODMS_WINDOWS_LIBRARIES}/" DESTINATION .)
+  set(CPACK_PACKAGE_NAME kodms-desks)
+  set(CPACK_PACKAGE_VENDOR "the KODMS desks authors")
+  set(CPACK_PACKAGE_INSTALL_DIRECTORY "KODMS desks")
+  set(CPACK_RESOURCE_FILE_LICENSE "${PROJECT_SOURCE_DIR}/LICENSE")
+  set(CPACK_PACKAGE_EXECUTABLES kodms-desk "KODMS desks")
+  set(CPACK_NSIS_MODIFY_PATH OFF)
+  set(CPACK_NSIS_ENABLE_UNINSTALL_BEFORE_INSTALL ON)
+  include(CPack)
+endif()

@@ -16,6 +16,11 @@ build_packages=(g++ cmake ninja-build ccache pkg-config qtbase5-dev qttools5-dev
 # Servers for the tests, and other programs that the tests compare ours with.
 test_packages=(postgresql python3-gridfs python3-pymongo)
 check_packages=(git clang-format-14 clang-tidy-14)
+# The compiler for Windows, and what its libraries are built with from source.
+windows_packages=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev dpkg-dev nasm autoconf automake libtool
+  bison flex perl tcl xz-utils)
+# Where its programs run, in the tests.
+wine_packages=(wine wine64 xvfb xauth fonts-noto-cjk)
 
 say() { printf '==> %s\n' "$*"; }
 
@@ -65,6 +70,15 @@ configure() {
     cat "$log" >&2
     die "cmake could not configure the build"
   }
+}
+
+# configure_windows SDK: CMake remembers where it found the libraries; others are looked for anew.
+configure_windows() {
+  export KODMS_WINDOWS_SDK=$1
+  local known=build/windows/sdk
+  [ "$(cat "$known" 2>/dev/null)" = "$1" ] || rm -f build/windows/CMakeCache.txt
+  configure windows
+  printf '%s\n' "$1" >"$known"
 }
 
 # build PRESET [TARGET...]: everything, or the named targets.

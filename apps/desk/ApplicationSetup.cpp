@@ -8,11 +8,13 @@
 #include "apps/desk/Translations.h"
 
 #include <QApplication>
+#include <QTextCodec>
 
 namespace KODMS::Host {
 
 void ApplicationSetup::before(const Options &options)
 {
+    writeChinese();
     paintWithoutOpenGl();
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
@@ -24,6 +26,13 @@ void ApplicationSetup::before(const Options &options)
     qputenv("QT_FONT_DPI", "96"); // the platform without a screen assumes another
     if (options.scale > 0)
         qputenv("QT_SCALE_FACTOR", QByteArray::number(options.scale));
+}
+
+/// The desks compare statuses in the local encoding. One without Chinese would make question marks
+/// of them, and other statuses of the same length equal.
+void ApplicationSetup::writeChinese()
+{
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
 }
 
 /// Widgets are painted without it, but its driver would be loaded all the same: 50 MB, and

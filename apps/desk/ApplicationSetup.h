@@ -16,6 +16,9 @@ struct ApplicationSetup {
     /// before QApplication.
     static void before(const Options &options);
 
+    /// Makes the local encoding one that knows Chinese.
+    static void writeChinese();
+
     /// Asks X11's platform for no OpenGL, unless the user's environment says otherwise.
     static void paintWithoutOpenGl();
 

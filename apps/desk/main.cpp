@@ -1,19 +1,15 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
+#include "apps/desk/CommandLine.h"
 #include "apps/desk/HostApplication.h"
 #include "apps/desk/Options.h"
-
-#include <QStringList>
 
 #include <cstdio>
 
 int main(int argc, char **argv)
 {
     using namespace KODMS::Host;
-    QStringList arguments;
-    for (int i = 0; i < argc; ++i)
-        arguments << QString::fromLocal8Bit(argv[i]);
-    const Options options = Options::parse(arguments);
+    const Options options = Options::parse(commandLine(argc, argv));
     if (!options.error.isEmpty()) {
         std::fprintf(stderr, "kodms-desk: %s\nTry --help.\n", qPrintable(options.error));
         return 2;

@@ -150,9 +150,13 @@ void ModifyFileWidgetImportTest::otherArchivesDoNotAskTheRobot()
 void ModifyFileWidgetImportTest::otherSuffixesAreRefusedSilently_data()
 {
     QTest::addColumn<QString>("file");
-    for (const char *file : {"board.tar", "board.ZIP", "board.Kos", "board.7z", "board", "zip",
-                             "board.zip.", "board.tgz2", "board.kos "})
+    for (const char *file :
+         {"board.tar", "board.ZIP", "board.Kos", "board.7z", "board", "zip", "board.tgz2"})
         QTest::newRow(file) << QString::fromLatin1(file);
+#if !defined(Q_OS_WIN) // where such a name is the one without its end
+    for (const char *file : {"board.zip.", "board.kos "})
+        QTest::newRow(file) << QString::fromLatin1(file);
+#endif
 }
 
 void ModifyFileWidgetImportTest::otherSuffixesAreRefusedSilently()

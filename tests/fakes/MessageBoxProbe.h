@@ -10,6 +10,13 @@
 #include <QQueue>
 #include <QVector>
 
+/// A part of the library of the fakes, but for tests that compile it themselves.
+#if defined(KODMS_PROBE_STATIC)
+#define KODMS_PROBE_API
+#else
+#define KODMS_PROBE_API KODMS_SERVICES_API
+#endif
+
 namespace KODMS::Fakes {
 
 /// A message box as it came up.
@@ -25,7 +32,7 @@ struct SeenBox {
 /// Answers every message box that comes up while the probe lives, whether it
 /// was opened by exec(), open() or one of the static functions, and remembers
 /// it. GUI thread; one at a time.
-class KODMS_SERVICES_API MessageBoxProbe : public QObject {
+class KODMS_PROBE_API MessageBoxProbe : public QObject {
 public:
     MessageBoxProbe();
     ~MessageBoxProbe() override;

@@ -4,6 +4,7 @@
 #include "tests/support/TestMain.h"
 
 #include <QTest>
+#include <QTextCodec>
 
 using KODMS::Host::ApplicationSetup;
 
@@ -11,6 +12,7 @@ class ApplicationSetupTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void theLocalEncodingKnowsChinese();
     void noOpenGlIsLoaded();
     void theUsersOwnWishHolds();
 };
@@ -20,6 +22,15 @@ namespace {
 constexpr auto variable = "QT_XCB_GL_INTEGRATION";
 
 } // namespace
+
+void ApplicationSetupTest::theLocalEncodingKnowsChinese()
+{
+    const QString status = QStringLiteral("机器人通过");
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1"));
+    QVERIFY(QString::fromLocal8Bit(status.toLocal8Bit()) != status);
+    ApplicationSetup::writeChinese();
+    QCOMPARE(QString::fromLocal8Bit(status.toLocal8Bit()), status);
+}
 
 void ApplicationSetupTest::noOpenGlIsLoaded()
 {

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextCodec>
 #include <QXmlStreamReader>
 
 #include <algorithm>
@@ -62,12 +63,19 @@ bool hasOutputOption(const QStringList &arguments)
            arguments.contains(QStringLiteral("-functions"));
 }
 
+/// Standard output, or a file for whoever would not see it.
+QString textOutput()
+{
+    return qEnvironmentVariable("KODMS_TEST_OUTPUT", QStringLiteral("-"));
+}
+
 } // namespace
 
 void prepareEnvironment()
 {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8")); // as the programs do
     QString why;
     if (TestDatabase::isEngineThere(&why))
         return;
@@ -83,7 +91,7 @@ int runTests(QObject *testObject, const QStringList &arguments)
     const QString log = dir.filePath(QStringLiteral("log.xml"));
     QStringList all = arguments;
     all << QStringLiteral("-o") << log + QStringLiteral(",xml") << QStringLiteral("-o")
-        << QStringLiteral("-,txt");
+        << textOutput() + QStringLiteral(",txt");
     const int failed = QTest::qExec(testObject, all);
     const QStringList warnings = unexpectedWarnings(log);
     for (const QString &warning : warnings)
