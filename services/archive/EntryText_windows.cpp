@@ -4,33 +4,30 @@
 
 #include <archive_entry.h>
 
-#include <windows.h>
+#include <algorithm>
 
 namespace KODMS::Services {
 
 namespace {
 
-/// Whether the system's own code page has every character of the text.
-bool fitsCodePage(const wchar_t *text)
+/// Whether each character stands for one byte.
+bool isBytewise(const QString &text)
 {
-    BOOL isLossy = FALSE;
-    const int size = ::WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, text, -1, nullptr, 0,
-                                           nullptr, &isLossy);
-    return size > 0 && !isLossy;
+    return std::all_of(text.cbegin(), text.cend(), [](QChar c) { return c.unicode() <= 0xff; });
 }
 
 /// Here the library turns what it knows to be Unicode into UTF-16, and leaves other bytes alone;
-/// then it hands out each in the other's shape too, through the system's code page, and does not
-/// tell which of them stood in the archive. Only a 7z always has UTF-16. Else bytes are read as
-/// on every system, unless they cannot have come from the text without a loss.
+/// then it hands out each in the other's shape too, a byte a character (see Utf8Locale), and does
+/// not tell which of them stood in the archive. Only a 7z always has UTF-16. Else bytes are read
+/// as on every system, unless characters stand there that no byte becomes.
 std::optional<QString> textOf(const char *bytes, const wchar_t *wide, ArchiveType type,
                               const EntryNames &names)
 {
-    const bool isBytes = bytes && type != ArchiveType::SevenZip && (!wide || fitsCodePage(wide));
-    if (isBytes)
-        if (auto text = names.decode(bytes))
-            return text;
-    return wide ? std::optional<QString>(QString::fromWCharArray(wide)) : std::nullopt;
+    const QString text = QString::fromWCharArray(wide ? wide : L"");
+    if (bytes && type != ArchiveType::SevenZip && isBytewise(text))
+        if (auto decoded = names.decode(bytes))
+            return decoded;
+    return wide ? std::optional<QString>(text) : std::nullopt;
 }
 
 } // namespace

@@ -4,11 +4,13 @@
 
 #include <locale.h>
 
+#include <string>
+
 namespace KODMS::Services {
 
 /// Lets this thread's C library read and write names as UTF-8 while the object
-/// lives, whatever locale the program runs in: the archive library gives no name
-/// at all for Chinese entries otherwise.
+/// lives, or at least leave their bytes alone, whatever locale the program runs in:
+/// the archive library gives no name at all for Chinese entries otherwise.
 class Utf8Locale {
 public:
     Utf8Locale();
@@ -17,7 +19,10 @@ public:
     Utf8Locale &operator=(const Utf8Locale &) = delete;
 
 private:
-#ifndef _WIN32
+#ifdef _WIN32
+    int m_scope; ///< whether a locale was one thread's or the program's
+    std::string m_before;
+#else
     locale_t m_locale;
     locale_t m_before;
 #endif

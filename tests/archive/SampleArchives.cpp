@@ -27,10 +27,10 @@ void must(int result)
         throw std::runtime_error("the sample archive cannot be written");
 }
 
-void putFile(archive *writer, const QByteArray &name, const QByteArray &content)
+void putFile(archive *writer, const QString &name, const QByteArray &content)
 {
     archive_entry *entry = archive_entry_new();
-    archive_entry_set_pathname_utf8(entry, name.constData());
+    archive_entry_copy_pathname_w(entry, name.toStdWString().c_str());
     archive_entry_set_filetype(entry, AE_IFREG);
     archive_entry_set_perm(entry, 0644);
     archive_entry_set_size(entry, content.size());
@@ -50,7 +50,7 @@ QByteArray gzipped(const QByteArray &bytes)
     must(archive_write_set_format_raw(writer));
     must(archive_write_set_bytes_in_last_block(writer, 1));
     must(archive_write_open(writer, &result, nullptr, append, nullptr));
-    putFile(writer, "raw", bytes);
+    putFile(writer, QStringLiteral("raw"), bytes);
     must(archive_write_close(writer));
     archive_write_free(writer);
     return result;
@@ -63,7 +63,7 @@ QByteArray sevenZip(const QMap<QString, QByteArray> &files)
     must(archive_write_set_format_7zip(writer));
     must(archive_write_open(writer, &result, nullptr, append, nullptr));
     for (auto file = files.cbegin(); file != files.cend(); ++file)
-        putFile(writer, file.key().toUtf8(), file.value());
+        putFile(writer, file.key(), file.value());
     must(archive_write_close(writer));
     archive_write_free(writer);
     return result;
