@@ -10,9 +10,10 @@
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlRecord>
-#include <QThread>
 
 #include <algorithm>
+#include <chrono>
+#include <thread>
 
 namespace KODMS::Services {
 
@@ -129,7 +130,7 @@ void Database::reopenWithin(int longest)
                 throw;
             pause = std::min(pause, left);
         }
-        QThread::msleep(static_cast<unsigned long>(pause));
+        std::this_thread::sleep_for(std::chrono::milliseconds(pause));
     }
 }
 
