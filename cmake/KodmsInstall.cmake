@@ -10,14 +10,16 @@ install(TARGETS kodms_services kodms_desks EXPORT KodmsDesksTargets
 install(EXPORT KodmsDesksTargets NAMESPACE Kodms::
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/KodmsDesks)
 
-# The public headers, at the paths under which they include each other.
-install(DIRECTORY foundation DESTINATION ${include_dir} FILES_MATCHING PATTERN "*.h")
+# The public headers, at the paths under which they include each other; not those of which the
+# libraries export nothing.
+install(DIRECTORY foundation DESTINATION ${include_dir} FILES_MATCHING PATTERN "*.h"
+        PATTERN ConditionBuilder.h EXCLUDE PATTERN FlowStatus.h EXCLUDE)
 install(DIRECTORY services/api DESTINATION ${include_dir}/services
         FILES_MATCHING PATTERN "*.h" PATTERN internal EXCLUDE)
 install(FILES services/notices/Outcome.h services/notices/Progress.h
         DESTINATION ${include_dir}/services/notices)
 install(FILES desks/common/DesksExport.h desks/common/DMS_TurnPage_Plugin.h
-              desks/common/StyleSheets.h
+              desks/common/NamedControl.h desks/common/StyleSheets.h
         DESTINATION ${include_dir}/desks/common)
 install(FILES desks/export/DMS_Export_Widget.h DESTINATION ${include_dir}/desks/export)
 install(FILES desks/download/DMS_Download_Widget.h DESTINATION ${include_dir}/desks/download)

@@ -2,6 +2,7 @@ target_sources(kodms_desk_objects PRIVATE
   "${PROJECT_SOURCE_DIR}/foundation/search/ConditionBuilder.cpp"
   "${PROJECT_SOURCE_DIR}/foundation/search/ConditionBuilder.h"
   "${PROJECT_SOURCE_DIR}/foundation/search/SearchFields.h"
+  "${PROJECT_SOURCE_DIR}/foundation/status/ColourCode.h"
   "${PROJECT_SOURCE_DIR}/foundation/status/FlowStatus.cpp"
   "${PROJECT_SOURCE_DIR}/foundation/status/FlowStatus.h"
   "${PROJECT_SOURCE_DIR}/desks/common/AssignAction.cpp"

@@ -4,7 +4,7 @@
 
 #include "desks/common/NamedControl.h"
 #include "foundation/model/DB_Search.h"
-#include "foundation/status/FlowStatus.h"
+#include "foundation/status/ColourCode.h"
 #include "foundation/ui/Temp_Widget.h"
 
 #include <QHBoxLayout>

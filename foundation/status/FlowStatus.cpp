@@ -2,10 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "foundation/status/FlowStatus.h"
 
-#include <QBrush>
-#include <QColor>
-#include <QTableWidgetItem>
-
 namespace KODMS::UI {
 
 namespace {
@@ -24,19 +20,6 @@ constexpr StatusRow StatusRows[] = {
 };
 
 constexpr char UnknownStatus[] = "未知";
-
-struct ColourRow {
-    const char *code;
-    Qt::GlobalColor colour;
-};
-
-constexpr ColourRow ColourRows[] = {
-    {"dg", Qt::darkGreen}, {"r", Qt::red},
-    {"b", Qt::blue},       {"green", Qt::green},
-    {"g", Qt::green},      {"darkYellow", Qt::darkYellow},
-    {"white", Qt::white},  {"lightGray", Qt::lightGray},
-    {"gray", Qt::gray},    {"darkRed", Qt::darkRed},
-};
 
 } // namespace
 
@@ -61,16 +44,6 @@ QuestionCheck questionCheckText(int checkFlag)
         return {QStringLiteral("完成"), Qt::blue};
     default:
         return {QString::fromUtf8(UnknownStatus), std::nullopt};
-    }
-}
-
-void applyColourCode(const QString &code, QTableWidgetItem *item)
-{
-    for (const ColourRow &row : ColourRows) {
-        if (code == QLatin1String(row.code)) {
-            item->setForeground(QBrush(QColor(row.colour)));
-            return;
-        }
     }
 }
 

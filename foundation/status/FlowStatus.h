@@ -7,8 +7,6 @@
 
 #include <optional>
 
-class QTableWidgetItem;
-
 namespace KODMS::UI {
 
 /// The check flag of a question as the desks show it.
@@ -24,9 +22,5 @@ QString flowStatusText(int flowStatus, int checkFlag);
 /// Word and colour of a question's check flag; "未知" without a colour for a flag
 /// that no question should have.
 QuestionCheck questionCheckText(int checkFlag);
-
-/// Gives `item` the text colour of `code` ("r", "dg", ...; upper and lower case
-/// differ). An unknown code leaves the item as it is.
-void applyColourCode(const QString &code, QTableWidgetItem *item);
 
 } // namespace KODMS::UI

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "foundation/status/FlowStatus.h"
 
+#include "foundation/status/ColourCode.h"
 #include "tests/support/TestMain.h"
 
 #include <QApplication>
