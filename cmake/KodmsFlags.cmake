@@ -19,8 +19,12 @@ add_library(kodms_build_flags INTERFACE)
 target_compile_definitions(kodms_build_flags INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING
   QT_DEPRECATED_WARNINGS QT_USE_QSTRINGBUILDER)
+if(WIN32) # <windows.h> without its macros min and max, and without what nobody uses
+  target_compile_definitions(kodms_build_flags INTERFACE NOMINMAX WIN32_LEAN_AND_MEAN)
+endif()
 if(MSVC)
-  target_compile_options(kodms_build_flags INTERFACE /utf-8 /W4 /WX)
+  # The sources are UTF-8, the standard is meant as it is written, and so is __cplusplus.
+  target_compile_options(kodms_build_flags INTERFACE /utf-8 /permissive- /Zc:__cplusplus /W4 /WX)
 else()
   target_compile_options(kodms_build_flags INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor

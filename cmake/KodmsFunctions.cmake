@@ -20,6 +20,13 @@ function(kodms_stage_includes target name)
   target_include_directories(${target} INTERFACE "$<BUILD_INTERFACE:${stage}>")
 endfunction()
 
+# kodms_public_headers(TARGET): what our headers ask of whoever includes them: C++17, and that a
+# compiler that would take another encoding for granted reads them as UTF-8, where they have texts.
+function(kodms_public_headers target)
+  target_compile_features(${target} INTERFACE cxx_std_17)
+  target_compile_options(${target} INTERFACE $<$<CXX_COMPILER_ID:MSVC>:/utf-8>)
+endfunction()
+
 # kodms_add_service_module(NAME SOURCES... LINK ...): one folder of services/ as an object library.
 function(kodms_add_service_module name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})

@@ -19,6 +19,7 @@ class TestMinimalHost : public QObject {
 private Q_SLOTS:
     void initTestCase();
     void installsOnlyPublicHeaders();
+    void hostsLearnHowToReadTheHeaders();
     void theProgramsAreInstalled();
     void theHostConfiguresAndBuilds();
     void theInstalledToolMakesASample();
@@ -62,6 +63,21 @@ void TestMinimalHost::installsOnlyPublicHeaders()
     QVERIFY(include.exists(QStringLiteral("desks/download/DMS_Download_Widget.h")));
     QVERIFY(include.exists(QStringLiteral("desks/modifyfile/DMS_ModifyFile_Widget.h")));
     QVERIFY(!include.exists(QStringLiteral("desks/common/JobColumns.h")));
+}
+
+void TestMinimalHost::hostsLearnHowToReadTheHeaders()
+{
+    QFile targets(m_package.prefix() +
+                  QStringLiteral("/lib/cmake/KodmsDesks/KodmsDesksTargets.cmake"));
+    QVERIFY(targets.open(QIODevice::ReadOnly));
+    const QByteArray text = targets.readAll();
+    for (const char *library : {"Kodms::services", "Kodms::desks", "Kodms::fakes"}) {
+        const int from = text.indexOf("set_target_properties(" + QByteArray(library));
+        QVERIFY2(from >= 0, library);
+        const QByteArray properties = text.mid(from, text.indexOf("\n)", from) - from);
+        QVERIFY2(properties.contains("INTERFACE_COMPILE_FEATURES \"cxx_std_17\""), properties);
+        QVERIFY2(properties.contains("<CXX_COMPILER_ID:MSVC>:/utf-8>\""), properties);
+    }
 }
 
 void TestMinimalHost::theProgramsAreInstalled()
