@@ -8,7 +8,7 @@ folder=$(cd "${1:-/nowhere}" 2>/dev/null && pwd) || {
 }
 for tool in clang++-14 clang-query-14 pkg-config; do
   command -v $tool >/dev/null || {
-    echo "SKIP: $tool is not installed (clang-tidy-14 brings clang along)"
+    echo "SKIP: $tool is not installed (clang-tools-14 brings clang along)"
     exit 77
   }
 done

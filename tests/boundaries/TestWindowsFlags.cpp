@@ -56,7 +56,7 @@ void TestWindowsFlags::initTestCase()
 {
     const QString compiler = QStandardPaths::findExecutable(QStringLiteral("clang-cl-14"));
     if (compiler.isEmpty())
-        QSKIP("clang-cl-14 is not installed (clang-tidy-14 brings it along)");
+        QSKIP("clang-cl-14 is not installed (package clang-tools-14)");
     const QString nothing = QStringLiteral("=/bin/false"); // nothing is linked or archived
     QVERIFY2(
         run({QStringLiteral("-S"),
