@@ -69,6 +69,7 @@ Result<std::unique_ptr<UnpackFolder>> UnpackFolder::create(const QString &parent
 UnpackFolder::~UnpackFolder()
 {
     m_writers.reset();
+    m_file = FileHandle(); // some systems keep the folder of a file that is open
     if (!m_path.isEmpty())
         removeAll(m_path);
 }
@@ -78,7 +79,10 @@ void UnpackFolder::abandon()
     m_writers.reset();
     runAside([path = std::exchange(m_path, QString()),
               file = std::make_shared<FileHandle>(std::move(m_file)),
-              lock = std::make_shared<FileLock>(std::move(m_lock))] { removeAll(path); });
+              lock = std::make_shared<FileLock>(std::move(m_lock))] {
+        *file = FileHandle();
+        removeAll(path);
+    });
 }
 
 Outcome UnpackFolder::folder(const QString &path)
