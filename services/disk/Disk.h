@@ -34,9 +34,11 @@ std::vector<Path> children(const Path &folder, std::error_code &error);
 
 /// Makes the folders above, too. True when there was something to make.
 bool createFolders(const Path &path, std::error_code &error);
-/// Replaces a file that stands at `to`, also one that somebody is reading.
+/// Replaces a file that stands at `to`, also one that somebody is reading, or an empty folder by
+/// another folder. One that somebody holds for himself alone stays what it was: EBUSY.
 void rename(const Path &from, const Path &to, std::error_code &error);
-/// A file or an empty folder. False, without an error, when nothing was there.
+/// A file, whose name is free at once also when somebody is reading it, or an empty folder. False,
+/// without an error, when nothing was there.
 bool remove(const Path &path, std::error_code &error);
 /// A folder with all that is in it; goes on where something cannot be removed.
 void removeAll(const Path &path, std::error_code &error);

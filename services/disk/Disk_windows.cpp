@@ -5,6 +5,8 @@
 #include "services/disk/FsPath.h"
 #include "services/disk/WindowsCalls.h"
 
+#include <QUuid>
+
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
@@ -50,14 +52,30 @@ FileType typeOfAttributes(DWORD attributes)
     return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? FileType::directory : FileType::regular;
 }
 
+constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+constexpr DWORD MoveNow = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+
+bool isFolderThere(const std::wstring &name)
+{
+    const DWORD attributes = ::GetFileAttributesW(name.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+/// A free name in the folder of `name`, for a moment.
+std::wstring nameBeside(const std::wstring &name, const char *suffix)
+{
+    const QString free = QStringLiteral(".kodms-") + QUuid::createUuid().toString(QUuid::Id128) +
+                         QLatin1String(suffix);
+    return name.substr(0, name.rfind(L'\\') + 1) + free.toStdWString();
+}
+
 /// The other way to rename, which newer systems have: whoever reads what stood at `to` keeps
 /// reading it.
 bool renamedOverOpenFile(const std::wstring &from, const std::wstring &to)
 {
     constexpr auto renameInfoEx = static_cast<FILE_INFO_BY_HANDLE_CLASS>(22); // not in every header
-    constexpr DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
     const HANDLE opened =
-        ::CreateFileW(from.c_str(), DELETE | SYNCHRONIZE, share, nullptr, OPEN_EXISTING,
+        ::CreateFileW(from.c_str(), DELETE | SYNCHRONIZE, ShareAll, nullptr, OPEN_EXISTING,
                       FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
     if (opened == INVALID_HANDLE_VALUE)
         return false;
@@ -72,6 +90,61 @@ bool renamedOverOpenFile(const std::wstring &from, const std::wstring &to)
     const bool renamed = ::SetFileInformationByHandle(opened, renameInfoEx, info, size) != 0;
     ::CloseHandle(opened);
     return renamed;
+}
+
+/// Where neither way replaces a file that is being read, as on a network drive: that file is
+/// moved aside first, and back when the new one cannot take its name. What stands aside is no
+/// name that anybody sweeps: it is all there is until the new file has its name.
+BOOL renamedBehindAside(const std::wstring &from, const std::wstring &to)
+{
+    const std::wstring aside = nameBeside(to, ".old");
+    if (!::MoveFileExW(to.c_str(), aside.c_str(), MOVEFILE_WRITE_THROUGH))
+        return FALSE;
+    if (!::MoveFileExW(from.c_str(), to.c_str(), MoveNow)) {
+        const DWORD error = ::GetLastError();
+        ::MoveFileExW(aside.c_str(), to.c_str(), MOVEFILE_WRITE_THROUGH);
+        ::SetLastError(error);
+        return FALSE;
+    }
+    ::DeleteFileW(aside.c_str());
+    return TRUE;
+}
+
+/// An empty folder gives way to another, as elsewhere.
+void renameOverFolder(const std::wstring &from, const std::wstring &to, std::error_code &error)
+{
+    if (!isFolderThere(from))
+        setError(error, EISDIR);
+    else if (passed(::RemoveDirectoryW(to.c_str()), error) &&
+             !passed(::MoveFileExW(from.c_str(), to.c_str(), MoveNow), error))
+        ::CreateDirectoryW(to.c_str(), nullptr);
+}
+
+/// The name is free when this returns, whoever still reads. Newer systems do that by themselves;
+/// elsewhere the file gets another name first, under which it waits for its readers.
+BOOL removedFile(const std::wstring &name)
+{
+    constexpr auto dispositionEx = static_cast<FILE_INFO_BY_HANDLE_CLASS>(21);
+    constexpr DWORD deletes = 0x1;
+    constexpr DWORD asElsewhere = 0x2;
+    const HANDLE opened = ::CreateFileW(name.c_str(), DELETE, ShareAll, nullptr, OPEN_EXISTING,
+                                        FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+    if (opened == INVALID_HANDLE_VALUE)
+        return FALSE;
+    DWORD how = deletes | asElsewhere;
+    const bool done = ::SetFileInformationByHandle(opened, dispositionEx, &how, sizeof how) != 0;
+    ::CloseHandle(opened);
+    if (done)
+        return TRUE;
+    const std::wstring aside = nameBeside(name, ".part");
+    const bool isAside = ::MoveFileExW(name.c_str(), aside.c_str(), 0) != 0;
+    if (::DeleteFileW(isAside ? aside.c_str() : name.c_str()))
+        return TRUE;
+    const DWORD error = ::GetLastError();
+    if (isAside)
+        ::MoveFileExW(aside.c_str(), name.c_str(), 0);
+    ::SetLastError(error);
+    return FALSE;
 }
 
 using CloseFind = BOOL(WINAPI *)(HANDLE);
@@ -98,9 +171,8 @@ FileType typeBehindLinks(const Path &path, std::error_code &error)
     const FileType type = typeOf(path, error);
     if (type != FileType::symlink)
         return type;
-    const HANDLE opened = ::CreateFileW(
-        native(path).c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-        OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    const HANDLE opened = ::CreateFileW(native(path).c_str(), 0, ShareAll, nullptr, OPEN_EXISTING,
+                                        FILE_FLAG_BACKUP_SEMANTICS, nullptr);
     if (!passed(opened != INVALID_HANDLE_VALUE, error))
         return FileType::not_found;
     BY_HANDLE_FILE_INFORMATION info{};
@@ -171,25 +243,29 @@ bool createFolders(const Path &path, std::error_code &error)
 
 void rename(const Path &from, const Path &to, std::error_code &error)
 {
-    constexpr DWORD how = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
-    if (passed(::MoveFileExW(native(from).c_str(), native(to).c_str(), how), error))
+    const std::wstring old = native(from);
+    const std::wstring name = native(to);
+    std::error_code unknown;
+    const FileType standing = typeOf(to, unknown);
+    if (isThere(standing) && standing != FileType::directory && isFolderThere(old)) {
+        setError(error, ENOTDIR);
         return;
-    std::error_code ignored;
-    if (error != std::errc::permission_denied)
+    }
+    if (passed(::MoveFileExW(old.c_str(), name.c_str(), MoveNow), error) ||
+        error != std::errc::permission_denied)
         return;
-    if (typeOf(to, ignored) == FileType::directory)
-        setError(error, typeOf(from, ignored) == FileType::directory ? ENOTEMPTY : EISDIR);
-    else if (renamedOverOpenFile(native(from), native(to)))
+    if (standing == FileType::directory)
+        renameOverFolder(old, name, error);
+    else if (renamedOverOpenFile(old, name))
         error.clear();
+    else if (isThere(standing))
+        passed(renamedBehindAside(old, name), error);
 }
 
 bool remove(const Path &path, std::error_code &error)
 {
     const std::wstring name = native(path);
-    const DWORD attributes = ::GetFileAttributesW(name.c_str());
-    const bool isFolder =
-        attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-    if (passed(isFolder ? ::RemoveDirectoryW(name.c_str()) : ::DeleteFileW(name.c_str()), error))
+    if (passed(isFolderThere(name) ? ::RemoveDirectoryW(name.c_str()) : removedFile(name), error))
         return true;
     if (error == std::errc::no_such_file_or_directory)
         error.clear();

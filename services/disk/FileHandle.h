@@ -44,7 +44,7 @@ public:
     struct Stamp {
         qint64 size = 0;
         qint64 modified = 0; ///< nanoseconds
-        bool linked = true;  ///< some name still leads to the file
+        bool linked = true;  ///< the name under which it was opened was not removed
 
         bool operator==(const Stamp &other) const
         {

@@ -18,7 +18,8 @@ namespace KODMS::Services {
 namespace {
 
 constexpr qint64 LargestPiece = qint64{1} << 30;
-constexpr qint64 FileTimesPerNanosecond = 100;
+constexpr qint64 NanosecondsATick = 100;
+constexpr qint64 TicksTo1970 = 116444736000000000; // from 1601; nanoseconds from then would not fit
 /// Others may read, replace and remove what we have open, as elsewhere.
 constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 /// The lock lies behind every content: here a lock keeps its bytes from being read.
@@ -40,6 +41,30 @@ OVERLAPPED at(qint64 offset)
     place.Offset = static_cast<DWORD>(offset & 0xffffffff);
     place.OffsetHigh = static_cast<DWORD>(offset >> 32);
     return place;
+}
+
+bool isSameFile(HANDLE one, HANDLE other)
+{
+    BY_HANDLE_FILE_INFORMATION first{};
+    BY_HANDLE_FILE_INFORMATION second{};
+    return ::GetFileInformationByHandle(one, &first) &&
+           ::GetFileInformationByHandle(other, &second) &&
+           first.dwVolumeSerialNumber == second.dwVolumeSerialNumber &&
+           first.nFileIndexHigh == second.nFileIndexHigh &&
+           first.nFileIndexLow == second.nFileIndexLow;
+}
+
+/// Whether the path still leads to the open file: one that is removed may only have lost its name,
+/// and wait under another for those who read it.
+bool isAtPath(HANDLE handle, const QString &path)
+{
+    const HANDLE found = ::CreateFileW(windowsPath(path).c_str(), 0, ShareAll, nullptr,
+                                       OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (found == INVALID_HANDLE_VALUE)
+        return false;
+    const bool isSame = isSameFile(handle, found);
+    ::CloseHandle(found);
+    return isSame;
 }
 
 Outcome failed(const char *doing, const QString &path)
@@ -172,8 +197,8 @@ Result<FileHandle::Stamp> FileHandle::stamp() const
         return failed("stat", m_path);
     Stamp stamp;
     stamp.size = info.EndOfFile.QuadPart;
-    stamp.modified = times.LastWriteTime.QuadPart * FileTimesPerNanosecond;
-    stamp.linked = info.NumberOfLinks > 0 && !info.DeletePending;
+    stamp.modified = (times.LastWriteTime.QuadPart - TicksTo1970) * NanosecondsATick;
+    stamp.linked = info.NumberOfLinks > 0 && !info.DeletePending && isAtPath(handle, m_path);
     return stamp;
 }
 

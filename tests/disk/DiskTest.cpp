@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <memory>
+#include <vector>
 
 using namespace KODMS::Services;
 using Disk::FileType;
@@ -106,7 +107,44 @@ private Q_SLOTS:
         QByteArray bytes(3, ' ');
         QCOMPARE(reader.value.read(bytes.data(), bytes.size()).value, qint64{3});
         QCOMPARE(bytes, QByteArray("old"));
+        QVERIFY(reader.value.close());
         QCOMPARE(read("old"), QByteArray("new"));
+        QCOMPARE(names(), QStringList(QStringLiteral("old")));
+    }
+
+    void aFileThatIsReadIsReplacedAgainAndAgain()
+    {
+        write("old", "0");
+        std::vector<FileHandle> readers;
+        for (int i = 1; i < 10; ++i) {
+            auto reader = FileHandle::openForReading(name("old"));
+            QVERIFY(reader);
+            readers.push_back(std::move(reader.value));
+            write("new", QByteArray::number(i));
+            Disk::rename(at("new"), at("old"), m_error);
+            QVERIFY2(!m_error, m_error.message().c_str());
+            QCOMPARE(read("old"), QByteArray::number(i));
+        }
+        for (int i = 0; i < 9; ++i) {
+            char byte = ' ';
+            QCOMPARE(readers[static_cast<std::size_t>(i)].read(&byte, 1).value, qint64{1});
+            QCOMPARE(byte, char('0' + i));
+        }
+        readers.clear();
+        QCOMPARE(names(), QStringList(QStringLiteral("old")));
+    }
+
+    void anOpenFileIsRenamed()
+    {
+        auto file = FileHandle::createNew(name("part"));
+        QVERIFY(file);
+        QVERIFY(file.value.write("12", 2));
+        write("old", "old");
+        Disk::rename(at("part"), at("old"), m_error);
+        QVERIFY2(!m_error, m_error.message().c_str());
+        QVERIFY(file.value.write("3", 1));
+        QVERIFY(file.value.close());
+        QCOMPARE(read("old"), QByteArray("123"));
     }
 
     void aFileIsRemovedWhileItIsRead()
@@ -115,10 +153,14 @@ private Q_SLOTS:
         auto reader = FileHandle::openForReading(name("file"));
         QVERIFY(reader);
         QVERIFY(Disk::remove(at("file"), m_error));
+        QVERIFY(!QFile::exists(name("file")));
+        write("file", "new"); // the name is free at once
         QByteArray bytes(3, ' ');
         QCOMPARE(reader.value.read(bytes.data(), bytes.size()).value, qint64{3});
+        QCOMPARE(bytes, QByteArray("old"));
         QVERIFY(reader.value.close());
-        QVERIFY(!QFile::exists(name("file")));
+        QCOMPARE(read("file"), QByteArray("new"));
+        QCOMPARE(names(), QStringList(QStringLiteral("file")));
     }
 
     void aFolderInTheWayIsNotReplaced()
@@ -131,6 +173,26 @@ private Q_SLOTS:
         Disk::rename(at("other"), at("folder"), m_error);
         QVERIFY(m_error.value() == ENOTEMPTY || m_error.value() == EEXIST);
         QVERIFY(QFileInfo(name("folder/full")).isDir());
+    }
+
+    void aFileInTheWayOfAFolderIsNotReplaced()
+    {
+        QVERIFY(Disk::createFolders(at("folder/full"), m_error));
+        write("file", "1");
+        Disk::rename(at("folder"), at("file"), m_error);
+        QCOMPARE(m_error.value(), ENOTDIR);
+        QCOMPARE(read("file"), QByteArray("1"));
+        QVERIFY(QFileInfo(name("folder/full")).isDir());
+    }
+
+    void aFolderReplacesAnEmptyOne()
+    {
+        QVERIFY(Disk::createFolders(at("from/inside"), m_error));
+        QVERIFY(Disk::createFolders(at("to"), m_error));
+        Disk::rename(at("from"), at("to"), m_error);
+        QVERIFY2(!m_error, m_error.message().c_str());
+        QCOMPARE(names(), QStringList(QStringLiteral("to")));
+        QVERIFY(QFileInfo(name("to/inside")).isDir());
     }
 
     void copiesReplace()

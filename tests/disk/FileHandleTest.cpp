@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: the KODMS desks authors
 // SPDX-License-Identifier: Apache-2.0
 #include "services/disk/FileHandle.h"
+#include "services/disk/Disk.h"
+#include "services/disk/FsPath.h"
 #include "tests/support/TestMain.h"
 
 #include <QFile>
@@ -90,10 +92,25 @@ private Q_SLOTS:
     void aRemovedFileHasNoName()
     {
         auto file = created();
-        QVERIFY(QFile::remove(m_path));
+        std::error_code error;
+        QVERIFY(Disk::remove(fsPath(m_path), error));
         const auto stamp = file.stamp();
         QVERIFY(stamp);
         QVERIFY(!stamp.value.linked);
+    }
+
+    /// Somebody else may have taken the name already.
+    void aRemovedFileHasNoNameAlsoWhenAnotherHasIt()
+    {
+        auto file = created();
+        std::error_code error;
+        QVERIFY(Disk::remove(fsPath(m_path), error));
+        const auto another = created();
+        QVERIFY(another.isOpen());
+        const auto stamp = file.stamp();
+        QVERIFY(stamp);
+        QVERIFY(!stamp.value.linked);
+        QVERIFY(another.stamp().value.linked);
     }
 
     void oneLockAtATime()
