@@ -1,3 +1,8 @@
+if(WIN32)
+  set(system windows)
+else()
+  set(system posix)
+endif()
 target_sources(kodms_desk_objects PRIVATE
   "${PROJECT_SOURCE_DIR}/foundation/search/ConditionBuilder.cpp"
   "${PROJECT_SOURCE_DIR}/foundation/search/ConditionBuilder.h"
@@ -37,6 +42,7 @@ target_sources(kodms_desk_objects PRIVATE
   "${PROJECT_SOURCE_DIR}/desks/common/PagedSearch.h"
   "${PROJECT_SOURCE_DIR}/desks/common/ProgramStart.cpp"
   "${PROJECT_SOURCE_DIR}/desks/common/ProgramStart.h"
+  "${PROJECT_SOURCE_DIR}/desks/common/ProgramStart_${system}.cpp"
   "${PROJECT_SOURCE_DIR}/desks/common/SelectionChecks.cpp"
   "${PROJECT_SOURCE_DIR}/desks/common/SelectionChecks.h"
   "${PROJECT_SOURCE_DIR}/desks/common/StyleSheets.h"

@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "desks/common/ProgramStart.h"
 
-#include <QProcess>
-
 #include <utility>
 
 namespace KODMS::UI {
@@ -14,18 +12,6 @@ ProgramStarter &presentStarter()
 {
     static ProgramStarter starter;
     return starter;
-}
-
-bool startBySystem(const CommandLine &line)
-{
-    QProcess process;
-    process.setProgram(line.program);
-#if defined(Q_OS_WIN)
-    process.setNativeArguments(line.arguments);
-#else
-    process.setArguments(QProcess::splitCommand(line.arguments));
-#endif
-    return process.startDetached();
 }
 
 } // namespace

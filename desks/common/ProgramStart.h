@@ -23,6 +23,9 @@ using ProgramStarter = std::function<bool(const CommandLine &)>;
 /// program.
 bool startProgram(const CommandLine &line);
 
+/// What startProgram() does unless somebody else does it.
+bool startBySystem(const CommandLine &line);
+
 /// Puts another starter in the system's place; an empty one brings it back.
 void setProgramStarter(ProgramStarter starter);
 

@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QDesktopServices>
 #include <QDir>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QUrl>
 
@@ -49,8 +50,8 @@ private Q_SLOTS:
     void withoutAnExplorerTheSystemShowsTheFolder_data();
     void withoutAnExplorerTheSystemShowsTheFolder();
     void noFolderIsNotTheWorkingFolder();
-    void aRealProgramGetsTheseArguments_data();
-    void aRealProgramGetsTheseArguments();
+    void aRealProgramGetsThisLine_data();
+    void aRealProgramGetsThisLine();
     void aProgramThatIsNotThereDoesNotStart();
 
 private:
@@ -135,11 +136,12 @@ void FolderBrowserTest::withoutAnExplorerTheSystemShowsTheFolder_data()
 {
     QTest::addColumn<QString>("folder");
     QTest::addColumn<QString>("path");
-    QTest::newRow("a path") << QStringLiteral("/jobs/a b") << QStringLiteral("/jobs/a b");
+    const QString path = QDir::rootPath() + QStringLiteral("jobs/a b");
+    QTest::newRow("a path") << path << path;
     QTest::newRow("a relative path")
         << QStringLiteral("job") << QDir().absoluteFilePath(QStringLiteral("job"));
-    QTest::newRow("a path that looks encoded")
-        << QStringLiteral("/jobs/a%20b#c") << QStringLiteral("/jobs/a%20b#c");
+    const QString encoded = QDir::rootPath() + QStringLiteral("jobs/a%20b#c");
+    QTest::newRow("a path that looks encoded") << encoded << encoded;
 }
 
 void FolderBrowserTest::withoutAnExplorerTheSystemShowsTheFolder()
@@ -160,7 +162,55 @@ void FolderBrowserTest::noFolderIsNotTheWorkingFolder()
     QCOMPARE(m_urls, QList<QUrl>());
 }
 
-void FolderBrowserTest::aRealProgramGetsTheseArguments_data()
+#if defined(Q_OS_WIN)
+
+void FolderBrowserTest::aRealProgramGetsThisLine_data()
+{
+    QTest::addColumn<QString>("folder");
+    QTest::addColumn<QString>("line");
+    const auto row = [](const char *title, const char *folder, const char *path) {
+        QTest::newRow(title)
+            << QString::fromUtf8(folder)
+            << QStringLiteral("explorer.exe /select , \"%1\"").arg(QString::fromUtf8(path));
+    };
+    row("a path", "D:/kodms/jobs/A1B", "D:\\kodms\\jobs\\A1B");
+    row("blanks", "D:/my jobs/A  B", "D:\\my jobs\\A  B");
+    row("a blank at the end", "D:/jobs/A ", "D:\\jobs\\A ");
+    row("Chinese", "D:/料号 库/甲", "D:\\料号 库\\甲");
+    row("commas", "D:/a,b/c,", "D:\\a,b\\c,");
+    row("a backslash at the end", "D:/jobs/", "D:\\jobs\\");
+    row("a network path", "//server/share/A1B", "\\\\server\\share\\A1B");
+    row("percent signs and carets", "D:/%TEMP%/^a&b", "D:\\%TEMP%\\^a&b");
+    row("nothing", "", "");
+}
+
+/// A program of that name in the working folder, which comes before the system's, writes down what
+/// it was given.
+void FolderBrowserTest::aRealProgramGetsThisLine()
+{
+    QFETCH(QString, folder);
+    QFETCH(QString, line);
+    const QDir place = QFileInfo(QStringLiteral(KODMS_TEST_EXPLORER)).dir();
+    const QString written = place.filePath(QStringLiteral("commandline"));
+    QFile::remove(written);
+    const QString before = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(place.path()));
+    setProgramStarter({});
+    showInFileBrowser(folder);
+    QVERIFY(QDir::setCurrent(before));
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(written), 30000);
+    QFile file(written);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    QCOMPARE(QString::fromUtf16(reinterpret_cast<const ushort *>(bytes.constData()),
+                                bytes.size() / int(sizeof(ushort))),
+             line);
+    QCOMPARE(m_urls, QList<QUrl>());
+}
+
+#else
+
+void FolderBrowserTest::aRealProgramGetsThisLine_data()
 {
     QTest::addColumn<QString>("folder");
     QTest::addColumn<QString>("last");
@@ -170,11 +220,8 @@ void FolderBrowserTest::aRealProgramGetsTheseArguments_data()
 }
 
 /// A program of that name in the search path writes down what it was given.
-void FolderBrowserTest::aRealProgramGetsTheseArguments()
+void FolderBrowserTest::aRealProgramGetsThisLine()
 {
-#if defined(Q_OS_WIN)
-    QSKIP("explorer.exe is there, and starts");
-#endif
     QFETCH(QString, folder);
     QFETCH(QString, last);
     const QTemporaryDir place;
@@ -196,6 +243,8 @@ void FolderBrowserTest::aRealProgramGetsTheseArguments()
     QCOMPARE(QString::fromUtf8(file.readAll()), QStringLiteral("/select\n,\n%1\n").arg(last));
     QCOMPARE(m_urls, QList<QUrl>());
 }
+
+#endif
 
 void FolderBrowserTest::aProgramThatIsNotThereDoesNotStart()
 {
