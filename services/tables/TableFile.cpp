@@ -35,7 +35,7 @@ std::unique_ptr<TableWriter> writerFor(TableFile::Format format, FileHandle &fil
 {
     if (format == TableFile::Format::Csv)
         return std::make_unique<CsvFile>(file);
-    return std::make_unique<XlsxFile>(file.path());
+    return std::make_unique<XlsxFile>(file);
 }
 
 } // namespace

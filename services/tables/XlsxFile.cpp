@@ -65,15 +65,18 @@ struct XlsxFile::Book {
     lxw_worksheet *sheet = nullptr;
 };
 
-XlsxFile::XlsxFile(const QString &path) : m_path(path), m_book(std::make_unique<Book>()) {}
+XlsxFile::XlsxFile(FileHandle &file)
+    : m_path(file.path()), m_place(file), m_book(std::make_unique<Book>())
+{
+}
 
 XlsxFile::~XlsxFile() = default;
 
 Outcome XlsxFile::begin(const QVector<TableColumn> &columns)
 {
     m_columns = columns;
-    m_book->file = libraryPath(m_path);
-    m_book->folder = libraryPath(QFileInfo(m_path).path());
+    m_book->file = libraryPath(m_place.path());
+    m_book->folder = libraryPath(QFileInfo(m_place.path()).path());
     lxw_workbook_options options{};
     options.constant_memory = LXW_TRUE;
     options.tmpdir = m_book->folder.data();
@@ -137,6 +140,8 @@ Outcome XlsxFile::finish()
     const lxw_error error = workbook_close(std::exchange(m_book->workbook, nullptr));
     if (error != LXW_NO_ERROR)
         return bookFailure(m_path, error);
+    if (Outcome delivered = m_place.deliver(); !delivered)
+        return delivered;
     return proveSheet(m_path, m_filledRows);
 }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "services/tables/BookPlace.h"
 #include "services/tables/TableWriter.h"
 
 #include <memory>
@@ -15,8 +16,8 @@ public:
     /// Besides the line of titles.
     static constexpr int MostRows = 1048575;
 
-    /// Writes over the file at `path`.
-    explicit XlsxFile(const QString &path);
+    /// Fills the open file, which must outlive it.
+    explicit XlsxFile(FileHandle &file);
     ~XlsxFile() override;
 
     Outcome begin(const QVector<TableColumn> &columns) override;
@@ -30,7 +31,8 @@ private:
 
     Outcome writeCell(int column, const QString &text);
 
-    QString m_path;
+    QString m_path; ///< what is told when something goes wrong
+    BookPlace m_place;
     std::unique_ptr<Book> m_book;
     QVector<TableColumn> m_columns;
     int m_rows = 0;       ///< with the titles

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/tables/support/TableReaders.h"
 
+#include "services/disk/OpenArchive.h"
+
 #include <QFile>
 #include <QRegularExpression>
 #include <QXmlStreamReader>
@@ -72,8 +74,7 @@ QByteArray entryOf(const QString &path, const QByteArray &wanted, QString *probl
     archive_read_support_format_zip(reader);
     QByteArray found;
     archive_entry *entry = nullptr;
-    if (archive_read_open_filename(reader, QFile::encodeName(path).constData(), BlockSize) !=
-        ARCHIVE_OK)
+    if (Services::openArchive(reader, path, BlockSize) != ARCHIVE_OK)
         *problem = QString::fromUtf8(archive_error_string(reader));
     while (problem->isEmpty() && archive_read_next_header(reader, &entry) == ARCHIVE_OK) {
         if (archive_entry_pathname(entry) != wanted)
