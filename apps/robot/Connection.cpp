@@ -34,17 +34,24 @@ void Connection::enter(Stage stage, int limit)
     m_limit.start(limit);
 }
 
-/// A little at a time, so that a peer that never stops sending leaves room for the others.
+/// A little at a time, so that a peer that never stops sending leaves room for the others; but
+/// until nothing is there: Windows tells only once that a peer has closed, and may do so while
+/// something of his is still unread.
 void Connection::readMore()
 {
+    constexpr int pieces = 16;
     char data[4096];
-    const int count = m_socket.receive(data, sizeof data);
-    if (count > 0)
-        receive(data, count);
-    else if (count == 0)
-        peerClosed();
-    else if (count != PeerSocket::Later)
-        finish();
+    for (int i = 0; i < pieces && m_stage != Stage::Over && !m_isPeerDone; ++i) {
+        const int count = m_socket.receive(data, sizeof data);
+        if (count == PeerSocket::Later)
+            return;
+        if (count > 0)
+            receive(data, count);
+        else if (count == 0)
+            peerClosed();
+        else
+            finish();
+    }
 }
 
 void Connection::receive(const char *data, int size)

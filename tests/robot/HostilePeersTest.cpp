@@ -4,12 +4,10 @@
 #include "tests/robot/support/Peer.h"
 #include "tests/robot/support/Requests.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/UnixTricks.h"
 
 #include <QElapsedTimer>
 #include <QTest>
-
-#include <sys/resource.h>
-#include <unistd.h>
 
 #include <memory>
 #include <random>
@@ -18,6 +16,7 @@
 using namespace KODMS::Robot;
 using KODMS::Tests::deskRequest;
 using KODMS::Tests::Peer;
+using KODMS::Tests::withoutDescriptors;
 
 /// The server alone, with peers of every kind.
 class HostilePeersTest : public QObject {
@@ -346,16 +345,13 @@ void HostilePeersTest::runsOutOfDescriptorsAndRecovers()
 {
     Peer peer(port()); // connected by the system, not yet accepted
     QVERIFY(peer.send(good()));
-    rlimit before{};
-    QCOMPARE(::getrlimit(RLIMIT_NOFILE, &before), 0);
-    const int next = ::dup(0);
-    QVERIFY(next > 0);
-    ::close(next);
-    const rlimit none{static_cast<rlim_t>(next), before.rlim_max};
-    QCOMPARE(::setrlimit(RLIMIT_NOFILE, &none), 0);
-    QTest::qWait(50);
-    const bool wasDeaf = m_jobs.isEmpty();
-    QCOMPARE(::setrlimit(RLIMIT_NOFILE, &before), 0);
+    bool wasDeaf = false;
+    const bool ran = withoutDescriptors([&] {
+        QTest::qWait(50);
+        wasDeaf = m_jobs.isEmpty();
+    });
+    if (!ran)
+        QSKIP("a process does not run out of descriptors here");
     QVERIFY(wasDeaf);
     QCOMPARE(peer.answer(), m_accepted);
     expectStillServing();

@@ -22,6 +22,10 @@ std::optional<int> exitCodeOfCopy(const std::function<int()> &work);
 /// process sees it crash.
 [[noreturn]] void killThisProcess();
 
+/// Runs `work` while this process can open nothing more: no file, no socket. False, without having
+/// run it, where that cannot be had.
+bool withoutDescriptors(const std::function<void()> &work);
+
 /// False where a folder cannot hold a pipe.
 bool makePipe(const QString &path);
 

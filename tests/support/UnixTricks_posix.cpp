@@ -6,6 +6,7 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -33,6 +34,21 @@ void killThisProcess()
 {
     ::raise(SIGKILL);
     std::abort(); // never reached
+}
+
+bool withoutDescriptors(const std::function<void()> &work)
+{
+    rlimit before{};
+    const int next = ::dup(0);
+    if (next <= 0 || ::getrlimit(RLIMIT_NOFILE, &before) != 0)
+        qFatal("the test cannot ask for its limits");
+    ::close(next);
+    const rlimit none{static_cast<rlim_t>(next), before.rlim_max};
+    if (::setrlimit(RLIMIT_NOFILE, &none) != 0)
+        qFatal("the test cannot set its limits");
+    work();
+    ::setrlimit(RLIMIT_NOFILE, &before);
+    return true;
 }
 
 bool makePipe(const QString &path)

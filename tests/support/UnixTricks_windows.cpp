@@ -25,6 +25,11 @@ void killThisProcess()
     std::abort(); // never reached
 }
 
+bool withoutDescriptors(const std::function<void()> &)
+{
+    return false;
+}
+
 bool makePipe(const QString &)
 {
     return false;

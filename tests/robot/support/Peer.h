@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "tests/robot/support/RawSocket.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -11,22 +13,21 @@ namespace KODMS::Tests {
 /// waits, the event loop runs.
 class Peer {
 public:
-    explicit Peer(quint16 port);
-    ~Peer();
+    explicit Peer(quint16 port) : m_socket(port) {}
 
-    Peer(const Peer &) = delete;
-    Peer &operator=(const Peer &) = delete;
-
-    bool isConnected() const { return m_socket >= 0; }
+    bool isConnected() const { return m_socket.isOpen(); }
 
     /// Sends everything; false when the other side has had enough.
     bool send(const QByteArray &bytes);
+
     /// Nothing more will be sent; what the robot answers can still be read.
-    void halfClose();
+    void halfClose() { m_socket.endSending(); }
+
     /// Ends the connection so that the robot gets an error instead of an end.
-    void reset();
+    void reset() { m_socket.breakOff(); }
+
     /// Closes without reading what came.
-    void close();
+    void close() { m_socket.close(); }
 
     /// What has come so far, without waiting.
     QByteArray received();
@@ -34,7 +35,7 @@ public:
     QByteArray answer(bool *isOver = nullptr, int patienceMs = 20000);
 
 private:
-    int m_socket = -1;
+    RawSocket m_socket;
     QByteArray m_received;
     bool m_isOver = false;
 };

@@ -8,8 +8,6 @@
 
 #include <QElapsedTimer>
 
-#include <csignal>
-
 namespace KODMS::Tests {
 
 namespace {
@@ -31,7 +29,7 @@ RobotProcess::RobotProcess(RobotHouse &house, const QStringList &arguments)
 RobotProcess::~RobotProcess()
 {
     // Not killed: a delivery that is cut off leaves its packed file in the staging folder.
-    if (m_process.state() != QProcess::NotRunning && stop(SIGTERM) != 0)
+    if (m_process.state() != QProcess::NotRunning && !end())
         kill();
 }
 
@@ -73,10 +71,18 @@ QByteArray RobotProcess::ask(const QString &jobName, bool fromWeb)
     return peer.answer();
 }
 
-int RobotProcess::stop(int signal)
+int RobotProcess::stop(Signal signal)
 {
-    ::kill(static_cast<pid_t>(m_process.processId()), signal);
+    send(signal);
     return waitForEnd();
+}
+
+bool RobotProcess::end()
+{
+    if (hasSignals())
+        return stop(Signal::Termination) == 0;
+    kill();
+    return true;
 }
 
 int RobotProcess::waitForEnd()

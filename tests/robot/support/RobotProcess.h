@@ -28,12 +28,21 @@ public:
     /// Asks for a job as a desk does, and returns the answer.
     QByteArray ask(const QString &jobName, bool fromWeb = false);
 
+    enum class Signal { Interruption, Termination };
+
+    /// Whether a program can be sent signals; where not, it is killed instead.
+    static bool hasSignals();
+
     /// The signal, and the exit code; -1 for a crash.
-    int stop(int signal);
+    int stop(Signal signal);
+    /// Ends it as a person does, or kills it where there are no signals; false when it crashed.
+    bool end();
     int waitForEnd();
     void kill();
 
 private:
+    void send(Signal signal) const;
+
     QProcess m_process;
     QByteArray m_output;
     QByteArray m_log;
