@@ -12,6 +12,8 @@
 
 #include <functional>
 
+class QProcess;
+
 namespace KODMS::Tests {
 
 /// What one run of kodms-admin left behind.
@@ -42,6 +44,9 @@ public:
     AdminRun run(const QStringList &arguments, const QByteArray &input = {}) const;
     /// The same with --json.
     AdminRun runJson(const QStringList &arguments, const QByteArray &input = {}) const;
+    /// Whether a program can be given a terminal, and the termination signal: the next four.
+    static bool hasTerminals();
+
     /// The same with a terminal on standard input, on which `typed` is typed. What the terminal
     /// showed (questions go elsewhere, so: the echo) is in `shown`.
     AdminRun runOnTerminal(const QStringList &arguments, const QByteArray &typed,
@@ -92,6 +97,9 @@ public:
     QStringList extraEnvironment; ///< NAME=value
 
 private:
+    static constexpr int TimeoutMs = 60'000;
+
+    static AdminRun finish(QProcess &process);
     QStringList environment() const;
 
     QTemporaryDir m_dir;

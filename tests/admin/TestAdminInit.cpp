@@ -67,6 +67,8 @@ void TestAdminInit::takesThePasswordFromAFile()
 
 void TestAdminInit::asksOnTheTerminalWithoutShowingThePassword()
 {
+    if (!AdminSandbox::hasTerminals())
+        QSKIP("a program is not interrupted, nor asked at a terminal, here");
     const AdminSandbox sandbox;
     QByteArray shown;
     const AdminRun run = sandbox.runOnTerminal(
@@ -86,6 +88,8 @@ void TestAdminInit::isCancelledAtAQuestion_data()
 
 void TestAdminInit::isCancelledAtAQuestion()
 {
+    if (!AdminSandbox::hasTerminals())
+        QSKIP("a program is not interrupted, nor asked at a terminal, here");
     QFETCH(QString, line);
     const AdminSandbox sandbox;
     const AdminRun run = sandbox.interruptAtQuestion(line.split(QLatin1Char(' ')));
@@ -96,6 +100,8 @@ void TestAdminInit::isCancelledAtAQuestion()
 
 void TestAdminInit::refusesTwoDifferentPasswords()
 {
+    if (!AdminSandbox::hasTerminals())
+        QSKIP("a program is not interrupted, nor asked at a terminal, here");
     const AdminSandbox sandbox;
     QByteArray shown;
     const AdminRun run = sandbox.runOnTerminal(
@@ -140,6 +146,8 @@ void TestAdminInit::refusesAnUnusableAnswer()
 
 void TestAdminInit::asksForNoPasswordInVain()
 {
+    if (!AdminSandbox::hasTerminals())
+        QSKIP("a program is not interrupted, nor asked at a terminal, here");
     const AdminSandbox sandbox;
     QByteArray shown;
     const AdminRun bad = sandbox.runOnTerminal({QStringLiteral("init")}, "the chief\n主管", &shown);
@@ -196,6 +204,7 @@ void TestAdminInit::refusesAFolderItCannotWriteInto()
     const AdminRun run = sandbox.init();
     QVERIFY2(run.code == 1, run.all());
     QVERIFY2(run.errors.contains("place"), run.all());
+#if !defined(Q_OS_WIN) // where a folder's mark says nothing about who may write in it
     QVERIFY(QFile::remove(sandbox.path(QStringLiteral("place"))));
     QVERIFY(QDir().mkpath(sandbox.path(QStringLiteral("place"))));
     const auto readable = QFile::ReadOwner | QFile::ExeOwner;
@@ -206,6 +215,7 @@ void TestAdminInit::refusesAFolderItCannotWriteInto()
     QVERIFY2(locked.code == 1, locked.all());
     QVERIFY2(locked.errors.contains("place"), locked.all());
     QVERIFY(QDir(sandbox.path(QStringLiteral("place"))).isEmpty());
+#endif
 }
 
 void TestAdminInit::printsNothingSecret()
@@ -221,6 +231,9 @@ void TestAdminInit::printsNothingSecret()
 
 void TestAdminInit::whatItMakesIsForItsOwnerOnly()
 {
+#if defined(Q_OS_WIN)
+    QSKIP("new files have the rights of their folder here");
+#endif
     const AdminSandbox sandbox;
     QCOMPARE(sandbox.init().code, 0);
     const auto others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther |

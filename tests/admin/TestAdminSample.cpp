@@ -105,6 +105,8 @@ void TestAdminSample::refusesAnInstallationWithRealWork()
 
 void TestAdminSample::aCancelledSampleAddsNothing()
 {
+    if (!AdminSandbox::hasTerminals())
+        QSKIP("a program is not interrupted, nor asked at a terminal, here");
     const AdminSandbox sandbox;
     QCOMPARE(sandbox.init().code, 0);
     const AdminRun run = sandbox.runAndInterrupt(
