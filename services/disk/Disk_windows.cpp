@@ -147,6 +147,28 @@ BOOL removedFile(const std::wstring &name)
     return FALSE;
 }
 
+/// Whether another program has a file below open. Asked by opening each for us alone, which is
+/// refused then.
+bool isUsedBelow(const Path &folder)
+{
+    std::error_code ignored;
+    for (const Path &child : children(folder, ignored)) {
+        const std::wstring name = native(child);
+        if (isFolderThere(name)) {
+            if (isUsedBelow(child))
+                return true;
+            continue;
+        }
+        const HANDLE opened = ::CreateFileW(name.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                                            FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+        if (opened == INVALID_HANDLE_VALUE && ::GetLastError() == ERROR_SHARING_VIOLATION)
+            return true;
+        if (opened != INVALID_HANDLE_VALUE)
+            ::CloseHandle(opened);
+    }
+    return false;
+}
+
 using CloseFind = BOOL(WINAPI *)(HANDLE);
 
 bool isDots(const wchar_t *name)
@@ -260,6 +282,8 @@ void rename(const Path &from, const Path &to, std::error_code &error)
         error.clear();
     else if (isThere(standing))
         passed(renamedBehindAside(old, name), error);
+    else if (isFolderThere(old) && isUsedBelow(from))
+        setError(error, EBUSY);
 }
 
 bool remove(const Path &path, std::error_code &error)

@@ -33,6 +33,21 @@ bool isTaken(int error)
     return error == ENOTEMPTY || error == EEXIST || error == ENOTDIR;
 }
 
+/// A folder that another program works in keeps its name on some systems: then what is in it goes
+/// alone, and the empty folder is in nobody's way.
+void moveEntry(const QString &entry, const QString &body, const QString &to, std::error_code &error)
+{
+    Disk::rename(fsPath(entry), fsPath(to), error);
+    if (error != std::errc::device_or_resource_busy)
+        return;
+    Disk::createFolders(fsPath(to), error);
+    if (error)
+        return;
+    Disk::rename(fsPath(body), fsPath(to) / fsPath(body).filename(), error);
+    std::error_code ignored;
+    Disk::remove(fsPath(error ? to : entry), ignored);
+}
+
 /// The bytes of `source` in the new file `body`, by sharing blocks where possible.
 Result<StreamSums> copyInto(FileHandle &body, FileHandle &source, Progress &progress)
 {
@@ -181,7 +196,7 @@ Outcome FolderStore::remove(const QString &name)
     const QString trashed =
         m_layout.trash() + QLatin1Char('/') + name + QLatin1Char('@') + FolderLayout::newId();
     std::error_code error;
-    Disk::rename(fsPath(m_layout.entry(name)), fsPath(trashed), error);
+    moveEntry(m_layout.entry(name), stored.value.bodyPath, trashed, error);
     if (error)
         return ioFailure("remove", name, error.value());
     if (!hasLiveHold(m_layout))

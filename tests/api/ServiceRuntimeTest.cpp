@@ -381,9 +381,14 @@ void ServiceRuntimeTest::namesEveryLibraryBehindIt()
         QVERIFY2(!one.licence.isEmpty(), qPrintable(one.name));
     }
     const char *engine = KODMS::Tests::TestDatabase::isServer() ? "PostgreSQL" : "SQLite";
-    for (const char *name : {"Qt", engine, "libarchive", "ISA-L", "libxlsxwriter", "libmongoc",
-                             "OpenSSL", "libsodium"})
+    for (const char *name :
+         {"Qt", engine, "libarchive", "ISA-L", "libxlsxwriter", "libmongoc", "libsodium"})
         QVERIFY2(names.contains(QLatin1String(name)), name);
+#if defined(Q_OS_WIN) // which computes sums itself
+    QVERIFY(!names.contains(QStringLiteral("OpenSSL")));
+#else
+    QVERIFY(names.contains(QStringLiteral("OpenSSL")));
+#endif
 }
 
 int main(int argc, char **argv)

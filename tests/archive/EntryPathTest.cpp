@@ -31,6 +31,11 @@ private Q_SLOTS:
         row("three dots", QStringLiteral("a/..."), QStringLiteral("a/..%2E"), true);
         row("a device of Windows", QStringLiteral("a/con"), QStringLiteral("a/_con"), true);
         row("a device with a suffix", QStringLiteral("AUX.txt"), QStringLiteral("_AUX.txt"), true);
+        row("a device's port", QStringLiteral("COM1/a"), QStringLiteral("_COM1/a"), true);
+        row("a device with two suffixes", QStringLiteral("nul.tar.gz"),
+            QStringLiteral("_nul.tar.gz"), true);
+        row("a device and a blank", QStringLiteral("lpt1 .txt"), QStringLiteral("_lpt1 .txt"),
+            true);
         row("nearly a device", QStringLiteral("console"), QStringLiteral("console"));
         row("a trailing dot", QStringLiteral("a./b"), QStringLiteral("a%2E/b"), true);
         row("a trailing blank", QStringLiteral("a "), QStringLiteral("a%20"), true);

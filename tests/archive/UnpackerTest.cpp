@@ -71,6 +71,33 @@ class UnpackerTest : public QObject {
 
 private Q_SLOTS:
 
+    /// What Windows keeps for itself, or would cut, arrives under another name everywhere.
+    void namesThatWindowsDoesNotHold()
+    {
+        const QTemporaryDir dir;
+        const QString target = dir.filePath(QStringLiteral("料号"));
+        QVERIFY(writeFile(dir.filePath(QStringLiteral("sent")), rawZip({{"CON", "1"},
+                                                                        {"layers/nul.txt", "2"},
+                                                                        {"COM1/aux.h", "3"},
+                                                                        {"steps./end ", "4"},
+                                                                        {"now:what", "5"},
+                                                                        {"console", "6"}})));
+        NoProgress progress;
+        const auto unpacked =
+            unpackArchive(dir.filePath(QStringLiteral("sent")), target, {}, progress);
+        QVERIFY2(unpacked, qPrintable(unpacked.text()));
+        QCOMPARE(unpacked.value, qint64{6});
+        auto tree = treeOf(target);
+        QCOMPARE(tree.take(QStringLiteral("_CON")), QByteArray("1"));
+        QCOMPARE(tree.take(QStringLiteral("layers/_nul.txt")), QByteArray("2"));
+        QCOMPARE(tree.take(QStringLiteral("_COM1/_aux.h")), QByteArray("3"));
+        QCOMPARE(tree.take(QStringLiteral("steps%2E/end%20")), QByteArray("4"));
+        QCOMPARE(tree.take(QStringLiteral("now%3Awhat")), QByteArray("5"));
+        QCOMPARE(tree.take(QStringLiteral("console")), QByteArray("6"));
+        for (const QByteArray &rest : qAsConst(tree))
+            QCOMPARE(rest, QByteArray("/")); // the folders
+    }
+
     void init()
     {
         m_dir = std::make_unique<QTemporaryDir>();
