@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/filestore/support/OwnServer.h"
 
+#include "tests/filestore/support/ServerSignals.h"
+
 #include <QFile>
 #include <QProcess>
 #include <QThread>
 #include <QUrl>
-
-#include <csignal>
 
 namespace KODMS::Tests {
 
@@ -20,12 +20,6 @@ bool isRunning(qint64 process)
 {
     QFile commandLine(QStringLiteral("/proc/%1/cmdline").arg(process));
     return commandLine.open(QIODevice::ReadOnly) && !commandLine.readAll().isEmpty();
-}
-
-void sendSignal(qint64 process, int number)
-{
-    if (process > 0)
-        ::kill(static_cast<pid_t>(process), number);
 }
 
 } // namespace
@@ -66,19 +60,19 @@ qint64 OwnServer::process() const
 void OwnServer::kill()
 {
     const qint64 running = process();
-    sendSignal(running, SIGKILL);
+    signalServer(running, ServerSignal::Kill);
     while (running > 0 && isRunning(running))
         QThread::msleep(10);
 }
 
 void OwnServer::pause()
 {
-    sendSignal(process(), SIGSTOP);
+    signalServer(process(), ServerSignal::Stop);
 }
 
 void OwnServer::resume()
 {
-    sendSignal(process(), SIGCONT);
+    signalServer(process(), ServerSignal::Continue);
 }
 
 QString OwnServer::uri() const
