@@ -10,6 +10,10 @@
 #include <QProcess>
 #include <QTest>
 
+#include <windows.h>
+
+#include <shlobj.h>
+
 using namespace KODMS::Services;
 
 /// Where a user's configuration and data are when nobody has said where: in the folder of the
@@ -34,7 +38,9 @@ private:
 /// A folder that was there before is somebody's.
 void UserFoldersTest::initTestCase()
 {
-    const QString local = QDir::fromNativeSeparators(qEnvironmentVariable("LOCALAPPDATA"));
+    wchar_t known[MAX_PATH] = {}; // the variable of that name may be another user's under wine
+    ::SHGetFolderPathW(nullptr, CSIDL_LOCAL_APPDATA, nullptr, SHGFP_TYPE_CURRENT, known);
+    const QString local = QDir::fromNativeSeparators(QString::fromWCharArray(known));
     QVERIFY(QDir::isAbsolutePath(local));
     QVERIFY2(local.endsWith(QStringLiteral("/AppData/Local")), qPrintable(local));
     if (QFileInfo::exists(local + QStringLiteral("/kodms")))
