@@ -42,6 +42,13 @@ endfunction()
 set(KODMS_TEST_SERVER_FOLDER "${CMAKE_BINARY_DIR}/tests/postgres/running")
 set(KODMS_TEST_SERVER "${KODMS_TEST_SERVER_FOLDER}/server")
 
+# The zone of the factory. The C library of Windows knows zones by their difference only.
+if(WIN32)
+  set(KODMS_TEST_ZONE CST-8)
+else()
+  set(KODMS_TEST_ZONE Asia/Shanghai)
+endif()
+
 # The tests in which threads of ours meet: what ThreadSanitizer looks at.
 set(KODMS_THREADED_TESTS "^(tasks|notices|disk|filestore|archive|search|common|ui)[.]|^e2e[.].*Download")
 add_custom_target(kodms_threaded_tests)
@@ -72,7 +79,7 @@ function(kodms_add_test name)
   # process that was killed has left some under the same number.
   set_tests_properties(${name} PROPERTIES
     LABELS "${label}" TIMEOUT ${ARG_TIMEOUT}
-    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=Asia/Shanghai;QT_LOGGING_RULES=kodms.*.info=false;QTEST_FUNCTION_TIMEOUT=${function_ms};MONGOC_DISABLE_SHM=1")
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=${KODMS_TEST_ZONE};QT_LOGGING_RULES=kodms.*.info=false;QTEST_FUNCTION_TIMEOUT=${function_ms};MONGOC_DISABLE_SHM=1")
 endfunction()
 
 # kodms_run_on_postgres([LONG] NAME...): runs the same executables once more, as NAME.postgres, on

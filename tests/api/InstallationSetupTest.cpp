@@ -97,7 +97,8 @@ void InstallationSetupTest::refusesAnExistingInstallation()
     const Outcome again = InstallationSetup::init(m_home->iniPath(), QStringLiteral("other"),
                                                   QStringLiteral("X"), Installation::password());
     QVERIFY(!again);
-    QVERIFY2(again.text.contains(m_home->databaseName()), qPrintable(again.text));
+    QVERIFY2(again.text.contains(QDir::toNativeSeparators(m_home->databaseName())),
+             qPrintable(again.text));
     QVERIFY(ServiceRuntime::instance().start(m_home->iniPath()));
     QVERIFY(SignIn::signIn(Installation::login(), Installation::password()));
 }
@@ -262,10 +263,12 @@ void InstallationSetupTest::expectAnAccountForEachRole(const QVector<SampleAccou
 void InstallationSetupTest::expectForTheirOwnerOnly()
 {
     const QFileInfo file(sample() + QStringLiteral("/accounts.txt"));
+    QVERIFY(file.exists());
+#if !defined(Q_OS_WIN) // where rights are not kept in modes
     const auto others = QFileDevice::ReadGroup | QFileDevice::WriteGroup | QFileDevice::ReadOther |
                         QFileDevice::WriteOther;
-    QVERIFY(file.exists());
     QCOMPARE(int(file.permissions() & others), 0);
+#endif
 }
 
 void InstallationSetupTest::samplePasswordsAreMadeAtRandom()

@@ -11,9 +11,9 @@
 #include "tests/support/NoticeLog.h"
 #include "tests/support/PlainConnection.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/UnixTricks.h"
 
 #include <QDir>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -100,10 +100,8 @@ private Q_SLOTS:
         QFETCH(QString, name);
         QFETCH(QString, text);
         QFETCH(bool, warns);
-        QProcess shell;
-        shell.setWorkingDirectory(QFileInfo(m_good).path());
-        shell.start(QStringLiteral("sh"), {QStringLiteral("-c"), command});
-        QVERIFY(shell.waitForFinished() && shell.exitCode() == 0);
+        if (!runInShell(QFileInfo(m_good).path(), command))
+            QSKIP("there is no shell here");
         IntakeRequest request = good();
         request.path = name.isEmpty() ? QString() : QFileInfo(m_good).dir().absoluteFilePath(name);
         refused(request, text, warns);
@@ -254,12 +252,18 @@ private Q_SLOTS:
 
     void aFileThatVanishes()
     {
+#if defined(Q_OS_WIN)
+        QSKIP("a file that is being read stays where it is");
+#endif
         MeddlingProgress progress([this] { QVERIFY(QFile::remove(m_good)); });
         refused(good(), QStringLiteral("不存在"), true, &progress);
     }
 
     void aFileReplacedBetweenReadingAndStoring()
     {
+#if defined(Q_OS_WIN)
+        QSKIP("a file that is being read stays where it is");
+#endif
         MeddlingProgress progress([this] {
             QVERIFY(QFile::remove(m_good));
             QVERIFY(writeFile(m_good, rawZip({{"b", "12"}})));

@@ -98,7 +98,7 @@ void ServiceRuntimeTest::startsAndStops()
     m_home->initAndStart();
     QVERIFY(runtime().isRunning());
     QCOMPARE(runtime().configPath(), m_home->iniPath());
-    QVERIFY(runtime().databaseText().endsWith(m_home->databaseName()));
+    QVERIFY(runtime().databaseText().endsWith(QDir::toNativeSeparators(m_home->databaseName())));
     QVERIFY(!runtime().fileStoreText().isEmpty());
     QVERIFY(runtime().schemaVersion() >= 1);
     QVERIFY(!runtime().isSample());
@@ -133,8 +133,10 @@ void ServiceRuntimeTest::withoutAnInstallationItNamesTheWayOut()
     const Outcome first = runtime().start();
     QVERIFY(!first);
     QVERIFY2(first.text.contains(QStringLiteral("kodms-admin init")), qPrintable(first.text));
+#if !defined(Q_OS_WIN) // where the user's folders cannot be moved
     QVERIFY(QFile::exists(m_home->path("config/kodms/kodms.ini")));
     QVERIFY(!QFile::exists(m_home->path("data/kodms/kodms.db")));
+#endif
 }
 
 void ServiceRuntimeTest::aBadConfigurationIsTold_data()
@@ -297,8 +299,10 @@ void ServiceRuntimeTest::aBodyThatAnotherProgramRemoved()
     const auto other = FileStore::create(Runtime::current()->configuration().fileStore);
     QVERIFY(other.value->remove(QStringLiteral("gone.zip")));
     QVERIFY(files.removeBody(QStringLiteral("gone.zip")));
+#if !defined(Q_OS_WIN) // where a folder in use cannot be taken away
     QVERIFY(QDir(Runtime::current()->configuration().fileStore.root).removeRecursively());
     QVERIFY(!files.removeBody(QStringLiteral("gone.zip")));
+#endif
 }
 
 void ServiceRuntimeTest::theChangeLogDoesNotGrowForEver()

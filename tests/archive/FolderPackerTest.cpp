@@ -4,9 +4,9 @@
 #include "services/archive/Unpacker.h"
 #include "tests/archive/SampleArchives.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/UnixTricks.h"
 
 #include <QDir>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -128,14 +128,15 @@ private Q_SLOTS:
     {
         QFETCH(QString, command);
         QFETCH(QString, named);
-        runInFolder(command);
+        if (!runInShell(m_folder, command))
+            QSKIP("there is no shell here");
         const auto packed = packFolder(m_folder, m_zip, m_limits, m_progress);
         QVERIFY(!packed);
         QVERIFY2(packed.text().contains(named), qPrintable(packed.text()));
         QVERIFY(!QFileInfo::exists(m_zip));
         // Qt cannot remove what it cannot name.
         QVERIFY(QDir().mkpath(m_folder));
-        runInFolder(QStringLiteral("rm -rf -- *"));
+        runInShell(m_folder, QStringLiteral("rm -rf -- *"));
     }
 
     /// What is packed must be fit to be unpacked under the same limits.
@@ -195,15 +196,6 @@ private Q_SLOTS:
     }
 
 private:
-    void runInFolder(const QString &command)
-    {
-        QProcess shell;
-        shell.setWorkingDirectory(m_folder);
-        shell.start(QStringLiteral("sh"), {QStringLiteral("-c"), command});
-        QVERIFY(shell.waitForFinished());
-        QCOMPARE(shell.exitCode(), 0);
-    }
-
     std::unique_ptr<QTemporaryDir> m_dir;
     QString m_folder;
     QString m_zip;

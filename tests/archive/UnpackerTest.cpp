@@ -281,7 +281,8 @@ private Q_SLOTS:
     void aTargetBehindALink()
     {
         QVERIFY(QDir().mkpath(m_dir->filePath(QStringLiteral("real/downloads"))));
-        QVERIFY(QFile::link(m_dir->filePath(QStringLiteral("real/downloads")), m_target));
+        if (!makeLink(m_dir->filePath(QStringLiteral("real/downloads")), m_target))
+            QSKIP("there are no links here");
         QVERIFY(writeFile(m_archive, rawZip({{"a", "1"}})));
         QVERIFY(unpackArchive(m_archive, m_target, LimitSettings(), m_progress));
         QCOMPARE(treeOf(m_dir->filePath(QStringLiteral("real"))),

@@ -65,6 +65,9 @@ void ConfigurationTest::init()
 
 void ConfigurationTest::createsTheUsersFileOnTheFirstRun()
 {
+#if defined(Q_OS_WIN)
+    QSKIP("the user's folders cannot be moved here; windows.UserFolders looks at them");
+#endif
     const auto loaded = Configuration::load({});
     QVERIFY2(loaded, qPrintable(loaded.text()));
     QCOMPARE(loaded.value.filePath, path("config/kodms/kodms.ini"));
@@ -272,6 +275,9 @@ void ConfigurationTest::refusesAFolderInPlaceOfTheFile()
 
 void ConfigurationTest::refusesAnUnreadableFile()
 {
+#if defined(Q_OS_WIN)
+    QSKIP("rights are not kept in modes here");
+#endif
     const QString file = write("[robot]\nport = 81\n");
     QVERIFY(QFile::setPermissions(file, QFileDevice::Permissions()));
     const KODMS::Tests::WithoutPrivilege ordinary;

@@ -238,7 +238,9 @@ void ExportDeskLifeTest::headerClicksSortWhatIsShown()
 {
     ExportUser user;
     QStringList sorted = user.column(ExportUser::JobName);
-    std::sort(sorted.begin(), sorted.end());
+    std::sort(sorted.begin(), sorted.end(), [](const QString &left, const QString &right) {
+        return left.localeAwareCompare(right) < 0; // as tables do
+    });
     user.clickHeader(ExportUser::JobName);
     QCOMPARE(user.column(ExportUser::JobName), sorted);
     user.clickHeader(ExportUser::JobName);

@@ -7,6 +7,7 @@
 #include "tests/support/NoticeLog.h"
 #include "tests/support/PlainConnection.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/UnixTricks.h"
 
 #include <QDir>
 #include <QFile>
@@ -424,7 +425,9 @@ void JobImportTest::whatIsNoJobIsRefused()
     QFETCH(QString, said);
     const QString board = m_home->boardArchive();
     QVERIFY(QFile::copy(board, m_home->house.path(QStringLiteral("board.kos"))));
-    QVERIFY(QFile::link(board, m_home->house.path(QStringLiteral("link.tgz"))));
+    if (!makeLink(board, m_home->house.path(QStringLiteral("link.tgz"))) &&
+        name.startsWith(QLatin1String("link")))
+        QSKIP("there are no links here");
     NoProgress progress;
     const auto read = ReadJob::at(m_home->house.path(name), LimitSettings(), progress);
     QVERIFY(!read);

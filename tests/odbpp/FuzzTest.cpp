@@ -7,12 +7,11 @@
 #include "tests/archive/SampleArchives.h"
 #include "tests/odbpp/support/JobFiles.h"
 #include "tests/odbpp/support/Mutator.h"
+#include "tests/support/ProcessorTime.h"
 #include "tests/support/TestMain.h"
 
 #include <QTemporaryDir>
 #include <QTest>
-
-#include <ctime>
 
 using namespace KODMS::Services;
 using namespace KODMS::Tests;
@@ -61,15 +60,15 @@ private:
 
     double m_seconds = 60;
     quint32 m_seed = 1;
-    std::clock_t m_begin = 0;
+    double m_begin = 0;
     QVector<QByteArray> m_texts;
 };
 
 namespace {
 
-double secondsSince(std::clock_t begin)
+double secondsSince(double begin)
 {
-    return static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
+    return processorTime() - begin;
 }
 
 qint64 countOf(const FeatureReader &reader)
@@ -106,7 +105,7 @@ void FuzzTest::initTestCase()
 
 void FuzzTest::begin()
 {
-    m_begin = std::clock();
+    m_begin = processorTime();
 }
 
 bool FuzzTest::hasTime(double share) const
@@ -140,7 +139,7 @@ void FuzzTest::fuzz(const QVector<QByteArray> &seeds, double share, bool isPacke
     qint64 accepted = 0;
     for (begin(); hasTime(share); ++rounds) {
         const QByteArray bytes = mutator.next();
-        const std::clock_t start = std::clock();
+        const double start = processorTime();
         const Answer whole = read<Reader>(bytes, qMax(1, bytes.size()));
         const Answer pieces = read<Reader>(bytes, 1 + mutator.below(40));
         QVERIFY2(secondsSince(start) < MostSeconds, qPrintable(QString::number(rounds)));
@@ -193,7 +192,7 @@ void FuzzTest::archives()
     qint64 accepted = 0;
     for (begin(); hasTime(0.2); ++rounds) {
         QVERIFY(writeFile(path, mutator.next()));
-        const std::clock_t start = std::clock();
+        const double start = processorTime();
         NoProgress progress;
         const auto job = readOdbJob(path, LimitSettings(), progress);
         QVERIFY2(secondsSince(start) < MostSeconds, qPrintable(QString::number(rounds)));

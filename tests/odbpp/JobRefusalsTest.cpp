@@ -5,6 +5,7 @@
 #include "tests/archive/SampleArchives.h"
 #include "tests/odbpp/support/JobFiles.h"
 #include "tests/support/TestMain.h"
+#include "tests/support/UnixTricks.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -274,7 +275,8 @@ void JobRefusalsTest::linksInAFolder()
 {
     QTemporaryDir dir;
     writeJob(dir.path(), boardFiles());
-    QVERIFY(QFile::link(QStringLiteral("/etc/passwd"), dir.filePath(QStringLiteral("board/link"))));
+    if (!makeLink(QStringLiteral("/etc/passwd"), dir.filePath(QStringLiteral("board/link"))))
+        QSKIP("there are no links here");
     NoProgress progress;
     const auto job = readOdbJob(dir.filePath(QStringLiteral("board")), {}, progress);
     QVERIFY(!job);

@@ -26,6 +26,12 @@ std::optional<int> exitCodeOfCopy(const std::function<int()> &work);
 /// run it, where that cannot be had.
 bool withoutDescriptors(const std::function<void()> &work);
 
+/// Runs the line in the system's shell, in that folder. False where there is no such shell.
+bool runInShell(const QString &folder, const QString &line);
+
+/// False where a link cannot be made, or is none to the system.
+bool makeLink(const QString &target, const QString &path);
+
 /// False where a folder cannot hold a pipe.
 bool makePipe(const QString &path);
 

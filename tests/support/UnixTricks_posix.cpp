@@ -3,6 +3,7 @@
 #include "tests/support/UnixTricks.h"
 
 #include <QFile>
+#include <QProcess>
 
 #include <csignal>
 #include <cstdlib>
@@ -49,6 +50,21 @@ bool withoutDescriptors(const std::function<void()> &work)
     work();
     ::setrlimit(RLIMIT_NOFILE, &before);
     return true;
+}
+
+bool runInShell(const QString &folder, const QString &line)
+{
+    QProcess shell;
+    shell.setWorkingDirectory(folder);
+    shell.start(QStringLiteral("sh"), {QStringLiteral("-c"), line});
+    if (!shell.waitForFinished() || shell.exitCode() != 0)
+        qFatal("the shell could not: %s", qPrintable(line));
+    return true;
+}
+
+bool makeLink(const QString &target, const QString &path)
+{
+    return QFile::link(target, path);
 }
 
 bool makePipe(const QString &path)

@@ -30,6 +30,17 @@ bool withoutDescriptors(const std::function<void()> &)
     return false;
 }
 
+bool runInShell(const QString &, const QString &)
+{
+    return false;
+}
+
+/// Qt would make a file that only the desktop takes for a link.
+bool makeLink(const QString &, const QString &)
+{
+    return false;
+}
+
 bool makePipe(const QString &)
 {
     return false;

@@ -250,6 +250,9 @@ void RaisePicturesTest::aTooLargePictureIsRefused()
 
 void RaisePicturesTest::aHostileNameIsOnlyShown()
 {
+#if defined(Q_OS_WIN)
+    QSKIP("no file can have such a name here");
+#endif
     const QString name = QStringLiteral("<b>a\n\u202Egnp;..%2fb.png");
     drop({m_home->file(name)});
     const QString shown = QStringLiteral("<b>a??gnp;..%2fb.png");

@@ -25,8 +25,7 @@ bool addFile(archive *target, const QString &name, const QByteArray &content)
 {
     const std::unique_ptr<archive_entry, void (*)(archive_entry *)> entry(archive_entry_new(),
                                                                           &archive_entry_free);
-    const QByteArray path = name.toUtf8();
-    archive_entry_set_pathname_utf8(entry.get(), path.constData());
+    archive_entry_copy_pathname_w(entry.get(), name.toStdWString().c_str());
     archive_entry_set_filetype(entry.get(), AE_IFREG);
     archive_entry_set_perm(entry.get(), 0644);
     archive_entry_set_size(entry.get(), content.size());
