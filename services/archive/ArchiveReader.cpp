@@ -234,8 +234,8 @@ Outcome ArchiveReader::describe(archive_entry *raw, ArchiveEntry &entry)
         return Outcome::failure(ArchiveReaderTexts::encrypted(m_path),
                                 QStringLiteral("%1 is encrypted").arg(m_path));
     entry.kind = kindOf(raw);
-    const auto name = entryName(raw, m_type, m_names);
-    const auto target = entryLink(raw, m_type, m_names);
+    const auto name = entryName(raw, m_names);
+    const auto target = entryLink(raw, m_names);
     if (!name || !target)
         return Outcome::failure(
             ArchiveReaderTexts::badName(m_path),

@@ -8,13 +8,13 @@ namespace KODMS::Services {
 
 // Here the library gives the bytes that stand in the archive, or UTF-8 where those are UTF-16.
 
-std::optional<QString> entryName(archive_entry *entry, ArchiveType, const EntryNames &names)
+std::optional<QString> entryName(archive_entry *entry, const EntryNames &names)
 {
     const char *bytes = archive_entry_pathname(entry);
     return bytes ? names.decode(bytes) : std::nullopt;
 }
 
-std::optional<QString> entryLink(archive_entry *entry, ArchiveType, const EntryNames &names)
+std::optional<QString> entryLink(archive_entry *entry, const EntryNames &names)
 {
     if (const char *target = archive_entry_hardlink(entry))
         return names.decode(target);

@@ -5,46 +5,91 @@
 #include <archive_entry.h>
 
 #include <algorithm>
+#include <clocale>
+#include <memory>
+#include <string>
 
 namespace KODMS::Services {
 
 namespace {
 
-/// Whether each character stands for one byte.
-bool isBytewise(const QString &text)
+/// One text of an entry in the three shapes in which the library hands it out.
+struct Shapes {
+    const char *(*bytes)(archive_entry *);
+    const wchar_t *(*wide)(archive_entry *);
+    const char *(*utf8)(archive_entry *);
+};
+
+constexpr Shapes Pathname{archive_entry_pathname, archive_entry_pathname_w,
+                          archive_entry_pathname_utf8};
+constexpr Shapes Hardlink{archive_entry_hardlink, archive_entry_hardlink_w,
+                          archive_entry_hardlink_utf8};
+constexpr Shapes Symlink{archive_entry_symlink, archive_entry_symlink_w,
+                         archive_entry_symlink_utf8};
+
+/// This thread's code page while it lives; locales are one thread's own then (Utf8Locale).
+class CodePage {
+public:
+    explicit CodePage(const char *name) : m_before(std::setlocale(LC_CTYPE, nullptr))
+    {
+        std::setlocale(LC_CTYPE, name);
+    }
+
+    ~CodePage() { std::setlocale(LC_CTYPE, m_before.c_str()); }
+
+    Q_DISABLE_COPY_MOVE(CodePage)
+
+private:
+    std::string m_before;
+};
+
+/// What a copy of the entry gives in that code page; the library remembers what it has turned.
+QByteArray bytesIn(const char *codePage, archive_entry *entry, const Shapes &shapes)
 {
-    return std::all_of(text.cbegin(), text.cend(), [](QChar c) { return c.unicode() <= 0xff; });
+    const CodePage here(codePage);
+    const std::unique_ptr<archive_entry, void (*)(archive_entry *)> copy(archive_entry_clone(entry),
+                                                                         archive_entry_free);
+    return copy ? QByteArray(shapes.bytes(copy.get())) : QByteArray();
 }
 
-/// Here the library turns what it knows to be Unicode into UTF-16, and leaves other bytes alone;
-/// then it hands out each in the other's shape too, a byte a character (see Utf8Locale), and does
-/// not tell which of them stood in the archive. Only a 7z always has UTF-16. Else bytes are read
-/// as on every system, unless characters stand there that no byte becomes.
-std::optional<QString> textOf(const char *bytes, const wchar_t *wide, ArchiveType type,
-                              const EntryNames &names)
+bool isAscii(const QByteArray &bytes)
 {
-    const QString text = QString::fromWCharArray(wide ? wide : L"");
-    if (bytes && type != ArchiveType::SevenZip && isBytewise(text))
-        if (auto decoded = names.decode(bytes))
-            return decoded;
-    return wide ? std::optional<QString>(text) : std::nullopt;
+    return std::all_of(bytes.cbegin(), bytes.cend(), [](char byte) { return byte >= 0; });
+}
+
+/// Here the library turns what it knows to be Unicode into UTF-16 (or keeps it as UTF-8) and leaves
+/// other bytes alone, but does not tell which of them stood in the archive: it turns each into the
+/// other by the code page when it is asked. Bytes that are the same in two code pages are the
+/// archive's own, and are read as on every system.
+std::optional<QString> textOf(archive_entry *entry, const Shapes &shapes, const EntryNames &names)
+{
+    const QByteArray bytes = bytesIn("C", entry, shapes);
+    if (!bytes.isNull() && (isAscii(bytes) || bytes == bytesIn(".936", entry, shapes)))
+        return names.decode(bytes);
+    if (const wchar_t *wide = shapes.wide(entry))
+        return QString::fromWCharArray(wide);
+    if (const char *utf8 = shapes.utf8(entry))
+        return names.decode(utf8);
+    return std::nullopt;
 }
 
 } // namespace
 
-std::optional<QString> entryName(archive_entry *entry, ArchiveType type, const EntryNames &names)
+std::optional<QString> entryName(archive_entry *entry, const EntryNames &names)
 {
-    return textOf(archive_entry_pathname(entry), archive_entry_pathname_w(entry), type, names);
+    return textOf(entry, Pathname, names);
 }
 
-std::optional<QString> entryLink(archive_entry *entry, ArchiveType type, const EntryNames &names)
+std::optional<QString> entryLink(archive_entry *entry, const EntryNames &names)
 {
-    const wchar_t *hard = archive_entry_hardlink_w(entry);
-    if (hard || archive_entry_hardlink(entry))
-        return textOf(archive_entry_hardlink(entry), hard, type, names);
-    if (archive_entry_filetype(entry) != AE_IFLNK)
-        return QString();
-    return textOf(archive_entry_symlink(entry), archive_entry_symlink_w(entry), type, names);
+    if (archive_entry_filetype(entry) == AE_IFLNK)
+        return textOf(entry, Symlink, names);
+    const std::unique_ptr<archive_entry, void (*)(archive_entry *)> copy(archive_entry_clone(entry),
+                                                                         archive_entry_free);
+    const bool isLink = copy && (archive_entry_hardlink(copy.get()) != nullptr ||
+                                 archive_entry_hardlink_w(copy.get()) != nullptr ||
+                                 archive_entry_hardlink_utf8(copy.get()) != nullptr);
+    return isLink ? textOf(entry, Hardlink, names) : QString();
 }
 
 } // namespace KODMS::Services

@@ -42,6 +42,7 @@ private Q_SLOTS:
 
     void init()
     {
+        m_file = FileHandle(); // some systems keep the folder of a file that is open
         m_dir = std::make_unique<QTemporaryDir>();
         auto created = FileHandle::createNew(path("a.zip"));
         QVERIFY(created);

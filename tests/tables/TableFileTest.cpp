@@ -178,7 +178,8 @@ void TableFileTest::rowsOfASheetWaitBesideIt()
 void TableFileTest::givenUpItLeavesNothing()
 {
     QFETCH(TableFile::Format, format);
-    const int handlesBefore = QDir(QStringLiteral("/proc/self/fd")).entryList().size();
+    const auto handles = [] { return QDir(QStringLiteral("/proc/self/fd")).entryList().size(); };
+    [[maybe_unused]] const int handlesBefore = handles();
     {
         const auto file = TableFile::create(path("list"), format, columns());
         QVERIFY(file);
@@ -187,7 +188,9 @@ void TableFileTest::givenUpItLeavesNothing()
         QVERIFY(!QFile::exists(path("list")));
     }
     QCOMPARE(files(), QStringList());
-    QCOMPARE(QDir(QStringLiteral("/proc/self/fd")).entryList().size(), handlesBefore);
+#if defined(Q_OS_LINUX) // which tells what is open
+    QCOMPARE(handles(), handlesBefore);
+#endif
 }
 
 void TableFileTest::aFullDiskLeavesWhatStoodThere_data()

@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/tables/support/TableReaders.h"
 
-#include "services/disk/OpenArchive.h"
-
 #include <QFile>
 #include <QRegularExpression>
 #include <QXmlStreamReader>
@@ -70,11 +68,18 @@ QString unescaped(QString text)
 
 QByteArray entryOf(const QString &path, const QByteArray &wanted, QString *problem)
 {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        *problem = file.errorString();
+        return {};
+    }
+    const QByteArray bytes = file.readAll();
     archive *reader = archive_read_new();
     archive_read_support_format_zip(reader);
     QByteArray found;
     archive_entry *entry = nullptr;
-    if (Services::openArchive(reader, path, BlockSize) != ARCHIVE_OK)
+    if (archive_read_open_memory(reader, bytes.constData(),
+                                 static_cast<std::size_t>(bytes.size())) != ARCHIVE_OK)
         *problem = QString::fromUtf8(archive_error_string(reader));
     while (problem->isEmpty() && archive_read_next_header(reader, &entry) == ARCHIVE_OK) {
         if (archive_entry_pathname(entry) != wanted)
