@@ -5,6 +5,7 @@
 #include <archive_entry.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <clocale>
 #include <memory>
 #include <string>
@@ -44,11 +45,13 @@ private:
 };
 
 /// What a copy of the entry gives in that code page; the library remembers what it has turned.
+/// Where it cannot turn it, an errno from before would make it end the program for want of memory.
 QByteArray bytesIn(const char *codePage, archive_entry *entry, const Shapes &shapes)
 {
     const CodePage here(codePage);
     const std::unique_ptr<archive_entry, void (*)(archive_entry *)> copy(archive_entry_clone(entry),
                                                                          archive_entry_free);
+    errno = 0;
     return copy ? QByteArray(shapes.bytes(copy.get())) : QByteArray();
 }
 
@@ -66,6 +69,7 @@ std::optional<QString> textOf(archive_entry *entry, const Shapes &shapes, const 
     const QByteArray bytes = bytesIn("C", entry, shapes);
     if (!bytes.isNull() && (isAscii(bytes) || bytes == bytesIn(".936", entry, shapes)))
         return names.decode(bytes);
+    errno = 0;
     if (const wchar_t *wide = shapes.wide(entry))
         return QString::fromWCharArray(wide);
     if (const char *utf8 = shapes.utf8(entry))
@@ -86,6 +90,7 @@ std::optional<QString> entryLink(archive_entry *entry, const EntryNames &names)
         return textOf(entry, Symlink, names);
     const std::unique_ptr<archive_entry, void (*)(archive_entry *)> copy(archive_entry_clone(entry),
                                                                          archive_entry_free);
+    errno = 0;
     const bool isLink = copy && (archive_entry_hardlink(copy.get()) != nullptr ||
                                  archive_entry_hardlink_w(copy.get()) != nullptr ||
                                  archive_entry_hardlink_utf8(copy.get()) != nullptr);

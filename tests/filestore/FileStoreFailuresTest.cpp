@@ -24,7 +24,7 @@ private Q_SLOTS:
         m_source = m_dir->filePath(QStringLiteral("source"));
         m_target = m_dir->filePath(QStringLiteral("got/target"));
         QVERIFY(QDir().mkpath(m_dir->filePath(QStringLiteral("got"))));
-        QVERIFY(writeFile(m_source, QByteArray(3 * 1024 * 1024, 's')));
+        QVERIFY(writeBytes(m_source, QByteArray(3 * 1024 * 1024, 's')));
         m_place = std::make_unique<StoreUnderTest>();
         m_store = opened();
         QVERIFY(m_store);

@@ -28,7 +28,7 @@ private Q_SLOTS:
         m_dir = std::make_unique<QTemporaryDir>();
         m_source = m_dir->filePath(QStringLiteral("source.tgz"));
         m_target = m_dir->filePath(QStringLiteral("target.tgz"));
-        QVERIFY(writeFile(m_source, m_content));
+        QVERIFY(writeBytes(m_source, m_content));
         m_place = std::make_unique<StoreUnderTest>();
         m_store = opened();
         QVERIFY(m_store);
@@ -61,7 +61,7 @@ private Q_SLOTS:
 
     void anEmptyFileIsAFile()
     {
-        QVERIFY(writeFile(m_source, QByteArray()));
+        QVERIFY(writeBytes(m_source, QByteArray()));
         put(QStringLiteral("empty"));
         QVERIFY(m_store->get(QStringLiteral("empty"), m_target, m_progress));
         QCOMPARE(QFileInfo(m_target).size(), qint64{0});
@@ -73,7 +73,7 @@ private Q_SLOTS:
         QByteArray large;
         for (int i = 0; large.size() < 5 * 1024 * 1024 + 17; ++i)
             large += QByteArray::number(i);
-        QVERIFY(writeFile(m_source, large));
+        QVERIFY(writeBytes(m_source, large));
         put(QStringLiteral("large"));
         QVERIFY(m_store->verify(QStringLiteral("large"), m_progress));
         QVERIFY(m_store->get(QStringLiteral("large"), m_target, m_progress));
@@ -83,7 +83,7 @@ private Q_SLOTS:
     void aSecondPutUnderTheSameNameIsRefused()
     {
         put(QStringLiteral("a.tgz"));
-        QVERIFY(writeFile(m_source, "other"));
+        QVERIFY(writeBytes(m_source, "other"));
         const Outcome again = m_store->put(m_source, QStringLiteral("a.tgz"), m_progress);
         QVERIFY(!again);
         QVERIFY(again.text.contains(QStringLiteral("a.tgz")));
@@ -99,7 +99,7 @@ private Q_SLOTS:
         std::vector<std::thread> threads;
         std::array<bool, Writers> done{};
         for (int i = 0; i < Writers; ++i)
-            QVERIFY(writeFile(m_source + QString::number(i), QByteArray::number(i)));
+            QVERIFY(writeBytes(m_source + QString::number(i), QByteArray::number(i)));
         for (int i = 0; i < Writers; ++i)
             threads.emplace_back([this, i, &done] {
                 const auto store = opened();
@@ -239,7 +239,7 @@ private Q_SLOTS:
     {
         put(QStringLiteral("a"));
         QVERIFY(m_store->get(QStringLiteral("a"), m_target, m_progress));
-        QVERIFY(writeFile(m_target, "scribbled over"));
+        QVERIFY(writeBytes(m_target, "scribbled over"));
         QVERIFY(m_store->verify(QStringLiteral("a"), m_progress));
         QCOMPARE(std::filesystem::hard_link_count(fsPath(m_target)), std::uintmax_t{1});
     }
@@ -247,7 +247,7 @@ private Q_SLOTS:
     void whatStandsAtTheDestinationIsReplaced()
     {
         put(QStringLiteral("a"));
-        QVERIFY(writeFile(m_target, QByteArray(100000, 'x')));
+        QVERIFY(writeBytes(m_target, QByteArray(100000, 'x')));
         QVERIFY(m_store->get(QStringLiteral("a"), m_target, m_progress));
         QCOMPARE(bytesOf(m_target), m_content);
     }
@@ -256,7 +256,7 @@ private Q_SLOTS:
     {
         put(QStringLiteral("a"));
         const QString precious = m_dir->filePath(QStringLiteral("precious"));
-        QVERIFY(writeFile(precious, "precious"));
+        QVERIFY(writeBytes(precious, "precious"));
         QVERIFY(QFile::link(precious, m_target));
         QVERIFY(m_store->get(QStringLiteral("a"), m_target, m_progress));
         QCOMPARE(bytesOf(precious), QByteArray("precious"));
@@ -276,7 +276,7 @@ private Q_SLOTS:
     /// A failed fetch must not leave an older file that looks like a fetched one.
     void aFailedGetLeavesNothingAtTheDestination()
     {
-        QVERIFY(writeFile(m_target, "older"));
+        QVERIFY(writeBytes(m_target, "older"));
         QVERIFY(!m_store->get(QStringLiteral("missing"), m_target, m_progress));
         QVERIFY(!QFileInfo::exists(m_target));
     }

@@ -29,7 +29,7 @@ private Q_SLOTS:
         m_source = m_dir->filePath(QStringLiteral("source"));
         m_target = m_dir->filePath(QStringLiteral("got/target"));
         QVERIFY(QDir().mkpath(m_dir->filePath(QStringLiteral("got"))));
-        QVERIFY(writeFile(m_source, QByteArray(3 * 1024 * 1024, 's')));
+        QVERIFY(writeBytes(m_source, QByteArray(3 * 1024 * 1024, 's')));
         m_store = opened();
     }
 
@@ -66,7 +66,7 @@ private Q_SLOTS:
     void aStoreWhoseFolderIsAFile()
     {
         QVERIFY(QDir().mkpath(m_dir->filePath(QStringLiteral("root"))));
-        QVERIFY(writeFile(m_dir->filePath(QStringLiteral("root/db")), "in the way"));
+        QVERIFY(writeBytes(m_dir->filePath(QStringLiteral("root/db")), "in the way"));
         const Outcome put = m_store->put(m_source, m_name, m_progress);
         QVERIFY(!put);
         QVERIFY(!put.text.isEmpty());
@@ -112,8 +112,8 @@ private Q_SLOTS:
     {
         QVERIFY(m_store->put(m_source, m_name, m_progress));
         const QString place = m_dir->filePath(QStringLiteral("root/db/bucket/"));
-        QVERIFY(writeFile(place + QStringLiteral("readme.txt"), "hello"));
-        QVERIFY(writeFile(place + QStringLiteral("files/stray"), "hello"));
+        QVERIFY(writeBytes(place + QStringLiteral("readme.txt"), "hello"));
+        QVERIFY(writeBytes(place + QStringLiteral("files/stray"), "hello"));
         QVERIFY(QDir().mkpath(place + QStringLiteral("files/000/misplaced")));
         QVERIFY(m_store->sweep());
         QCOMPARE(m_store->leftovers().value,

@@ -67,9 +67,9 @@ private Q_SLOTS:
         settings.passwordFile = m_dir.filePath(QStringLiteral("password"));
         settings.uri = QStringLiteral("mongodb://user@127.0.0.1:1/?serverSelectionTimeoutMS=200");
         QVERIFY(FileStore::create(settings).text().contains(settings.passwordFile));
-        QVERIFY(writeFile(settings.passwordFile, "\n"));
+        QVERIFY(writeBytes(settings.passwordFile, "\n"));
         QVERIFY(FileStore::create(settings).text().contains(settings.passwordFile));
-        QVERIFY(writeFile(settings.passwordFile, "geheim\n"));
+        QVERIFY(writeBytes(settings.passwordFile, "geheim\n"));
         const auto lost = FileStore::create(settings);
         QVERIFY(lost.text().contains(QStringLiteral("127.0.0.1:1")));
         QVERIFY(!lost.outcome.cause.contains(QStringLiteral("geheim")));

@@ -32,7 +32,7 @@ private Q_SLOTS:
         m_dir = std::make_unique<QTemporaryDir>();
         m_source = m_dir->filePath(QStringLiteral("source"));
         m_target = m_dir->filePath(QStringLiteral("target"));
-        QVERIFY(writeFile(m_source, m_content));
+        QVERIFY(writeBytes(m_source, m_content));
         m_place = std::make_unique<StoreUnderTest>();
         m_bucket = std::make_unique<RawBucket>(m_place->settings());
         m_store = m_place->opened();

@@ -79,7 +79,7 @@ private Q_SLOTS:
         const QTemporaryDir dir;
         const QString source = dir.filePath(QStringLiteral("source"));
         const QString target = dir.filePath(QStringLiteral("target"));
-        QVERIFY(writeFile(source, content));
+        QVERIFY(writeBytes(source, content));
         const StoreUnderTest place;
         const auto store = place.opened();
         NoProgress progress;

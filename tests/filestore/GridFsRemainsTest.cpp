@@ -54,7 +54,7 @@ private Q_SLOTS:
     {
         m_dir = std::make_unique<QTemporaryDir>();
         m_source = m_dir->filePath(QStringLiteral("source"));
-        QVERIFY(writeFile(m_source, QByteArray(3 * 1024 * 1024, 's')));
+        QVERIFY(writeBytes(m_source, QByteArray(3 * 1024 * 1024, 's')));
         m_place = std::make_unique<StoreUnderTest>();
         m_bucket = std::make_unique<RawBucket>(m_place->settings());
         m_store = m_place->opened();
@@ -274,7 +274,7 @@ private Q_SLOTS:
     {
         auto hold = m_store->hold();
         for (const char *content : {"first", "second"}) {
-            QVERIFY(writeFile(m_source, content));
+            QVERIFY(writeBytes(m_source, content));
             QVERIFY(m_store->put(m_source, m_name, m_progress));
             QVERIFY(m_store->remove(m_name));
         }

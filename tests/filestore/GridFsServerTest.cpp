@@ -25,7 +25,7 @@ private Q_SLOTS:
         m_dir = std::make_unique<QTemporaryDir>();
         m_source = m_dir->filePath(QStringLiteral("source"));
         m_target = m_dir->filePath(QStringLiteral("target"));
-        QVERIFY(writeFile(m_source, m_content));
+        QVERIFY(writeBytes(m_source, m_content));
         m_server = std::make_unique<OwnServer>();
         QVERIFY2(m_server->start(), qPrintable(m_server->errorText()));
         m_settings.kind = QStringLiteral("gridfs");
@@ -119,7 +119,7 @@ private Q_SLOTS:
     {
         const QByteArray content(MoreThanAGetIsAhead, 'g');
         const QString name = QStringLiteral("large.tgz");
-        QVERIFY(writeFile(m_source, content));
+        QVERIFY(writeBytes(m_source, content));
         QVERIFY(m_store->put(m_source, name, m_progress));
         MeddlingProgress progress([this] { m_server->kill(); });
         const auto impatient = openedImpatiently();

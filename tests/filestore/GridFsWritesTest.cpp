@@ -236,7 +236,7 @@ private Q_SLOTS:
         const RawBucket bucket(place.settings());
         const QTemporaryDir dir;
         const QString source = dir.filePath(QStringLiteral("source"));
-        QVERIFY(writeFile(source, "content"));
+        QVERIFY(writeBytes(source, "content"));
         const auto store = place.opened();
         int met = 0;
         SentCommands::all().forget();
@@ -261,7 +261,7 @@ private:
         const RawBucket bucket(settings);
         const QTemporaryDir dir;
         const QString source = dir.filePath(QStringLiteral("source"));
-        QVERIFY(writeFile(source, "content"));
+        QVERIFY(writeBytes(source, "content"));
         NoProgress progress;
         const auto store = FileStore::create(settings);
         QVERIFY2(store, qPrintable(store.text()));

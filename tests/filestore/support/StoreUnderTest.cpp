@@ -75,7 +75,7 @@ QStringList filesBelow(const QString &folder)
     return found;
 }
 
-bool writeFile(const QString &path, const QByteArray &bytes)
+bool writeBytes(const QString &path, const QByteArray &bytes)
 {
     QFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();

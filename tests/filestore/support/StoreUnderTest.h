@@ -37,7 +37,7 @@ private:
 
 /// The regular and hidden files anywhere below a folder.
 QStringList filesBelow(const QString &folder);
-bool writeFile(const QString &path, const QByteArray &bytes);
+bool writeBytes(const QString &path, const QByteArray &bytes);
 QByteArray bytesOf(const QString &path);
 
 } // namespace KODMS::Tests
