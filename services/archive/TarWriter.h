@@ -31,7 +31,7 @@ private:
     explicit TarWriter(FileHandle &file);
     Outcome checked(int result);
 
-    Utf8Locale m_locale;
+    Utf8Locale m_locale{Utf8Locale::Use::Writing};
     FileHandle &m_file;
     archive *m_archive;
     Outcome m_fileFailure;

@@ -13,7 +13,9 @@ namespace KODMS::Services {
 /// the archive library gives no name at all for Chinese entries otherwise.
 class Utf8Locale {
 public:
-    Utf8Locale();
+    enum class Use { Reading, Writing };
+
+    explicit Utf8Locale(Use use = Use::Reading);
     ~Utf8Locale();
     Utf8Locale(const Utf8Locale &) = delete;
     Utf8Locale &operator=(const Utf8Locale &) = delete;

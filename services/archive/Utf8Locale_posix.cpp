@@ -18,7 +18,7 @@ locale_t utf8Locale()
 
 } // namespace
 
-Utf8Locale::Utf8Locale() : m_locale(utf8Locale()), m_before(::uselocale(m_locale)) {}
+Utf8Locale::Utf8Locale(Use) : m_locale(utf8Locale()), m_before(::uselocale(m_locale)) {}
 
 Utf8Locale::~Utf8Locale()
 {

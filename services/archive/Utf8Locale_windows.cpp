@@ -7,12 +7,13 @@
 namespace KODMS::Services {
 
 // No locale is UTF-8 here. In the one named C the library hands out bytes as they stand in the
-// archive; in others it turns them from one code page into another.
-Utf8Locale::Utf8Locale()
+// archive; in others it turns them from one code page into another. What it writes as UTF-8 has to
+// have a name in the code page too.
+Utf8Locale::Utf8Locale(Use use)
     : m_scope(::_configthreadlocale(_ENABLE_PER_THREAD_LOCALE)),
       m_before(std::setlocale(LC_CTYPE, nullptr))
 {
-    std::setlocale(LC_CTYPE, "C");
+    std::setlocale(LC_CTYPE, use == Use::Reading ? "C" : ".936");
 }
 
 Utf8Locale::~Utf8Locale()

@@ -132,8 +132,10 @@ void TestAdminDemo::demoAccountsAreReadableByTheirOwnerOnly()
         if (!file.readAll().contains(password.toUtf8()))
             continue;
         ++holders;
+#if !defined(Q_OS_WIN) // where rights are not kept in modes
         QVERIFY2(!(file.permissions() & (QFile::ReadGroup | QFile::ReadOther)),
                  qPrintable(file.fileName()));
+#endif
     }
     QCOMPARE(holders, 1);
 }

@@ -190,7 +190,8 @@ void InstallationCopyFailuresTest::twoNamesOfOneStoreAreRefused()
     const QString root = Configuration::load(from).value.fileStore.root;
     target.fileStore.root = QFileInfo(m_house.place("other-name")).path();
     QVERIFY(QDir().mkpath(root));
-    QVERIFY(QFile::link(root, target.fileStore.root));
+    if (!makeLink(root, target.fileStore.root))
+        QSKIP("there are no links here");
     QVERIFY(target.save());
     NoProgress progress;
     const auto copied = InstallationCopy::copy(from, m_house.target(), progress);
@@ -228,8 +229,8 @@ void InstallationCopyFailuresTest::twoNamesOfOneDatabaseAreRefused()
         const auto second = fsPath(other.database.path);
         if (name == QLatin1String("hard link"))
             std::filesystem::create_hard_link(file, second);
-        else
-            std::filesystem::create_symlink(file, second);
+        else if (!makeLink(fromFsPath(file), other.database.path))
+            QSKIP("there are no links here");
     }
     other.filePath = m_house.place("same-database");
     other.fileStore.root = QFileInfo(m_house.place("own-files")).path();

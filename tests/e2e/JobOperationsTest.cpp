@@ -213,7 +213,9 @@ void JobOperationsTest::download(const DeskUser &user, int row, const Job &job)
     QCOMPARE(filesIn(folderOf(job)), job.files);
     const QString fetched = folderOf(job) + QLatin1Char('.') + QFileInfo(job.archive).suffix();
     QVERIFY(!QFileInfo::exists(fetched));
+#if !defined(Q_OS_WIN) // where the Explorer is started, which no test waits for
     QCOMPARE(m_opened, QList<QUrl>{QUrl::fromLocalFile(folderOf(job))});
+#endif
 }
 
 void JobOperationsTest::aTgzIsDownloaded()

@@ -150,6 +150,10 @@ void JobReaderTest::countsWhatTheGeneratorWrote()
     const QString root = files[0].path.section(QLatin1Char('/'), 0, 0);
     QString target = path(QStringLiteral("job.") + container);
     if (container == QLatin1String("folder")) {
+#if defined(Q_OS_WIN)
+        if (QByteArray(forms[form].title).contains("Windows cannot name"))
+            QSKIP("it cannot");
+#endif
         writeJob(m_dir->path(), files);
         target = path(root);
     } else {

@@ -73,7 +73,7 @@ bool addLayers(archive *target, const QString &folder)
 
 Outcome SampleArchive::write(const QString &path, const QString &jobName)
 {
-    const Utf8Locale chineseNames;
+    const Utf8Locale chineseNames(Utf8Locale::Use::Writing);
     const Archive target(archive_write_new(), &archive_write_free);
     const QByteArray note = "Generated sample job " + jobName.toUtf8() + ".\n";
     const QString folder = jobName + QLatin1Char('/');

@@ -146,7 +146,9 @@ void Stations::download(LifeOfAJob &job, const QMap<QString, QByteArray> &files)
     const QString folder = job.house().sample().downloadFolder() + job.name();
     QCOMPARE(CustomerFiles::filesIn(folder).keys(), files.keys());
     QCOMPARE(CustomerFiles::filesIn(folder), files);
+#if !defined(Q_OS_WIN) // where the Explorer is started, which no test waits for
     QCOMPARE(job.house().openedFolder(), QUrl::fromLocalFile(folder));
+#endif
     QCOMPARE(job.house().takeNotices(), QStringList());
 }
 

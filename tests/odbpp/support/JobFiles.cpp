@@ -8,6 +8,8 @@
 #include <archive.h>
 #include <archive_entry.h>
 
+#include <clocale>
+
 namespace KODMS::Tests {
 
 namespace {
@@ -27,8 +29,11 @@ void must(la_ssize_t result)
 
 void put(archive *writer, const QByteArray &name, const QByteArray &content)
 {
+#if defined(Q_OS_WIN) // where the library writes as UTF-8 only what the code page can say
+    std::setlocale(LC_CTYPE, ".936");
+#endif
     archive_entry *entry = archive_entry_new();
-    archive_entry_set_pathname_utf8(entry, name.constData());
+    archive_entry_copy_pathname_w(entry, QString::fromUtf8(name).toStdWString().c_str());
     archive_entry_set_filetype(entry, AE_IFREG);
     archive_entry_set_perm(entry, 0644);
     archive_entry_set_size(entry, content.size());
