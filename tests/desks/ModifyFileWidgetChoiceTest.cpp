@@ -181,7 +181,9 @@ void ModifyFileWidgetChoiceTest::aChosenFileIsShownAndItsNameProposed_data()
     row("no dot in the name, one in the folder", "rev.2/README", "README");
     row("a dot in the folder too", "rev.2/board.kos", "board");
     row("nothing before the dot", ".rar", "");
+#if !defined(Q_OS_WIN) // where such a name is the one without its end
     row("nothing after the dot", "board.", "board");
+#endif
     row("Chinese", "电路板.V2.rar", "电路板.V2");
     row("a tar, which nobody stores later", "board.tar", "board");
     row("capitals", "KARTE.ZIP", "KARTE"); // a name of its own, where case is all one
